@@ -1,0 +1,10 @@
+#include "app/license_document.hpp"
+
+namespace morvella {
+
+std::shared_ptr<AttributedString> loadLicenseDocument(const Platform& platform) {
+    const std::optional<FileUrl> url = platform.bundles.mainBundle()->urlForResource("license.rtf");
+    return url ? platform.richText.attributedStringWithUrl(*url) : nullptr;
+}
+
+}  // namespace morvella

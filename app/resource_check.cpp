@@ -1,0 +1,30 @@
+#include "app/license_document.hpp"
+#include "app/morvella_installer_view_controller.hpp"
+#include "app/product.hpp"
+
+namespace morvella {
+
+bool MorvellaInstallerViewController::checkAndLoadResources() {
+    const std::shared_ptr<AttributedString> license = loadLicenseDocument(platform_);
+    if (!license) {
+        return false;
+    }
+    licenseText()->setAttributedString(license);
+
+    std::vector<std::string> resources(product::fonts.begin(), product::fonts.end());
+    resources.emplace_back(product::suiteArchive);
+    const std::shared_ptr<const Bundle> bundle = platform_.bundles.mainBundle();
+    for (const std::string& resource : resources) {
+        const std::optional<std::string> path = bundle->pathForResource(resource);
+        if (!path || !isReachable(*path)) {
+            platform_.log("resource not found:%@", resource);
+            return false;
+        }
+    }
+
+    enableOpenDemoSetUI(setDemoSetURLFromArgs() && isReachable(*demoSetPath()));
+    welcomeVersionString()->setTitle(std::string("Morvella ") + "v2.2");
+    return true;
+}
+
+}  // namespace morvella

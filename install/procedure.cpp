@@ -1,0 +1,64 @@
+#include "app/morvella_installer_view_controller.hpp"
+#include "app/product.hpp"
+
+namespace morvella {
+
+void MorvellaInstallerViewController::installTo(const FileUrl& /*destination*/) {
+    installFontsAndSuite();
+    installUtilities();
+    std::optional<Error> error;
+    const FileUrl shared = sharedFolder(&error);
+    const FileUrl product = FileUrl::directoryRelativeTo(product::folder, shared);
+    // What is shared already stays as it is.
+    if (!platform_.files.fileExists(product.path())) {
+        installSharedData(shared, &error);
+    }
+}
+
+void MorvellaInstallerViewController::installToOld(const FileUrl& /*destination*/) {
+    installFontsAndSuite();
+    installUtilities();
+    std::optional<Error> error;
+    const FileUrl shared = sharedFolder(&error);
+    trashIfPresent(FileUrl::directoryRelativeTo(product::folder, shared));
+    installSharedData(shared, &error);
+}
+
+void MorvellaInstallerViewController::installFontsAndSuite() {
+    if (!installFontList({product::fonts.begin(), product::fonts.end()})) {
+        platform_.log("Couldn't install fonts.");
+    }
+    // A suite that is missing afterwards is noticed when its application is to be hidden.
+    decompressResourceToURL(product::suiteArchive, FileUrl::directory(*userLibPath()));
+}
+
+void MorvellaInstallerViewController::installUtilities() {
+    const FileUrl applications =
+        platform_.folders.urls(StandardDirectory::applications, Domain::local).front();
+    const FileUrl folder = FileUrl::directoryRelativeTo(product::folder, applications);
+    trashIfPresent(folder);
+    std::optional<Error> error;
+    if (!platform_.fileChanges.createDirectory(folder, &error)) {
+        platform_.log("Creating Morvella folder in /Applications failed with error: %@", error);
+        terminateAppWithAlertSheet("Could not access /Applications folder, aborting.");
+    }
+    for (const char* archive : product::utilityArchives) {
+        platform_.log("Installing %@ to %@...", archive, folder.path());
+        if (!decompressResourceToURL(archive, folder)) {
+            platform_.log("Decompressing resource failed: %@", archive);
+            terminateAppWithAlertSheet("Could not install utilities, aborting.");
+        }
+    }
+}
+
+void MorvellaInstallerViewController::trashIfPresent(const FileUrl& item) {
+    if (!platform_.files.fileExists(item.path())) {
+        return;
+    }
+    platform_.log("Deleting %@", item.path());
+    if (!moveToTrash(item)) {
+        platform_.log("Couldn't delete %@", item.path());
+    }
+}
+
+}  // namespace morvella

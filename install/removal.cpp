@@ -1,0 +1,18 @@
+#include "app/morvella_installer_view_controller.hpp"
+
+namespace morvella {
+
+bool MorvellaInstallerViewController::removeFilesFromFolder(const std::vector<std::string>& paths,
+                                                            const FileUrl& folder) {
+    bool removed = true;
+    for (const std::string& path : paths) {
+        const FileUrl item = FileUrl::fileRelativeTo(path, folder);
+        // After the first failure the rest stays where it is.
+        if (platform_.files.isReachable(item) && removed) {
+            removed = moveToTrash(item);
+        }
+    }
+    return removed;
+}
+
+}  // namespace morvella

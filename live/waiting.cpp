@@ -1,0 +1,49 @@
+#include "app/morvella_installer_view_controller.hpp"
+
+namespace morvella {
+
+void MorvellaInstallerViewController::waitForUserLibraryAndProceedToInstall() {
+    if (isReachable(*userLibPath())) {
+        settingsNextButton()->setEnabled(true);
+        return;
+    }
+    platform_.log("UL unavailable");
+    settingsInfoText()->setTitle("Status: Waiting for the volume to become available...");
+    const std::shared_ptr<const Object> self = viewController_.self();
+    settingsIndicator()->startAnimation(self.get());
+    settingsIndicator()->setHidden(false);
+    const Alert alert{
+        .style = AlertStyle::critical,
+        .messageText = "User Library is currently not available",
+        .informativeText =
+            "If you are using external or network drive please make sure that it is connected.\n"
+            "Once it's connected the installation will proceed."};
+    const std::shared_ptr<Window> window = this->window();
+    window->makeKeyAndOrderFront(self.get());
+    window->beginSheet(alert, [this, self](const AlertAnswer&) {
+        pollUntilReachable(platform_.files.fileUrl(*userLibPath()), self);
+    });
+}
+
+void MorvellaInstallerViewController::pollUntilReachable(
+    const FileUrl& userLibrary, const std::shared_ptr<const Object>& self) {
+    constexpr double secondsBetweenTests = 5.0;
+    platform_.runLoop.scheduleRepeatingTimer(secondsBetweenTests,
+                                             [this, self, userLibrary](Timer& timer) {
+                                                 if (platform_.files.isReachable(userLibrary)) {
+                                                     timer.invalidate();
+                                                     userLibraryBecameReachable(self.get());
+                                                 }
+                                             });
+}
+
+void MorvellaInstallerViewController::userLibraryBecameReachable(const Object* sender) {
+    settingsNextButton()->setEnabled(true);
+    settingsInfoText()->setTitle("User library available, click next to proceed");
+    settingsIndicator()->setHidden(true);
+    settingsIndicator()->stopAnimation(sender);
+    // Enabled once more after the indicator is gone: the page's last change is the way on.
+    settingsNextButton()->setEnabled(true);
+}
+
+}  // namespace morvella

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/error.hpp"
+#include "platform/file_url.hpp"
+
+namespace morvella {
+
+/// The bytes of a file, valid as long as the object lives.
+class FileContents {
+  public:
+    virtual ~FileContents() = default;
+    [[nodiscard]] virtual std::string_view bytes() const = 0;
+};
+
+/// What can be asked of the disk and changes nothing.
+class Files {
+  public:
+    virtual ~Files() = default;
+
+    /// The URL of `path` as it is now: it names a directory if a folder is there.
+    [[nodiscard]] virtual FileUrl fileUrl(const std::string& path) const = 0;
+
+    /// Whether something exists at `url`, a symbolic link that leads nowhere included.
+    virtual bool isReachable(const FileUrl& url, ErrorOut error = nullptr) const = 0;
+
+    /// Whether something exists at `path`; a symbolic link counts as what it leads to.
+    [[nodiscard]] virtual bool fileExists(const std::string& path) const = 0;
+
+    [[nodiscard]] virtual bool isReadable(const std::string& path) const = 0;
+    [[nodiscard]] virtual bool isWritable(const std::string& path) const = 0;
+
+    /// The names in a folder in the order in which the system lists them, without "." and "..";
+    /// nothing if the folder is missing or unreadable.
+    [[nodiscard]] virtual std::optional<std::vector<std::string>> contentsOfDirectory(
+        const std::string& path) const = 0;
+
+    /// The whole file; null if it is missing, unreadable or a folder.
+    [[nodiscard]] virtual std::shared_ptr<const FileContents> contentsOfFile(
+        const std::string& path) const = 0;
+};
+
+/// What changes the disk. Nothing here deletes anything. On failure each returns false, writes the
+/// error, and leaves what was at the source in place; a copy may leave a part of itself behind.
+class FileChanges {
+  public:
+    virtual ~FileChanges() = default;
+
+    /// Makes the folder and those above it that are missing. An existing folder is a success.
+    virtual bool createDirectory(const FileUrl& url, ErrorOut error) = 0;
+
+    /// Neither copying nor moving replaces anything that is at `target`.
+    virtual bool copyItem(const FileUrl& source, const FileUrl& target, ErrorOut error) = 0;
+    virtual bool moveItem(const FileUrl& source, const FileUrl& target, ErrorOut error) = 0;
+
+    /// Moves a file or folder to the user's Trash.
+    virtual bool trashItem(const FileUrl& url, ErrorOut error) = 0;
+};
+
+/// The values are the platform's own.
+enum class StandardDirectory { applications = 1, users = 7, documents = 9 };
+enum class Domain { user = 1, local = 2 };
+
+/// Where the system keeps things.
+class StandardFolders {
+  public:
+    virtual ~StandardFolders() = default;
+
+    /// The current user's home folder, an absolute path.
+    [[nodiscard]] virtual std::string homeDirectory() const = 0;
+
+    /// All folders of this kind in `domain`, the preferred one first; they need not exist.
+    [[nodiscard]] virtual std::vector<FileUrl> urls(StandardDirectory directory,
+                                                    Domain domain) const = 0;
+
+    /// The one folder of this kind in `domain`, which is not created; nothing on failure.
+    virtual std::optional<FileUrl> url(StandardDirectory directory, Domain domain,
+                                       ErrorOut error) const = 0;
+};
+
+}  // namespace morvella
