@@ -1,0 +1,34 @@
+#include "support/installer_test.hpp"
+
+namespace morvella::fakes {
+
+namespace {
+
+class PreferencesTest : public InstallerTest {};
+
+TEST_F(PreferencesTest, AreReadByKeyValueAccessFromTheirOwnSuite) {
+    const auto stored = std::make_shared<FakeDefaultsValue>("stored");
+    userDefaults.suites["com.Dariwent.Morvella"]["colour"] = stored;
+    EXPECT_EQ(controller.getMorvellaAppPreferenceForKey("colour"), stored);
+    expectEverything({"asked: com.Dariwent.Morvella, value for key colour"});
+}
+
+TEST_F(PreferencesTest, AreNothingForAnUnknownKey) {
+    EXPECT_EQ(controller.getMorvellaAppPreferenceForKey("colour"), nullptr);
+}
+
+TEST_F(PreferencesTest, AreStoredByKeyValueAccessInTheirOwnSuite) {
+    const auto value = std::make_shared<FakeDefaultsValue>("new");
+    controller.setMorvellaAppPreferenceToValueForKey(value, "colour");
+    expectEverything({"defaults: com.Dariwent.Morvella, value new for key colour"});
+    EXPECT_EQ(controller.getMorvellaAppPreferenceForKey("colour"), value);
+}
+
+TEST_F(PreferencesTest, StoreAlsoNothing) {
+    controller.setMorvellaAppPreferenceToValueForKey(nullptr, "colour");
+    expectEverything({"defaults: com.Dariwent.Morvella, value nobody for key colour"});
+}
+
+}  // namespace
+
+}  // namespace morvella::fakes

@@ -1,0 +1,111 @@
+#include "support/installer_test.hpp"
+
+namespace morvella::fakes {
+
+namespace {
+
+class ArchiverTest : public InstallerTest {
+  protected:
+    bool unpack() {
+        return controller.decompressResourceToURL("morvella.zip", FileUrl::directory("/UL"));
+    }
+
+    bool pack() {
+        controller.setUserLibPath(text("/UL"));
+        return controller.compressFolderAtToZipFilePath("/UL/Morvella", "/UL/Backup.zip");
+    }
+
+    void unpackingEndsWith(int status, const std::string& output) {
+        tasks.results["/Bundle/morvella.zip"] =
+            TaskResult{.terminationStatus = status, .output = output};
+    }
+
+    void packingEndsWith(int status, const std::string& output) {
+        tasks.results["/UL/Backup.zip"] = TaskResult{.terminationStatus = status, .output = output};
+    }
+
+    static constexpr const char* unpacking =
+        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/morvella.zip | /UL";
+    static constexpr const char* packing =
+        "run: /usr/bin/ditto | -c | -k | --sequesterRsrc | --keepParent | /UL/Morvella | "
+        "/UL/Backup.zip in /UL";
+};
+
+TEST_F(ArchiverTest, UnpacksAResourceWithoutAWordWhenNothingIsPrinted) {
+    EXPECT_TRUE(unpack());
+    expectEverything({"asked: path of resource morvella.zip", unpacking});
+}
+
+TEST_F(ArchiverTest, UnpacksIntoThePathOfTheUrl) {
+    EXPECT_TRUE(controller.decompressResourceToURL(
+        "ISF.zip", FileUrl::directory("/Users/J\xC3\xBCrg \"J\" 100%@/Shared/Morvella/")));
+    EXPECT_EQ(journal.only({Kind::command}),
+              lines({"run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | "
+                     "/Users/J\xC3\xBCrg \"J\" 100%@/Shared/Morvella"}));
+}
+
+TEST_F(ArchiverTest, LogsWhatUnpackingPrintedInOneLine) {
+    unpackingEndsWith(0, ">>> Copying /Bundle/morvella.zip \nsecond line\n");
+    EXPECT_TRUE(unpack());
+    expectEffects({
+        unpacking,
+        "log: decompress status=>>> Copying /Bundle/morvella.zip \nsecond line\n",
+    });
+}
+
+TEST_F(ArchiverTest, LogsWhatAFailedUnpackingPrinted) {
+    unpackingEndsWith(1, "ditto: 100%@ Couldn't read");
+    EXPECT_FALSE(unpack());
+    expectEffects({unpacking, "log: decompress status=ditto: 100%@ Couldn't read"});
+}
+
+TEST_F(ArchiverTest, LogsNothingThatIsNotText) {
+    for (const int status : {0, 7}) {
+        unpackingEndsWith(status, "half \xC3");
+        EXPECT_EQ(unpack(), status == 0);
+        expectEffects({unpacking});
+    }
+}
+
+TEST_F(ArchiverTest, OnlyStatusZeroIsSuccess) {
+    for (const int status : {1, 2, 7, 9, 255, -1, 256}) {
+        unpackingEndsWith(status, "");
+        EXPECT_FALSE(unpack());
+        expectEffects({unpacking});
+        packingEndsWith(status, "");
+        EXPECT_FALSE(pack());
+        expectEffects({packing});
+    }
+}
+
+TEST_F(ArchiverTest, FailsSilentlyForAResourceThatTheBundleLacks) {
+    bundles.main->resources.erase("morvella.zip");
+    EXPECT_FALSE(unpack());
+    expectEverything({"asked: path of resource morvella.zip"});
+}
+
+TEST_F(ArchiverTest, FailsSilentlyWhenItCannotBeStarted) {
+    tasks.results["/Bundle/morvella.zip"] = std::nullopt;
+    EXPECT_FALSE(unpack());
+    expectEffects({unpacking});
+    tasks.results["/UL/Backup.zip"] = std::nullopt;
+    EXPECT_FALSE(pack());
+    expectEffects({packing});
+}
+
+TEST_F(ArchiverTest, PacksAFolderInTheUserLibrary) {
+    EXPECT_TRUE(pack());
+    expectEverything({packing});
+}
+
+TEST_F(ArchiverTest, PackingLogsNothingWhateverIsPrinted) {
+    for (const int status : {0, 1}) {
+        packingEndsWith(status, "some text");
+        EXPECT_EQ(pack(), status == 0);
+        expectEverything({packing});
+    }
+}
+
+}  // namespace
+
+}  // namespace morvella::fakes

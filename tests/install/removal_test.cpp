@@ -1,0 +1,66 @@
+#include "support/installer_test.hpp"
+
+namespace morvella::fakes {
+
+namespace {
+
+class RemovalTest : public InstallerTest {
+  protected:
+    const FileUrl folder = FileUrl::directory("/Library/Morvella");
+};
+
+TEST_F(RemovalTest, OfNothingSucceedsAndTouchesNothing) {
+    EXPECT_TRUE(controller.removeFilesFromFolder({}, folder));
+    expectEverything({});
+}
+
+TEST_F(RemovalTest, SkipsWhatIsMissing) {
+    EXPECT_TRUE(controller.removeFilesFromFolder({"a", "b"}, folder));
+    expectEverything({
+        "asked: reachable /Library/Morvella/a",
+        "asked: reachable /Library/Morvella/b",
+    });
+}
+
+TEST_F(RemovalTest, MovesWhatIsThereToTheTrashInOrder) {
+    disk.addFile("/Library/Morvella/a");
+    disk.addFile("/Library/Morvella/Sources/c d");
+    EXPECT_TRUE(controller.removeFilesFromFolder({"Sources/c d", "b", "a"}, folder));
+    expectEverything({
+        "asked: reachable /Library/Morvella/Sources/c d",
+        "file: trashed /Library/Morvella/Sources/c d",
+        "asked: reachable /Library/Morvella/b",
+        "asked: reachable /Library/Morvella/a",
+        "file: trashed /Library/Morvella/a",
+    });
+}
+
+TEST_F(RemovalTest, StopsMovingAfterTheFirstFailureButLooksAtTheRest) {
+    for (const char* name : {"a", "b", "c"}) {
+        disk.addFile(std::string("/Library/Morvella/") + name);
+    }
+    disk.outcomes["trashed /Library/Morvella/a"] = {.error = Error{"refused"}};
+    EXPECT_FALSE(controller.removeFilesFromFolder({"a", "b", "c"}, folder));
+    expectEverything({
+        "asked: reachable /Library/Morvella/a",
+        "file: trashed /Library/Morvella/a",
+        "log: failed to move to trash:file:///Library/Morvella/a",
+        "asked: reachable /Library/Morvella/b",
+        "asked: reachable /Library/Morvella/c",
+    });
+    EXPECT_TRUE(disk.holds("/Library/Morvella/a"));
+    EXPECT_TRUE(disk.holds("/Library/Morvella/b"));
+    EXPECT_TRUE(disk.holds("/Library/Morvella/c"));
+}
+
+TEST_F(RemovalTest, FailsWithTheLastItem) {
+    disk.addFile("/Library/Morvella/a");
+    disk.addFile("/Library/Morvella/b");
+    disk.outcomes["trashed /Library/Morvella/b"] = {.error = Error{"refused"}};
+    EXPECT_FALSE(controller.removeFilesFromFolder({"a", "b", "missing"}, folder));
+    EXPECT_FALSE(disk.holds("/Library/Morvella/a"));
+}
+
+}  // namespace
+
+}  // namespace morvella::fakes

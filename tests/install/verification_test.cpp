@@ -1,0 +1,140 @@
+#include "support/installer_test.hpp"
+
+namespace morvella::fakes {
+
+namespace {
+
+class VerificationTest : public InstallerTest {
+  protected:
+    const FileUrl destination = FileUrl::directory("/UL/Morvella");
+    const std::string move = "moved /UL/Morvella/Morvella.app/ to /UL/Morvella/.Morvella.app";
+};
+
+TEST_F(VerificationTest, HidesTheApplication) {
+    disk.addFolder("/UL/Morvella/Morvella.app/Contents");
+    EXPECT_TRUE(controller.hideApp(destination));
+    expectEverything({
+        "log: Hiding the morvella.app to declutter the user library browser...",
+        "asked: reachable /UL/Morvella/Morvella.app/",
+        "asked: reachable /UL/Morvella/.Morvella.app",
+        "file: moved /UL/Morvella/Morvella.app/ to /UL/Morvella/.Morvella.app",
+        "asked: reachable /UL/Morvella/.Morvella.app, and why not",
+    });
+    EXPECT_TRUE(disk.holds("/UL/Morvella/.Morvella.app/Contents"));
+    EXPECT_FALSE(disk.holds("/UL/Morvella/Morvella.app"));
+}
+
+TEST_F(VerificationTest, HidingWithoutApplicationFailsSilently) {
+    disk.addFolder("/UL/Morvella");
+    EXPECT_FALSE(controller.hideApp(destination));
+    expectEverything({
+        "log: Hiding the morvella.app to declutter the user library browser...",
+        "asked: reachable /UL/Morvella/Morvella.app",
+    });
+}
+
+TEST_F(VerificationTest, HidingAHiddenApplicationFails) {
+    disk.addFolder("/UL/Morvella/.Morvella.app");
+    EXPECT_FALSE(controller.hideApp(destination));
+    expectEffects({"log: Hiding the morvella.app to declutter the user library browser..."});
+    EXPECT_TRUE(disk.holds("/UL/Morvella/.Morvella.app"));
+}
+
+TEST_F(VerificationTest, HidingMovesAnOlderHiddenCopyToTheTrash) {
+    disk.addFile("/UL/Morvella/Morvella.app/new");
+    disk.addFile("/UL/Morvella/.Morvella.app/old");
+    EXPECT_TRUE(controller.hideApp(destination));
+    expectEffects({
+        "log: Hiding the morvella.app to declutter the user library browser...",
+        "log: App already exists at destination, deleting.",
+        "file: trashed /UL/Morvella/.Morvella.app/",
+        "file: moved /UL/Morvella/Morvella.app/ to /UL/Morvella/.Morvella.app/",
+    });
+    EXPECT_TRUE(disk.holds("/UL/Morvella/.Morvella.app/new"));
+    EXPECT_FALSE(disk.holds("/UL/Morvella/.Morvella.app/old"));
+}
+
+TEST_F(VerificationTest, HidingEndsWhenTheOlderCopyCannotBeTrashed) {
+    disk.addFile("/UL/Morvella/Morvella.app/new");
+    disk.addFile("/UL/Morvella/.Morvella.app/old");
+    disk.outcomes["trashed /UL/Morvella/.Morvella.app/"] = {.error = Error{"refused"}};
+    EXPECT_FALSE(controller.hideApp(destination));
+    expectEffects({
+        "log: Hiding the morvella.app to declutter the user library browser...",
+        "log: App already exists at destination, deleting.",
+        "file: trashed /UL/Morvella/.Morvella.app/",
+        "log: failed to move to trash:file:///UL/Morvella/.Morvella.app/",
+        "log: Couldn't move older copy of the hidden app to trash, aborting.",
+    });
+    EXPECT_TRUE(disk.holds("/UL/Morvella/Morvella.app/new"));
+    EXPECT_TRUE(disk.holds("/UL/Morvella/.Morvella.app/old"));
+}
+
+TEST_F(VerificationTest, HidingFailsWithTheErrorOfTheRename) {
+    disk.addFolder("/UL/Morvella/Morvella.app");
+    disk.outcomes[move] = {.error = Error{"read-only"}};
+    EXPECT_FALSE(controller.hideApp(destination));
+    expectEffects({
+        "log: Hiding the morvella.app to declutter the user library browser...",
+        "file: moved /UL/Morvella/Morvella.app/ to /UL/Morvella/.Morvella.app",
+        "log: Couldn't hide the app file, error:read-only",
+    });
+    EXPECT_TRUE(disk.holds("/UL/Morvella/Morvella.app"));
+}
+
+TEST_F(VerificationTest, TheErrorAloneDecidesOnTheRename) {
+    disk.addFolder("/UL/Morvella/Morvella.app");
+    disk.outcomes[move] = {.result = true, .error = Error{"odd"}, .takesEffect = true};
+    EXPECT_FALSE(controller.hideApp(destination));
+    EXPECT_EQ(journal.only({Kind::log}),
+              lines({"log: Hiding the morvella.app to declutter the user library browser...",
+                     "log: Couldn't hide the app file, error:odd"}));
+}
+
+TEST_F(VerificationTest, ARenameThatFailsWithoutErrorCountsIfItTookEffect) {
+    disk.addFolder("/UL/Morvella/Morvella.app");
+    disk.outcomes[move] = {.result = false, .error = std::nullopt, .takesEffect = true};
+    EXPECT_TRUE(controller.hideApp(destination));
+}
+
+TEST_F(VerificationTest, HidingFailsWhenTheHiddenApplicationIsNotThereAfterwards) {
+    disk.addFolder("/UL/Morvella/Morvella.app");
+    disk.outcomes[move] = {.result = true};
+    EXPECT_FALSE(controller.hideApp(destination));
+    expectEffects({
+        "log: Hiding the morvella.app to declutter the user library browser...",
+        "file: moved /UL/Morvella/Morvella.app/ to /UL/Morvella/.Morvella.app",
+        "log: Hidden app not found at destination url, error:nothing at "
+        "/UL/Morvella/.Morvella.app",
+    });
+}
+
+TEST_F(VerificationTest, PassesWithBothItems) {
+    disk.addFolder("/UL/Morvella/.Morvella.app");
+    disk.addFile("/UL/Morvella/Sources/Vellicor.amxd");
+    EXPECT_TRUE(controller.checkInstall(destination));
+    expectEverything({
+        "asked: reachable /UL/Morvella/.Morvella.app/",
+        "asked: reachable /UL/Morvella/Sources/Vellicor.amxd",
+    });
+}
+
+TEST_F(VerificationTest, FailsSilentlyWithoutTheDevice) {
+    disk.addFolder("/UL/Morvella/.Morvella.app");
+    EXPECT_FALSE(controller.checkInstall(destination));
+    expectEverything({
+        "asked: reachable /UL/Morvella/.Morvella.app/",
+        "asked: reachable /UL/Morvella/Sources/Vellicor.amxd",
+    });
+}
+
+TEST_F(VerificationTest, FailsWithAVisibleApplicationAndDoesNotLookAtTheDevice) {
+    disk.addFolder("/UL/Morvella/Morvella.app");
+    disk.addFile("/UL/Morvella/Sources/Vellicor.amxd");
+    EXPECT_FALSE(controller.checkInstall(destination));
+    expectEverything({"asked: reachable /UL/Morvella/.Morvella.app"});
+}
+
+}  // namespace
+
+}  // namespace morvella::fakes

@@ -1,0 +1,172 @@
+#include "support/installer_test.hpp"
+
+namespace morvella::fakes {
+
+namespace {
+
+class LiveApplicationTest : public InstallerTest {
+  protected:
+    /// Installs Live below `bundle` with preferences that name the User Library.
+    void installLive(const std::string& bundle, const std::string& bundleVersion,
+                     const std::string& version) {
+        bundles.add(bundle).information["CFBundleVersion"] = bundleVersion;
+        disk.addFile("/Users/ann/Library/Preferences/Ableton/Live " + version + "/Library.cfg",
+                     "<UserLibrary>\n<ProjectName Value=\"User Library\">\n"
+                     "<ProjectPath Value=\"/Users/ann/Music\">\n");
+    }
+
+    void expectFound(const std::string& liveApplication) {
+        controller.setUserLibPath(nullptr);
+        EXPECT_TRUE(controller.setUserLibUsingLiveApp(text(liveApplication))) << liveApplication;
+        EXPECT_EQ(textOf(controller.userLibPath()), "/Users/ann/Music/User Library");
+        expectEffects({"control: User Library label says \"/Users/ann/Music/User Library\""});
+    }
+
+    void expectNotFound(const std::string& liveApplication) {
+        controller.setUserLibPath(text("/before"));
+        EXPECT_FALSE(controller.setUserLibUsingLiveApp(text(liveApplication))) << liveApplication;
+        EXPECT_EQ(controller.userLibPath(), nullptr);
+        expectEffects({"control: User Library label says \"Not found\"",
+                       "log: couldn't get usrlib info, status:1"});
+    }
+};
+
+TEST_F(LiveApplicationTest, GivesItsUserLibrary) {
+    installLive("/Applications/Live 10 Suite.app", "10.1.30 (2020-12-01)", "10.1.30");
+    disk.addFolder("/Users/ann/Music/User Library");
+    EXPECT_TRUE(controller.setUserLibUsingLiveApp(
+        text("/Applications/Live 10 Suite.app/Contents/MacOS/Live")));
+    EXPECT_EQ(textOf(controller.userLibPath()), "/Users/ann/Music/User Library");
+    expectEverything({
+        "asked: bundle at /Applications/Live 10 Suite.app",
+        "asked: information CFBundleVersion",
+        "asked: reachable /Users/ann/Library/Preferences/Ableton/Live 10.1.30/Library.cfg",
+        "asked: contents of /Users/ann/Library/Preferences/Ableton/Live 10.1.30/Library.cfg",
+        "asked: reachable /Users/ann/Music/User Library/",
+        "control: User Library label says \"/Users/ann/Music/User Library\"",
+    });
+}
+
+TEST_F(LiveApplicationTest, MayBeGivenByItsBundle) {
+    installLive("/Applications/Live 10 Suite.app", "10.1.30 x", "10.1.30");
+    expectFound("/Applications/Live 10 Suite.app");
+}
+
+TEST_F(LiveApplicationTest, GivesTheUserLibraryAlsoWhenItIsNotReachable) {
+    installLive("/Live.app", "11.3.4", "11.3.4");
+    ASSERT_FALSE(disk.holds("/Users/ann/Music/User Library"));
+    expectFound("/Live.app/Contents/MacOS/Live");
+}
+
+TEST_F(LiveApplicationTest, VersionEndsAtTheFirstBlank) {
+    installLive("/Live.app", "11.0 b 12", "11.0");
+    expectFound("/Live.app");
+    installLive("/Live.app", "12.1", "12.1");
+    expectFound("/Live.app");
+    installLive("/Live.app", " 12.1", "");
+    expectFound("/Live.app");
+    installLive("/Live.app", "12.1\t(x)", "12.1\t(x)");
+    expectFound("/Live.app");
+}
+
+TEST_F(LiveApplicationTest, BundleIsTheFirstPieceWithTheExtension) {
+    installLive("/b.app", "11.0", "11.0");
+    expectFound("/a/Contents/MacOS/Live/b.app/Contents/MacOS/Live/c.app");
+    expectFound("/a.App/Contents/MacOS/Live/b.app");
+    expectFound("/b.app/Contents/MacOS/Live 11");
+    expectNotFound("/c.app/Contents/MacOS/Live/b.app");
+}
+
+TEST_F(LiveApplicationTest, ExtensionIsExactlyApp) {
+    for (const char* path :
+         {"/Live.APP", "/Live.apps", "/Live.ap", "/Live", "/.app", "/Live.app/x"}) {
+        bundles.add(path).information["CFBundleVersion"] = "11.0";
+    }
+    installLive("/unused.app", "11.0", "11.0");
+    for (const char* path :
+         {"/Live.APP", "/Live.apps", "/Live.ap", "/Live", "/.app", "/Live.app/x"}) {
+        expectNotFound(path);
+    }
+}
+
+TEST_F(LiveApplicationTest, WithoutABundleInItsPathIsNotOpened) {
+    EXPECT_FALSE(controller.setUserLibUsingLiveApp(text("/usr/bin/Live")));
+    expectEverything({
+        "asked: reachable /Users/ann/Library/Preferences/Ableton/Live (null)/Library.cfg",
+        "control: User Library label says \"Not found\"",
+        "log: couldn't get usrlib info, status:1",
+    });
+}
+
+TEST_F(LiveApplicationTest, ThatCannotBeOpenedGivesNoUserLibrary) {
+    expectNotFound("/No.app");
+}
+
+TEST_F(LiveApplicationTest, WithoutVersionGivesNoUserLibrary) {
+    bundles.add("/Live.app");
+    expectNotFound("/Live.app");
+}
+
+TEST_F(LiveApplicationTest, WithoutUserLibraryEntryGivesStatus4) {
+    installLive("/Live.app", "11.0", "11.0");
+    disk.addFile("/Users/ann/Library/Preferences/Ableton/Live 11.0/Library.cfg", "nothing here");
+    controller.setUserLibPath(text("/before"));
+    EXPECT_FALSE(controller.setUserLibUsingLiveApp(text("/Live.app")));
+    EXPECT_EQ(controller.userLibPath(), nullptr);
+    expectEffects({"control: User Library label says \"Not found\"",
+                   "log: couldn't get usrlib info, status:4"});
+}
+
+TEST_F(LiveApplicationTest, PathOfOneCharacterOrNoneChangesNothing) {
+    controller.setUserLibPath(text("/before"));
+    for (const char* path : {"", "/", "x", "\xC3\xBC", "\xE2\x82\xAC"}) {
+        EXPECT_FALSE(controller.setUserLibUsingLiveApp(text(path)));
+        EXPECT_EQ(textOf(controller.userLibPath()), "/before");
+        expectEverything({"log: Couldn't get executable"});
+    }
+    EXPECT_FALSE(controller.setUserLibUsingLiveApp(nullptr));
+    EXPECT_EQ(textOf(controller.userLibPath()), "/before");
+    expectEverything({"log: Couldn't get executable"});
+}
+
+TEST_F(LiveApplicationTest, PathOfTwoCharactersIsLookedAt) {
+    expectNotFound("//");
+    // The platform counts a character beyond the basic plane as two.
+    expectNotFound("\xF0\x9F\x8E\xB9");
+}
+
+TEST_F(LiveApplicationTest, IsTheOneGivenNotTheOneStored) {
+    installLive("/Live.app", "11.0", "11.0");
+    controller.setLiveAppPath(text("/Other.app"));
+    expectFound("/Live.app");
+    EXPECT_EQ(textOf(controller.liveAppPath()), "/Other.app");
+}
+
+TEST_F(LiveApplicationTest, OfferToOpenTheDemoSetIsShownEnabledAndTicked) {
+    controller.enableOpenDemoSetUI(true);
+    EXPECT_EQ(openDemoSetCheck->currentState, ControlState::on);
+    expectEverything(
+        {"control: check box enabled", "control: check box shown", "control: check box on"});
+}
+
+TEST_F(LiveApplicationTest, OfferToOpenTheDemoSetIsWithheld) {
+    openDemoSetCheck->currentState = ControlState::on;
+    controller.enableOpenDemoSetUI(false);
+    EXPECT_EQ(openDemoSetCheck->currentState, ControlState::off);
+    expectEverything(
+        {"control: check box disabled", "control: check box hidden", "control: check box off"});
+}
+
+TEST_F(LiveApplicationTest, OpensTheDemoSetAndIgnoresTheAnswer) {
+    controller.setDemoSetPath(text("/Kit/Demo.als"));
+    controller.setLiveAppPath(text("/Live.app/Contents/MacOS/Live"));
+    for (const bool opens : {true, false}) {
+        workspace.opens = opens;
+        controller.openDemoSet();
+        expectEverything({"workspace: open /Kit/Demo.als with /Live.app/Contents/MacOS/Live"});
+    }
+}
+
+}  // namespace
+
+}  // namespace morvella::fakes

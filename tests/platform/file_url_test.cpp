@@ -1,0 +1,100 @@
+#include "platform/file_url.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace morvella {
+
+namespace {
+
+TEST(FileUrlTest, OfAFileNamesNoDirectory) {
+    const FileUrl url = FileUrl::file("/a/b");
+    EXPECT_EQ(url.path(), "/a/b");
+    EXPECT_FALSE(url.namesDirectory());
+    EXPECT_EQ(url.absoluteString(), "file:///a/b");
+}
+
+TEST(FileUrlTest, OfADirectoryNamesOneWithoutSlashInItsPath) {
+    for (const char* path : {"/a/b", "/a/b/", "/a/b///"}) {
+        const FileUrl url = FileUrl::directory(path);
+        EXPECT_EQ(url.path(), "/a/b");
+        EXPECT_TRUE(url.namesDirectory());
+        EXPECT_EQ(url.absoluteString(), "file:///a/b/");
+    }
+}
+
+TEST(FileUrlTest, FinalSlashNamesADirectory) {
+    const FileUrl url = FileUrl::file("/a/b/");
+    EXPECT_EQ(url.path(), "/a/b");
+    EXPECT_TRUE(url.namesDirectory());
+}
+
+TEST(FileUrlTest, OfTheRootHasOneSlash) {
+    for (const FileUrl& url : {FileUrl::file("/"), FileUrl::directory("/"), FileUrl::file("//")}) {
+        EXPECT_EQ(url.path(), "/");
+        EXPECT_TRUE(url.namesDirectory());
+        EXPECT_EQ(url.absoluteString(), "file:///");
+    }
+}
+
+TEST(FileUrlTest, RelativePathGoesBelowADirectory) {
+    const FileUrl base = FileUrl::directory("/a/b");
+    EXPECT_EQ(FileUrl::fileRelativeTo("c", base), FileUrl::file("/a/b/c"));
+    EXPECT_EQ(FileUrl::fileRelativeTo("c/d", base), FileUrl::file("/a/b/c/d"));
+    EXPECT_EQ(FileUrl::directoryRelativeTo("c", base), FileUrl::directory("/a/b/c"));
+    EXPECT_EQ(FileUrl::fileRelativeTo("c", FileUrl::directory("/")), FileUrl::file("/c"));
+}
+
+TEST(FileUrlTest, RelativePathGoesBesideWhatNamesNoDirectory) {
+    const FileUrl base = FileUrl::file("/a/b");
+    EXPECT_EQ(FileUrl::fileRelativeTo("c", base), FileUrl::file("/a/c"));
+    EXPECT_EQ(FileUrl::directoryRelativeTo("c", base), FileUrl::directory("/a/c"));
+    EXPECT_EQ(FileUrl::fileRelativeTo("c", FileUrl::file("/a")), FileUrl::file("/c"));
+}
+
+TEST(FileUrlTest, AbsolutePathStandsForItself) {
+    const FileUrl base = FileUrl::directory("/a/b");
+    EXPECT_EQ(FileUrl::fileRelativeTo("/c", base), FileUrl::file("/c"));
+    EXPECT_EQ(FileUrl::directoryRelativeTo("/c", base), FileUrl::directory("/c"));
+}
+
+TEST(FileUrlTest, ResolvingMayLeadToADirectoryByItsSlash) {
+    EXPECT_EQ(FileUrl::fileRelativeTo("/c/", FileUrl::directory("/a")), FileUrl::directory("/c"));
+}
+
+TEST(FileUrlTest, EqualityWantsPathAndKind) {
+    EXPECT_EQ(FileUrl::file("/a"), FileUrl::file("/a"));
+    EXPECT_NE(FileUrl::file("/a"), FileUrl::directory("/a"));
+    EXPECT_NE(FileUrl::file("/a"), FileUrl::file("/b"));
+}
+
+TEST(FileUrlTest, PathIsKeptByteForByte) {
+    const std::string path = "/u\xCC\x88/\xC3\xBC/100%/\"q\"/\xF0\x9F\x8E\xB9";
+    EXPECT_EQ(FileUrl::file(path).path(), path);
+    EXPECT_EQ(FileUrl::directory(path).path(), path);
+}
+
+TEST(FileUrlTest, TextEncodesEveryByteThatIsNotAllowed) {
+    const std::string allowed =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789"
+        "!$&'()*+,-./:=@_~";
+    for (int value = 1; value < 256; ++value) {
+        const std::string byte(1, static_cast<char>(value));
+        char encoded[4];
+        std::snprintf(encoded, sizeof encoded, "%%%02X", static_cast<unsigned>(value));
+        const std::string expected = allowed.find(byte) != std::string::npos ? byte : encoded;
+        EXPECT_EQ(FileUrl::file("/x" + byte + "y").absoluteString(), "file:///x" + expected + "y");
+    }
+}
+
+TEST(FileUrlTest, TextEncodesWholeNames) {
+    EXPECT_EQ(
+        FileUrl::file("/My Library/100% \"J\xC3\xBCrg\"?#;[\xF0\x9F\x8E\xB9]").absoluteString(),
+        "file:///My%20Library/100%25%20%22J%C3%BCrg%22%3F%23%3B%5B%F0%9F%8E%B9%5D");
+    EXPECT_EQ(FileUrl::directory("/u\xCC\x88 x").absoluteString(), "file:///u%CC%88%20x/");
+}
+
+}  // namespace
+
+}  // namespace morvella

@@ -1,0 +1,107 @@
+#include "platform/paths.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace morvella {
+
+namespace {
+
+TEST(PathsTest, AppendingPutsOneSlashBetween) {
+    EXPECT_EQ(appendingPathComponent("/a", "b"), "/a/b");
+    EXPECT_EQ(appendingPathComponent("/a/", "b"), "/a/b");
+    EXPECT_EQ(appendingPathComponent("/a", "/b"), "/a/b");
+    EXPECT_EQ(appendingPathComponent("/a//", "//b"), "/a/b");
+    EXPECT_EQ(appendingPathComponent("a", "b"), "a/b");
+}
+
+TEST(PathsTest, AppendingLeavesNoSlashAtTheEnd) {
+    EXPECT_EQ(appendingPathComponent("/a", "b/"), "/a/b");
+    EXPECT_EQ(appendingPathComponent("/a", "b//"), "/a/b");
+    EXPECT_EQ(appendingPathComponent("/a/", ""), "/a");
+    EXPECT_EQ(appendingPathComponent("/a/", "/"), "/a");
+}
+
+TEST(PathsTest, AppendingToTheRoot) {
+    EXPECT_EQ(appendingPathComponent("/", "b"), "/b");
+    EXPECT_EQ(appendingPathComponent("/", "/b"), "/b");
+    EXPECT_EQ(appendingPathComponent("/", ""), "/");
+    EXPECT_EQ(appendingPathComponent("//", "b"), "/b");
+}
+
+TEST(PathsTest, AppendingToNothingGivesTheComponent) {
+    EXPECT_EQ(appendingPathComponent("", "b"), "b");
+    EXPECT_EQ(appendingPathComponent("", "b/"), "b");
+    EXPECT_EQ(appendingPathComponent("", "/b"), "/b");
+    EXPECT_EQ(appendingPathComponent("", "/"), "/");
+    EXPECT_EQ(appendingPathComponent("", ""), "");
+}
+
+TEST(PathsTest, AppendingKeepsWhatLiesWithin) {
+    EXPECT_EQ(appendingPathComponent("/a b/..", "c/d.e"), "/a b/../c/d.e");
+    EXPECT_EQ(appendingPathComponent("/u\xCC\x88", "\xC3\xBC"), "/u\xCC\x88/\xC3\xBC");
+}
+
+TEST(PathsTest, DeletingTakesTheLastComponentAway) {
+    EXPECT_EQ(deletingLastPathComponent("/a/b"), "/a");
+    EXPECT_EQ(deletingLastPathComponent("/a/b/"), "/a");
+    EXPECT_EQ(deletingLastPathComponent("/a//b//"), "/a");
+    EXPECT_EQ(deletingLastPathComponent("a/b"), "a");
+    EXPECT_EQ(deletingLastPathComponent("/a/b.c"), "/a");
+}
+
+TEST(PathsTest, DeletingStopsAtTheRootAndAtNothing) {
+    EXPECT_EQ(deletingLastPathComponent("/a"), "/");
+    EXPECT_EQ(deletingLastPathComponent("/"), "/");
+    EXPECT_EQ(deletingLastPathComponent("//"), "/");
+    EXPECT_EQ(deletingLastPathComponent("//a"), "/");
+    EXPECT_EQ(deletingLastPathComponent("a"), "");
+    EXPECT_EQ(deletingLastPathComponent(""), "");
+}
+
+TEST(PathsTest, ExtensionIsWhatFollowsTheLastDotOfTheLastComponent) {
+    EXPECT_EQ(pathExtension("/a/b.app"), "app");
+    EXPECT_EQ(pathExtension("b.app"), "app");
+    EXPECT_EQ(pathExtension("/a/b.tar.gz"), "gz");
+    EXPECT_EQ(pathExtension("/Applications/Live 11 Suite.app"), "app");
+    EXPECT_EQ(pathExtension("/a..app"), "app");
+    EXPECT_EQ(pathExtension("/x.app/y.txt"), "txt");
+}
+
+TEST(PathsTest, ExtensionIsEmptyWithoutOne) {
+    EXPECT_EQ(pathExtension(""), "");
+    EXPECT_EQ(pathExtension("/"), "");
+    EXPECT_EQ(pathExtension("app"), "");
+    EXPECT_EQ(pathExtension("/a/app"), "");
+    EXPECT_EQ(pathExtension("/a.app/b"), "");
+    EXPECT_EQ(pathExtension("/a/b."), "");
+}
+
+TEST(PathsTest, ExtensionNeedsANameBeforeTheDot) {
+    EXPECT_EQ(pathExtension(".app"), "");
+    EXPECT_EQ(pathExtension("/a/.app"), "");
+    EXPECT_EQ(pathExtension("/a/.b.app"), "app");
+}
+
+TEST(PathsTest, ExtensionIgnoresFinalSlashes) {
+    EXPECT_EQ(pathExtension("/a/b.app/"), "app");
+    EXPECT_EQ(pathExtension("/a/b.app///"), "app");
+}
+
+TEST(PathsTest, ComponentsLieBetweenTheSeparators) {
+    using Pieces = std::vector<std::string_view>;
+    const auto split = componentsSeparatedBy<Pieces>;
+    EXPECT_EQ(split("", "."), (Pieces{""}));
+    EXPECT_EQ(split("abc", "."), (Pieces{"abc"}));
+    EXPECT_EQ(split("a.b.c", "."), (Pieces{"a", "b", "c"}));
+    EXPECT_EQ(split(".a..b.", "."), (Pieces{"", "a", "", "b", ""}));
+    EXPECT_EQ(split("a/sep/b/sep", "/sep"), (Pieces{"a", "/b", ""}));
+    EXPECT_EQ(split("aaa", "aa"), (Pieces{"", "a"}));
+    EXPECT_EQ(split("aa", "aa"), (Pieces{"", ""}));
+}
+
+}  // namespace
+
+}  // namespace morvella

@@ -1,0 +1,33 @@
+#include <gtest/gtest.h>
+
+#include <string_view>
+
+#include "platform/alert.hpp"
+#include "platform/files.hpp"
+#include "platform/user_defaults.hpp"
+
+namespace morvella {
+
+namespace {
+
+/// The adapters hand these numbers to the platform as they are.
+TEST(PlatformValuesTest, AreThePlatformsOwn) {
+    EXPECT_EQ(static_cast<int>(AlertStyle::warning), 0);
+    EXPECT_EQ(static_cast<int>(AlertStyle::informational), 1);
+    EXPECT_EQ(static_cast<int>(AlertStyle::critical), 2);
+    EXPECT_EQ(static_cast<int>(ControlState::mixed), -1);
+    EXPECT_EQ(static_cast<int>(ControlState::off), 0);
+    EXPECT_EQ(static_cast<int>(ControlState::on), 1);
+    EXPECT_EQ(static_cast<int>(ProgressIndicatorStyle::bar), 0);
+    EXPECT_EQ(static_cast<int>(ProgressIndicatorStyle::spinning), 1);
+    EXPECT_EQ(static_cast<int>(StandardDirectory::applications), 1);
+    EXPECT_EQ(static_cast<int>(StandardDirectory::users), 7);
+    EXPECT_EQ(static_cast<int>(StandardDirectory::documents), 9);
+    EXPECT_EQ(static_cast<int>(Domain::user), 1);
+    EXPECT_EQ(static_cast<int>(Domain::local), 2);
+    EXPECT_EQ(std::string_view(argumentDomain), "NSArgumentDomain");
+}
+
+}  // namespace
+
+}  // namespace morvella

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/application.hpp"
+#include "platform/clock.hpp"
+#include "platform/log.hpp"
+#include "platform/run_loop.hpp"
+#include "platform/task.hpp"
+#include "support/fake_disk.hpp"
+#include "support/fake_object.hpp"
+#include "support/journal.hpp"
+
+namespace morvella::fakes {
+
+class FakeLog : public Log {
+  public:
+    explicit FakeLog(Journal& journal) : journal_(journal) {}
+
+  private:
+    void writeLine(const std::string& line) override { journal_.write(Kind::log, line); }
+
+    Journal& journal_;
+};
+
+class FakeApplication : public Application {
+  public:
+    explicit FakeApplication(Journal& journal) : journal_(journal) {}
+    void terminate(const Object* sender) override {
+        journal_.write(Kind::application, "terminated by " + nameOf(sender));
+    }
+
+  private:
+    Journal& journal_;
+};
+
+class FakeWorkspace : public Workspace {
+  public:
+    explicit FakeWorkspace(Journal& journal) : journal_(journal) {}
+    bool openFile(const std::string& path, const std::string& application) override {
+        journal_.write(Kind::workspace, "open " + path + " with " + application);
+        return opens;
+    }
+
+    bool opens = true;
+
+  private:
+    Journal& journal_;
+};
+
+/// Stands at one moment and writes every moment as `stamp`.
+class FakeClock : public Clock {
+  public:
+    explicit FakeClock(Journal& journal) : journal_(journal) {}
+    [[nodiscard]] Time now() const override { return Time(std::chrono::seconds(1234567890)); }
+    [[nodiscard]] std::string format(Time time, const std::string& dateFormat) const override;
+
+    std::string stamp = "2009-02-13(233130)";
+
+  private:
+    Journal& journal_;
+};
+
+/// A main queue and timers that move only when the test says so.
+class FakeRunLoop : public RunLoop {
+  public:
+    explicit FakeRunLoop(Journal& journal) : journal_(journal) {}
+    void dispatchAsync(std::function<void()> work) override;
+    void scheduleRepeatingTimer(double interval, std::function<void(Timer&)> tick) override;
+
+    /// Runs what is on the main queue now.
+    void drainMainQueue();
+    /// Lets every timer tick once that is not invalidated. Returns how many did.
+    size_t tick();
+
+  private:
+    class FakeTimer;
+
+    Journal& journal_;
+    std::vector<std::function<void()>> queue_;
+    std::vector<std::shared_ptr<FakeTimer>> timers_;
+};
+
+/// Runs nothing. A command that unpacks adds what its archive holds to the disk.
+class FakeTaskRunner : public TaskRunner {
+  public:
+    FakeTaskRunner(Journal& journal, FakeDisk& disk) : journal_(journal), disk_(disk) {}
+    /// Writes the launch path and the arguments with " | " between them.
+    std::optional<TaskResult> run(const Command& command) override;
+
+    /// By the archive's path, the files in it. Unpacking adds them below the last argument.
+    std::map<std::string, std::vector<std::string>> archives;
+    /// By the archive's or zip file's path; any other command prints nothing and succeeds. No
+    /// result stands for a command that cannot be started. What does not succeed unpacks nothing.
+    std::map<std::string, std::optional<TaskResult>> results;
+
+  private:
+    Journal& journal_;
+    FakeDisk& disk_;
+};
+
+}  // namespace morvella::fakes

@@ -1,0 +1,66 @@
+#include "support/installer_test.hpp"
+
+namespace morvella::fakes {
+
+InstallerTest::InstallerTest() {
+    for (const char* resource : {"license.rtf", "Archivo-Medium.ttf", "OpenSans-Regular.ttf",
+                                 "morvella.zip", "Tressimo.zip", "ISF.zip"}) {
+        const std::string path = std::string("/Bundle/") + resource;
+        bundles.main->resources[resource] = path;
+        disk.addFile(path);
+    }
+    richText.documents["/Bundle/license.rtf"] = std::make_shared<FakeAttributedString>("licence");
+
+    const auto label = [this](const char* name) {
+        return std::make_shared<FakeTextFieldCell>(name, journal);
+    };
+    const auto indicator = [this](const char* name) {
+        return std::make_shared<FakeProgressIndicator>(name, journal);
+    };
+    controller.setInitialView(initialView);
+    controller.setWelcomeView(welcomeView);
+    controller.setWelcomeVersionString(label("version label"));
+    controller.setWelcomeBetaString(label("beta label"));
+    controller.setLicenseView(licenseView);
+    controller.setLicenseText(std::make_shared<FakeTextView>("licence text", journal));
+    controller.setSettingsView(settingsView);
+    controller.setSettingsIndicator(indicator("settings indicator"));
+    controller.setSettingsInfoText(label("status line"));
+    controller.setSettingsUserLibLabel(label("User Library label"));
+    controller.setSettingsNextButton(std::make_shared<FakeButton>("next button", journal));
+    controller.setDoInstallView(doInstallView);
+    controller.setDoInstallIndicator(indicator("installation indicator"));
+    controller.setPostInstallView(postInstallView);
+    controller.setPostInstallOpenDemoSetCheck(openDemoSetCheck);
+    viewController.shown = initialView;
+}
+
+void InstallerTest::launchWith(const std::string& key, const std::string& value) {
+    userDefaults.suites["NSArgumentDomain"][key] = std::make_shared<FakeDefaultsValue>(value);
+}
+
+void InstallerTest::useUserLibrary() {
+    disk.addFolder(userLibrary);
+    controller.setUserLibPath(text(userLibrary));
+}
+
+std::string InstallerTest::terminationSheet(const std::string& message) {
+    return lines({"window: made key by controller", "log: critical error:" + message,
+                  "sheet: critical \"" + message + "\" [Quit]"});
+}
+
+void InstallerTest::expectEffects(std::initializer_list<std::string_view> expected, int line) {
+    expectEffects(lines(expected), line);
+}
+
+void InstallerTest::expectEffects(const std::string& expected, int line) {
+    EXPECT_EQ(journal.effects(), expected) << "compared in line " << line;
+    journal.clear();
+}
+
+void InstallerTest::expectEverything(std::initializer_list<std::string_view> expected, int line) {
+    EXPECT_EQ(journal.everything(), lines(expected)) << "compared in line " << line;
+    journal.clear();
+}
+
+}  // namespace morvella::fakes

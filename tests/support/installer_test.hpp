@@ -1,0 +1,93 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "app/morvella_installer_view_controller.hpp"
+#include "support/fake_bundle.hpp"
+#include "support/fake_controls.hpp"
+#include "support/fake_disk.hpp"
+#include "support/fake_system.hpp"
+#include "support/fake_window.hpp"
+#include "support/journal.hpp"
+
+namespace morvella::fakes {
+
+using Controller = MorvellaInstallerViewController;
+
+/// The whole platform, faked, around one journal.
+struct FakePlatform {
+    Journal journal;
+    FakeApplication application{journal};
+    FakeBundles bundles{journal};
+    FakeClock clock{journal};
+    FakeControlFactory controls{journal};
+    FakeDisk disk{journal};
+    FakeLog log{journal};
+    FakeRichTextReader richText{journal};
+    FakeRunLoop runLoop{journal};
+    FakeStandardFolders folders{journal};
+    FakeTaskRunner tasks{journal, disk};
+    FakeUserDefaultsSuites userDefaults{journal};
+    FakeWorkspace workspace{journal};
+
+    Platform platform{application, bundles, clock,   controls, disk,         disk,     log,
+                      richText,    runLoop, folders, tasks,    userDefaults, workspace};
+};
+
+/// The controller on a faked platform with every view and control connected, as the interface file
+/// does it. The home folder is "/Users/ann"; the bundle's resources, all there, lie in "/Bundle".
+class InstallerTest : public ::testing::Test, protected FakePlatform {
+  protected:
+    InstallerTest();
+
+    std::shared_ptr<FakeView> makeView(const std::string& name) {
+        return std::make_shared<FakeView>(name, window);
+    }
+
+    static std::shared_ptr<const std::string> text(std::string_view text) {
+        return std::make_shared<const std::string>(text);
+    }
+    static std::string textOf(const std::shared_ptr<const std::string>& text) {
+        return text ? *text : "(nothing)";
+    }
+
+    /// Gives the installer a launch argument.
+    void launchWith(const std::string& key, const std::string& value);
+
+    /// Sets the User Library to `userLibrary`, which is there.
+    void useUserLibrary();
+
+    /// What the journal holds of one call of `terminateAppWithAlertSheet`.
+    static std::string terminationSheet(const std::string& message);
+
+    /// Compares what was done since the last comparison, without questions.
+    void expectEffects(std::initializer_list<std::string_view> expected,
+                       int line = __builtin_LINE());
+    void expectEffects(const std::string& expected, int line = __builtin_LINE());
+    /// The same with questions.
+    void expectEverything(std::initializer_list<std::string_view> expected,
+                          int line = __builtin_LINE());
+
+    const std::string userLibrary = "/Users/ann/Music/User Library";
+    const std::string installed = userLibrary + "/Morvella";
+
+    std::shared_ptr<FakeWindow> window = std::make_shared<FakeWindow>(journal);
+    FakeViewController viewController{journal};
+    Controller controller{viewController, platform};
+
+    std::shared_ptr<FakeView> initialView = makeView("initial view");
+    std::shared_ptr<FakeView> welcomeView = makeView("welcome page");
+    std::shared_ptr<FakeView> licenseView = makeView("licence page");
+    std::shared_ptr<FakeView> settingsView = makeView("settings page");
+    std::shared_ptr<FakeView> doInstallView = makeView("installation page");
+    std::shared_ptr<FakeView> postInstallView = makeView("post-installation page");
+    std::shared_ptr<FakeButton> openDemoSetCheck =
+        std::make_shared<FakeButton>("check box", journal);
+};
+
+}  // namespace morvella::fakes
