@@ -60,7 +60,7 @@ FileUrl FileUrl::directory(std::string_view path) {
 }
 
 FileUrl FileUrl::fileRelativeTo(std::string_view path, const FileUrl& base) {
-    return {resolved(path, base), false};
+    return {resolved(path, base), path.ends_with('/')};
 }
 
 FileUrl FileUrl::directoryRelativeTo(std::string_view path, const FileUrl& base) {

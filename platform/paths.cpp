@@ -14,20 +14,20 @@ std::string_view withoutFinalSlashes(std::string_view path) {
 }  // namespace
 
 std::string appendingPathComponent(std::string_view path, std::string_view component) {
-    if (path.empty()) {
-        return std::string(withoutFinalSlashes(component));
-    }
-    while (component.starts_with('/')) {
-        component.remove_prefix(1);
-    }
-    std::string joined(withoutFinalSlashes(path));
-    if (!component.empty()) {
-        if (!joined.ends_with('/')) {
-            joined += '/';
+    std::string joined;
+    const auto append = [&joined](std::string_view part) {
+        for (const char character : part) {
+            if (character != '/' || !joined.ends_with('/')) {
+                joined += character;
+            }
         }
-        joined += withoutFinalSlashes(component);
+    };
+    append(path);
+    if (!path.empty()) {
+        append("/");
     }
-    return joined;
+    append(component);
+    return std::string(withoutFinalSlashes(joined));
 }
 
 std::string deletingLastPathComponent(std::string_view path) {

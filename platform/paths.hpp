@@ -6,8 +6,8 @@
 /// Paths are UTF-8 text, kept byte for byte; these functions follow Foundation's rules for them.
 namespace morvella {
 
-/// `path` and `component` with exactly one slash between them and none at the end.
-/// An empty `path` gives the component alone.
+/// `path` and `component` with a slash between them. Several slashes in a row become one, and none
+/// stays at the end. An empty `path` gives the component alone.
 std::string appendingPathComponent(std::string_view path, std::string_view component);
 
 /// `path` without its last component and the slash before it; "/" stays "/".

@@ -59,7 +59,7 @@ std::optional<std::string> FakeBundle::infoDictionaryText(const std::string& key
 }
 
 std::shared_ptr<const Bundle> FakeBundles::bundleWithUrl(const FileUrl& url) const {
-    journal_.write(Kind::question, "bundle at " + url.path());
+    journal_.write(Kind::question, "bundle at " + url.path() + (url.namesDirectory() ? "/" : ""));
     return lookUp(others_, url.path()).value_or(nullptr);
 }
 

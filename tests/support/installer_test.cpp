@@ -11,28 +11,32 @@ InstallerTest::InstallerTest() {
     }
     richText.documents["/Bundle/license.rtf"] = std::make_shared<FakeAttributedString>("licence");
 
+    connect(controller);
+    viewController.shown = initialView;
+}
+
+void InstallerTest::connect(Controller& target) {
     const auto label = [this](const char* name) {
         return std::make_shared<FakeTextFieldCell>(name, journal);
     };
     const auto indicator = [this](const char* name) {
         return std::make_shared<FakeProgressIndicator>(name, journal);
     };
-    controller.setInitialView(initialView);
-    controller.setWelcomeView(welcomeView);
-    controller.setWelcomeVersionString(label("version label"));
-    controller.setWelcomeBetaString(label("beta label"));
-    controller.setLicenseView(licenseView);
-    controller.setLicenseText(std::make_shared<FakeTextView>("licence text", journal));
-    controller.setSettingsView(settingsView);
-    controller.setSettingsIndicator(indicator("settings indicator"));
-    controller.setSettingsInfoText(label("status line"));
-    controller.setSettingsUserLibLabel(label("User Library label"));
-    controller.setSettingsNextButton(std::make_shared<FakeButton>("next button", journal));
-    controller.setDoInstallView(doInstallView);
-    controller.setDoInstallIndicator(indicator("installation indicator"));
-    controller.setPostInstallView(postInstallView);
-    controller.setPostInstallOpenDemoSetCheck(openDemoSetCheck);
-    viewController.shown = initialView;
+    target.setInitialView(initialView);
+    target.setWelcomeView(welcomeView);
+    target.setWelcomeVersionString(label("version label"));
+    target.setWelcomeBetaString(label("beta label"));
+    target.setLicenseView(licenseView);
+    target.setLicenseText(std::make_shared<FakeTextView>("licence text", journal));
+    target.setSettingsView(settingsView);
+    target.setSettingsIndicator(indicator("settings indicator"));
+    target.setSettingsInfoText(label("status line"));
+    target.setSettingsUserLibLabel(label("User Library label"));
+    target.setSettingsNextButton(std::make_shared<FakeButton>("next button", journal));
+    target.setDoInstallView(doInstallView);
+    target.setDoInstallIndicator(indicator("installation indicator"));
+    target.setPostInstallView(postInstallView);
+    target.setPostInstallOpenDemoSetCheck(openDemoSetCheck);
 }
 
 void InstallerTest::launchWith(const std::string& key, const std::string& value) {

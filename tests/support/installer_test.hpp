@@ -56,6 +56,9 @@ class InstallerTest : public ::testing::Test, protected FakePlatform {
         return text ? *text : "(nothing)";
     }
 
+    /// Connects every view and control, as the interface file does.
+    void connect(Controller& target);
+
     /// Gives the installer a launch argument.
     void launchWith(const std::string& key, const std::string& value);
 

@@ -51,6 +51,9 @@ std::string lines(std::initializer_list<std::string_view> lines) {
 
 void Journal::write(Kind kind, std::string_view what) {
     entries_.push_back({kind, std::string(prefixOf(kind)).append(what)});
+    if (watcher) {
+        watcher(entries_.back().line);
+    }
 }
 
 std::string Journal::everything() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -34,6 +35,10 @@ class Journal {
   public:
     void write(Kind kind, std::string_view what);
     void clear() { entries_.clear(); }
+
+    /// If there is one, it is called with each line before the installer goes on: what the state is
+    /// at that moment.
+    std::function<void(const std::string& line)> watcher;
 
     /// Everything, also what the platform was only asked.
     [[nodiscard]] std::string everything() const;

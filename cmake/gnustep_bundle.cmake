@@ -1,0 +1,26 @@
+# The installer as a GNUstep application bundle, with the archiver stand-in inside.
+add_subdirectory(platform/gnustep)
+add_subdirectory(platform/gnustep/archiver)
+
+target_link_libraries(morvella_cocoa PUBLIC gnustep_flags)
+
+add_executable(installer platform/cocoa/main.mm)
+target_link_libraries(installer PRIVATE morvella_cocoa morvella_gnustep)
+
+set(bundle "${CMAKE_BINARY_DIR}/Morvella Installer.app")
+set_target_properties(installer PROPERTIES
+  OUTPUT_NAME "Morvella Installer"
+  RUNTIME_OUTPUT_DIRECTORY "${bundle}")
+set_target_properties(ditto PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${bundle}/Helpers")
+add_dependencies(installer ditto)
+
+# One stamp for all of them: each is copied again when one has changed.
+add_custom_command(
+  OUTPUT "${CMAKE_BINARY_DIR}/resources.stamp"
+  COMMAND ${CMAKE_COMMAND} -E rm -rf "${bundle}/Resources"
+  COMMAND ${CMAKE_COMMAND} -E make_directory "${bundle}/Resources"
+  COMMAND ${CMAKE_COMMAND} -E copy ${MORVELLA_RESOURCE_FILES} "${bundle}/Resources"
+  COMMAND ${CMAKE_COMMAND} -E touch "${CMAKE_BINARY_DIR}/resources.stamp"
+  DEPENDS ${MORVELLA_RESOURCE_FILES} payload
+  VERBATIM)
+add_custom_target(bundle_resources ALL DEPENDS "${CMAKE_BINARY_DIR}/resources.stamp")

@@ -1,0 +1,6 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+@interface MorvellaInstallerAppDelegate : NSObject <NSApplicationDelegate>
+@end

@@ -1,0 +1,15 @@
+#import "platform/cocoa/MorvellaInstallerAppDelegate.h"
+
+@implementation MorvellaInstallerAppDelegate
+
+- (void)applicationDidFinishLaunching:(NSNotification*)notification {
+}
+
+- (void)applicationWillTerminate:(NSNotification*)notification {
+}
+
+- (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender {
+    return YES;
+}
+
+@end

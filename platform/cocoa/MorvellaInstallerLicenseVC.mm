@@ -1,0 +1,65 @@
+#import "platform/cocoa/MorvellaInstallerLicenseVC.h"
+
+#include "app/morvella_installer_license_vc.hpp"
+#include "platform/cocoa/cocoa_platform.h"
+#include "platform/cocoa/controls.h"
+
+using morvella::handleOf;
+using morvella::objectOf;
+
+@implementation MorvellaInstallerLicenseVC
+
+- (instancetype)initWithNibName:(NSString*)name bundle:(NSBundle*)bundle {
+    self = [super initWithNibName:name bundle:bundle];
+    if (self) {
+        _controller = new morvella::MorvellaInstallerLicenseVC(morvella::cocoaPlatform());
+    }
+    return self;
+}
+
+- (instancetype)initWithCoder:(NSCoder*)coder {
+    self = [super initWithCoder:coder];
+    if (self) {
+        _controller = new morvella::MorvellaInstallerLicenseVC(morvella::cocoaPlatform());
+    }
+    return self;
+}
+
+- (void)dealloc {
+    delete _controller;
+    [super dealloc];
+}
+
+- (NSTextView*)licenseView {
+    return objectOf(_controller->licenseView());
+}
+
+- (void)setLicenseView:(NSTextView*)view {
+    _controller->setLicenseView(handleOf<morvella::CocoaTextView>(view));
+}
+
+- (NSAttributedString*)licenseText {
+    return objectOf(_controller->licenseText());
+}
+
+- (void)setLicenseText:(NSAttributedString*)text {
+    _controller->setLicenseText(handleOf<morvella::CocoaAttributedString>(text));
+}
+
+- (void)awakeFromNib {
+    [super awakeFromNib];
+    _connected = YES;
+    [self viewDidLoad];
+}
+
+/// The platform may call this before the outlets are connected, or not at all when the view came
+/// from another interface file: the first call after `awakeFromNib` counts, and no other.
+- (void)viewDidLoad {
+    [super viewDidLoad];
+    if (_connected && !_loaded) {
+        _loaded = YES;
+        _controller->viewDidLoad();
+    }
+}
+
+@end

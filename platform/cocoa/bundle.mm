@@ -1,0 +1,48 @@
+#import <AppKit/AppKit.h>
+
+#include "platform/cocoa/bundle.h"
+#include "platform/cocoa/controls.h"
+#include "platform/cocoa/conversions.h"
+
+namespace morvella {
+
+std::optional<std::string> CocoaBundle::pathForResource(const std::string& name) const {
+    return optionalTextOf([bundle_.get() pathForResource:stringOf(name) ofType:nil]);
+}
+
+std::optional<FileUrl> CocoaBundle::urlForResource(const std::string& name) const {
+    NSURL* url = [bundle_.get() URLForResource:stringOf(name) withExtension:nil];
+    return url ? std::optional(fileUrlOf(url)) : std::nullopt;
+}
+
+std::optional<std::string> CocoaBundle::infoDictionaryText(const std::string& key) const {
+    id value = [[bundle_.get() infoDictionary] valueForKey:stringOf(key)];
+    return [value isKindOfClass:[NSString class]] ? optionalTextOf(value) : std::nullopt;
+}
+
+std::shared_ptr<const Bundle> CocoaBundles::mainBundle() const {
+    return std::make_shared<const CocoaBundle>([NSBundle mainBundle]);
+}
+
+std::shared_ptr<const Bundle> CocoaBundles::bundleWithUrl(const FileUrl& url) const {
+    NSBundle* bundle = [NSBundle bundleWithURL:urlOf(url)];
+    return bundle ? std::make_shared<const CocoaBundle>(bundle) : nullptr;
+}
+
+std::shared_ptr<AttributedString> CocoaRichTextReader::attributedStringWithUrl(
+    const FileUrl& url) const {
+    NSError* error = nil;
+    NSAttributedString* text = nil;
+    // A damaged document may raise instead of failing.
+    @try {
+        text = [[[NSAttributedString alloc] initWithURL:urlOf(url)
+                                                options:@{}
+                                     documentAttributes:NULL
+                                                  error:&error] autorelease];
+    } @catch (NSException* exception) {
+        text = nil;
+    }
+    return handleOf<CocoaAttributedString>(text);
+}
+
+}  // namespace morvella

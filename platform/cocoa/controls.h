@@ -1,0 +1,53 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "platform/cocoa/handle.h"
+#include "platform/controls.hpp"
+
+namespace morvella {
+
+class CocoaButton : public Handle<Button, NSButton*> {
+  public:
+    using Handle::Handle;
+    [[nodiscard]] ControlState state() const override;
+    void setState(ControlState state) override;
+    void setEnabled(bool enabled) override;
+    void setHidden(bool hidden) override;
+};
+
+class CocoaTextFieldCell : public Handle<TextFieldCell, NSTextFieldCell*> {
+  public:
+    using Handle::Handle;
+    /// The whole title is also shown as the tool tip of the cell's control, for where it is
+    /// shortened.
+    void setTitle(const std::string& title) override;
+};
+
+class CocoaAttributedString : public Handle<AttributedString, NSAttributedString*> {
+  public:
+    using Handle::Handle;
+};
+
+class CocoaTextView : public Handle<TextView, NSTextView*> {
+  public:
+    using Handle::Handle;
+    void setAttributedString(const std::shared_ptr<AttributedString>& text) override;
+};
+
+class CocoaProgressIndicator : public Handle<ProgressIndicator, NSProgressIndicator*> {
+  public:
+    /// The indicator animates in its own thread from now on, where the platform can.
+    explicit CocoaProgressIndicator(NSProgressIndicator* indicator);
+    void startAnimation(const Object* sender) override;
+    void stopAnimation(const Object* sender) override;
+    void setHidden(bool hidden) override;
+};
+
+class CocoaControlFactory : public ControlFactory {
+  public:
+    std::shared_ptr<ProgressIndicator> makeProgressIndicator(
+        const ProgressIndicatorSettings& settings) override;
+};
+
+}  // namespace morvella

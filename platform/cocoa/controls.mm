@@ -1,0 +1,65 @@
+#include "platform/cocoa/controls.h"
+
+#include "platform/cocoa/conversions.h"
+
+namespace morvella {
+
+ControlState CocoaButton::state() const {
+    return static_cast<ControlState>([object() state]);
+}
+
+void CocoaButton::setState(ControlState state) {
+    [object() setState:static_cast<NSControlStateValue>(state)];
+}
+
+void CocoaButton::setEnabled(bool enabled) {
+    [object() setEnabled:enabled];
+}
+
+void CocoaButton::setHidden(bool hidden) {
+    [object() setHidden:hidden];
+}
+
+void CocoaTextFieldCell::setTitle(const std::string& title) {
+    [object() setTitle:stringOf(title)];
+    [[object() controlView] setToolTip:stringOf(title)];
+}
+
+void CocoaTextView::setAttributedString(const std::shared_ptr<AttributedString>& text) {
+    NSAttributedString* content = objectOf(text);
+    if (!content) {
+        content = [[[NSAttributedString alloc] initWithString:@""] autorelease];
+    }
+    [[object() textStorage] setAttributedString:content];
+    // Text without a colour of its own is black, on a dark background too.
+    [object() setTextColor:[NSColor textColor]];
+}
+
+CocoaProgressIndicator::CocoaProgressIndicator(NSProgressIndicator* indicator) : Handle(indicator) {
+    [indicator setUsesThreadedAnimation:YES];
+}
+
+void CocoaProgressIndicator::startAnimation(const Object* sender) {
+    [object() startAnimation:objectOf(sender)];
+}
+
+void CocoaProgressIndicator::stopAnimation(const Object* sender) {
+    [object() stopAnimation:objectOf(sender)];
+}
+
+void CocoaProgressIndicator::setHidden(bool hidden) {
+    [object() setHidden:hidden];
+}
+
+std::shared_ptr<ProgressIndicator> CocoaControlFactory::makeProgressIndicator(
+    const ProgressIndicatorSettings& settings) {
+    const NSRect frame = NSMakeRect(settings.x, settings.y, settings.width, settings.height);
+    NSProgressIndicator* indicator =
+        [[[NSProgressIndicator alloc] initWithFrame:frame] autorelease];
+    [indicator setStyle:static_cast<NSProgressIndicatorStyle>(settings.style)];
+    [indicator setIndeterminate:settings.indeterminate];
+    [indicator setHidden:settings.hidden];
+    return std::make_shared<CocoaProgressIndicator>(indicator);
+}
+
+}  // namespace morvella

@@ -1,0 +1,53 @@
+#include "platform/cocoa/conversions.h"
+
+namespace morvella {
+
+std::string textOf(NSString* text) {
+    NSData* bytes = [text dataUsingEncoding:NSUTF8StringEncoding];
+    return {static_cast<const char*>([bytes bytes]), [bytes length]};
+}
+
+std::optional<std::string> optionalTextOf(NSString* text) {
+    return text ? std::optional(textOf(text)) : std::nullopt;
+}
+
+NSString* stringOf(const std::string& text) {
+    NSString* string = [[NSString alloc] initWithBytes:text.data()
+                                                length:text.size()
+                                              encoding:NSUTF8StringEncoding];
+    return string ? [string autorelease] : @"";
+}
+
+std::shared_ptr<const std::string> sharedTextOf(NSString* text) {
+    return text ? std::make_shared<const std::string>(textOf(text)) : nullptr;
+}
+
+NSString* stringOf(const std::shared_ptr<const std::string>& text) {
+    return text ? stringOf(*text) : nil;
+}
+
+NSArray* stringsOf(const std::vector<std::string>& texts) {
+    NSMutableArray* strings = [NSMutableArray arrayWithCapacity:texts.size()];
+    for (const std::string& text : texts) {
+        [strings addObject:stringOf(text)];
+    }
+    return strings;
+}
+
+NSURL* urlOf(const FileUrl& url) {
+    return [NSURL fileURLWithPath:stringOf(url.path()) isDirectory:url.namesDirectory()];
+}
+
+FileUrl fileUrlOf(NSURL* url) {
+    const bool namesDirectory = [[url absoluteString] hasSuffix:@"/"];
+    const std::string path = textOf([url path]);
+    return namesDirectory ? FileUrl::directory(path) : FileUrl::file(path);
+}
+
+void writeError(NSError* error, ErrorOut out) {
+    if (out) {
+        *out = Error{textOf([error localizedDescription])};
+    }
+}
+
+}  // namespace morvella

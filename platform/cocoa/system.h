@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/application.hpp"
+#include "platform/clock.hpp"
+#include "platform/log.hpp"
+#include "platform/run_loop.hpp"
+#include "platform/task.hpp"
+
+namespace morvella {
+
+class CocoaApplication : public Application {
+  public:
+    void terminate(const Object* sender) override;
+};
+
+class CocoaClock : public Clock {
+  public:
+    [[nodiscard]] Time now() const override;
+    [[nodiscard]] std::string format(Time time, const std::string& dateFormat) const override;
+};
+
+class CocoaLog : public Log {
+  private:
+    void writeLine(const std::string& line) override;
+};
+
+class CocoaRunLoop : public RunLoop {
+  public:
+    void dispatchAsync(std::function<void()> work) override;
+    void scheduleRepeatingTimer(double interval, std::function<void(Timer&)> tick) override;
+};
+
+class CocoaTaskRunner : public TaskRunner {
+  public:
+    std::optional<TaskResult> run(const Command& command) override;
+};
+
+class CocoaWorkspace : public Workspace {
+  public:
+    bool openFile(const std::string& path, const std::string& application) override;
+};
+
+}  // namespace morvella

@@ -1,0 +1,91 @@
+#import <AppKit/AppKit.h>
+#include <dispatch/dispatch.h>
+
+#include "platform/cocoa/conversions.h"
+#include "platform/cocoa/handle.h"
+#include "platform/cocoa/system.h"
+
+namespace morvella {
+
+void CocoaApplication::terminate(const Object* sender) {
+    [[NSApplication sharedApplication] terminate:objectOf(sender)];
+}
+
+Clock::Time CocoaClock::now() const {
+    return std::chrono::system_clock::now();
+}
+
+std::string CocoaClock::format(Time time, const std::string& dateFormat) const {
+    const std::chrono::duration<double> seconds = time.time_since_epoch();
+    NSDateFormatter* formatter = [[[NSDateFormatter alloc] init] autorelease];
+    [formatter setDateFormat:stringOf(dateFormat)];
+    return textOf(
+        [formatter stringFromDate:[NSDate dateWithTimeIntervalSince1970:seconds.count()]]);
+}
+
+void CocoaLog::writeLine(const std::string& line) {
+    NSLog(@"%@", stringOf(line));
+}
+
+void CocoaRunLoop::dispatchAsync(std::function<void()> work) {
+    dispatch_async(dispatch_get_main_queue(), ^{
+        work();
+    });
+}
+
+namespace {
+
+class CocoaTimer : public Timer {
+  public:
+    explicit CocoaTimer(NSTimer* timer) : timer_(timer) {}
+    void invalidate() override { [timer_ invalidate]; }
+
+  private:
+    NSTimer* timer_;
+};
+
+}  // namespace
+
+void CocoaRunLoop::scheduleRepeatingTimer(double interval, std::function<void(Timer&)> tick) {
+    NSTimer* timer = [NSTimer timerWithTimeInterval:interval
+                                            repeats:YES
+                                              block:^(NSTimer* fired) {
+                                                  CocoaTimer current(fired);
+                                                  tick(current);
+                                              }];
+    [[NSRunLoop mainRunLoop] addTimer:timer forMode:NSDefaultRunLoopMode];
+}
+
+std::optional<TaskResult> CocoaTaskRunner::run(const Command& command) {
+    NSPipe* pipe = [NSPipe pipe];
+    NSTask* task = [[[NSTask alloc] init] autorelease];
+    [task setLaunchPath:stringOf(command.launchPath)];
+    [task setStandardOutput:pipe];
+    [task setStandardError:pipe];
+    [task setArguments:stringsOf(command.arguments)];
+    if (command.currentDirectoryPath) {
+        [task setCurrentDirectoryPath:stringOf(*command.currentDirectoryPath)];
+    }
+    NSFileHandle* output = [pipe fileHandleForReading];
+    // This and the two setters of paths are announced as deprecated, but GNUstep has nothing newer.
+    // It raises an exception when the child cannot be started.
+    @try {
+        [task launch];
+    } @catch (NSException* exception) {
+        return std::nullopt;
+    }
+    [task waitUntilExit];
+    NSData* bytes = [output readDataToEndOfFile];
+    [output closeFile];
+    return TaskResult{.terminationStatus = [task terminationStatus],
+                      .output = {static_cast<const char*>([bytes bytes]), [bytes length]}};
+}
+
+bool CocoaWorkspace::openFile(const std::string& path, const std::string& application) {
+    // Deprecated since 10.15; what replaces it needs the application's bundle and answers later,
+    // when the installer has ended already.
+    return [[NSWorkspace sharedWorkspace] openFile:stringOf(path)
+                                   withApplication:stringOf(application)];
+}
+
+}  // namespace morvella

@@ -1,0 +1,23 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "platform/cocoa/handle.h"
+#include "platform/window.hpp"
+
+namespace morvella {
+
+class CocoaWindow : public Handle<Window, NSWindow*> {
+  public:
+    using Handle::Handle;
+    void makeKeyAndOrderFront(const Object* sender) override;
+    void beginSheet(const Alert& alert, AlertAnswered answered) override;
+};
+
+class CocoaView : public Handle<View, NSView*> {
+  public:
+    using Handle::Handle;
+    [[nodiscard]] std::shared_ptr<Window> window() const override;
+};
+
+}  // namespace morvella

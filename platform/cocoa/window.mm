@@ -1,0 +1,54 @@
+#include "platform/cocoa/window.h"
+
+#include "platform/cocoa/conversions.h"
+
+namespace morvella {
+
+namespace {
+
+NSAlert* makeAlert(const Alert& alert) {
+    NSAlert* sheet = [[[NSAlert alloc] init] autorelease];
+    [sheet setAlertStyle:static_cast<NSAlertStyle>(alert.style)];
+    for (const std::string& title : alert.buttons) {
+        [sheet addButtonWithTitle:stringOf(title)];
+    }
+    [sheet setShowsHelp:alert.showsHelp];
+    if (alert.suppressionButton) {
+        [sheet setShowsSuppressionButton:YES];
+        [[sheet suppressionButton] setTitle:stringOf(alert.suppressionButton->title)];
+        [[sheet suppressionButton]
+            setState:static_cast<NSControlStateValue>(alert.suppressionButton->state)];
+    }
+    if (alert.accessory) {
+        [sheet setAccessoryView:objectOf(alert.accessory)];
+    }
+    [sheet setMessageText:stringOf(alert.messageText)];
+    if (!alert.informativeText.empty()) {
+        [sheet setInformativeText:stringOf(alert.informativeText)];
+    }
+    // Otherwise a sheet that waits behind another one would keep the application from ending.
+    [[sheet window] setPreventsApplicationTerminationWhenModal:NO];
+    return sheet;
+}
+
+}  // namespace
+
+void CocoaWindow::makeKeyAndOrderFront(const Object* sender) {
+    [object() makeKeyAndOrderFront:objectOf(sender)];
+}
+
+void CocoaWindow::beginSheet(const Alert& alert, AlertAnswered answered) {
+    const Retained<NSAlert*> sheet(makeAlert(alert));
+    [sheet.get() beginSheetModalForWindow:object()
+                        completionHandler:^(NSModalResponse response) {
+                            const auto state = [[sheet.get() suppressionButton] state];
+                            answered({.response = static_cast<int>(response),
+                                      .suppressionState = static_cast<ControlState>(state)});
+                        }];
+}
+
+std::shared_ptr<Window> CocoaView::window() const {
+    return handleOf<CocoaWindow>([object() window]);
+}
+
+}  // namespace morvella

@@ -1,0 +1,47 @@
+// What GNUstep's loader of interface files leaves out: the colours, corners and border of custom
+// boxes, and the bold system font. Categories replace the two initialisers, because exchanging them
+// at run time breaks this runtime's distributed objects (the pasteboard never answers again).
+
+#import <AppKit/AppKit.h>
+
+@interface NSBox (InterfaceFile)
+- (id)initWithCoder:(NSCoder*)coder;
+@end
+
+@interface NSFont (InterfaceFile)
+- (id)initWithCoder:(NSCoder*)coder;
+@end
+
+@implementation NSBox (InterfaceFile)
+
+- (id)initWithCoder:(NSCoder*)coder {
+    self = [super initWithCoder:coder];
+    [self setBoxType:static_cast<NSBoxType>([coder decodeIntForKey:@"NSBoxType"])];
+    [self setBorderType:static_cast<NSBorderType>([coder decodeIntForKey:@"NSBorderType"])];
+    [self
+        setTitlePosition:static_cast<NSTitlePosition>([coder decodeIntForKey:@"NSTitlePosition"])];
+    [self setFillColor:[coder decodeObjectForKey:@"fillColor"]];
+    [self setBorderColor:[coder decodeObjectForKey:@"borderColor"]];
+    [self setBorderWidth:[self borderType] == NSNoBorder ? 0 : 1];
+    [self setCornerRadius:[coder decodeFloatForKey:@"cornerRadius"]];
+    [self setContentView:[coder decodeObjectForKey:@"NSContentView"]];
+    return self;
+}
+
+@end
+
+@implementation NSFont (InterfaceFile)
+
+- (id)initWithCoder:(NSCoder*)coder {
+    const CGFloat size = [coder decodeFloatForKey:@"NSSize"];
+    NSString* metaFont = [coder decodeObjectForKey:@"metaFont"];
+    NSString* name = [coder decodeObjectForKey:@"NSName"];
+    [self release];
+    if (metaFont == nil && name != nil) {
+        return [[NSFont fontWithName:name size:size] retain];
+    }
+    return [([metaFont isEqual:@"systemBold"] ? [NSFont boldSystemFontOfSize:size]
+                                              : [NSFont systemFontOfSize:size]) retain];
+}
+
+@end

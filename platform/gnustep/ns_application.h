@@ -1,0 +1,9 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+/// What the application is an instance of here.
+@interface CompletedApplication : NSApplication {
+    BOOL _pressed;
+}
+@end

@@ -1,0 +1,28 @@
+#include "property_list.h"
+
+/// A bundle laid out as on macOS, of which GNUstep does not find the information dictionary.
+@interface MacBundle : NSBundle
+@end
+
+@implementation MacBundle
+
+/// nil if there is none or if it is damaged.
+- (NSDictionary *)infoDictionary {
+    if (!_infoDict) {
+        NSString *path = [[self bundlePath] stringByAppendingPathComponent:@"Contents/Info.plist"];
+        _infoDict = [propertyListDictionary(path) retain];
+    }
+    return _infoDict;
+}
+
+@end
+
+@implementation NSBundle (Complement)
+
++ (instancetype)bundleWithURL:(NSURL *)url {
+    BOOL isDirectory = NO;
+    [[NSFileManager defaultManager] fileExistsAtPath:[url path] isDirectory:&isDirectory];
+    return isDirectory ? [[[MacBundle alloc] initWithPath:[url path]] autorelease] : nil;
+}
+
+@end

@@ -1,0 +1,10 @@
+#include <cstdlib>
+
+#include <Foundation/NSPathUtilities.h>
+
+/// GNUstep's own asks the account for its home, whatever HOME says. This one takes its place in
+/// GNUstep's libraries too, because the executable's symbols come first.
+NSString *NSHomeDirectory() {
+    const char *home = std::getenv("HOME");
+    return home && *home ? [NSString stringWithUTF8String:home] : NSHomeDirectoryForUser(NSUserName());
+}

@@ -1,0 +1,19 @@
+#import "sheet_cover.h"
+
+/// A view that draws itself again is drawn from the nearest opaque view below it on. Under a cover that
+/// must be the window's own view: it draws the cover again, too.
+@implementation NSView (Complement)
+
+- (NSView *)opaqueAncestor {
+    SheetCover *cover = [SheetCover existingCoverOfWindow:[self window]];
+    if (cover) {
+        return [cover superview];
+    }
+    NSView *view = self;
+    while (![view isOpaque] && [view superview]) {
+        view = [view superview];
+    }
+    return view;
+}
+
+@end

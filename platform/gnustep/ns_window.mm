@@ -1,0 +1,10 @@
+@implementation NSWindow (Complement)
+
+- (BOOL)preventsApplicationTerminationWhenModal {
+    return NO;
+}
+
+- (void)setPreventsApplicationTerminationWhenModal:(BOOL)prevents {
+}
+
+@end

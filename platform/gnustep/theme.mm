@@ -1,0 +1,184 @@
+#import "theme.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr CGFloat buttonRadius = 6;
+constexpr int spokes = 12;
+
+bool isDefaultButton(NSCell* cell) {
+    return [cell isKindOfClass:[NSButtonCell class]] && [cell isEnabled] &&
+           [[(NSButtonCell*)cell keyEquivalent] isEqual:@"\r"];
+}
+
+NSBezierPath* roundedRect(NSRect rect, CGFloat radius) {
+    return [NSBezierPath bezierPathWithRoundedRect:rect xRadius:radius yRadius:radius];
+}
+
+/// A named colour gives its components before it can be blended.
+NSColor* blended(NSColor* color, CGFloat fraction, NSColor* other) {
+    return [[color colorUsingColorSpaceName:NSCalibratedRGBColorSpace]
+        blendedColorWithFraction:fraction
+                         ofColor:other];
+}
+
+NSColor* shaded(NSColor* color) {
+    return blended(color, 0.15, [NSColor blackColor]);
+}
+
+NSColor* fillOfButton(NSCell* cell, bool pressed) {
+    NSColor* color = isDefaultButton(cell) ? [NSColor alternateSelectedControlColor]
+                     : [cell isEnabled]    ? [NSColor controlBackgroundColor]
+                                           : [NSColor controlColor];
+    return pressed ? shaded(color) : color;
+}
+
+/// The interface file's push buttons are 32 points high, and macOS draws less than their frame.
+NSRect bodyOfButton(NSRect frame) {
+    return NSHeight(frame) < 32 ? NSInsetRect(frame, 0.5, 0.5) : NSInsetRect(frame, 6.5, 3.5);
+}
+
+}  // namespace
+
+@implementation NSButtonCell (DefaultButton)
+
+- (NSColor*)textColor {
+    if (isDefaultButton(self)) {
+        return [NSColor alternateSelectedControlTextColor];
+    }
+    return [self isEnabled] ? [NSColor controlTextColor] : [NSColor disabledControlTextColor];
+}
+
+@end
+
+@implementation MorvellaTheme
+
+// GNUstep would put a picture of the Return key into the default button.
+- (void)setKeyEquivalent:(NSString*)key forButtonCell:(NSButtonCell*)cell {
+}
+
+- (void)drawButton:(NSRect)frame
+                in:(NSCell*)cell
+              view:(NSView*)view
+             style:(int)style
+             state:(GSThemeControlState)state {
+    if (style != NSRoundedBezelStyle) {
+        [super drawButton:frame in:cell view:view style:style state:state];
+        return;
+    }
+    const bool pressed =
+        state == GSThemeHighlightedState || state == GSThemeHighlightedFirstResponderState;
+    NSBezierPath* path = roundedRect(bodyOfButton(frame), buttonRadius);
+    [fillOfButton(cell, pressed) set];
+    [path fill];
+    [(isDefaultButton(cell) ? fillOfButton(cell, true) : [NSColor gridColor]) set];
+    [path stroke];
+}
+
+- (void)drawFocusFrame:(NSRect)frame view:(NSView*)view {
+    [blended([NSColor keyboardFocusIndicatorColor], 0.5, [NSColor windowBackgroundColor]) set];
+    [roundedRect(NSInsetRect(frame, 0.5, 0.5), buttonRadius) stroke];
+}
+
+- (void)drawBoxInClipRect:(NSRect)clip
+                  boxType:(NSBoxType)type
+               borderType:(NSBorderType)border
+                   inView:(NSBox*)box {
+    if (type != NSBoxCustom) {
+        [super drawBoxInClipRect:clip boxType:type borderType:border inView:box];
+        return;
+    }
+    const CGFloat half = [box borderWidth] / 2;
+    NSBezierPath* path = roundedRect(NSInsetRect([box bounds], half, half), [box cornerRadius]);
+    [[box fillColor] set];
+    [path fill];
+    if (border != NSNoBorder) {
+        [[box borderColor] set];
+        [path stroke];
+    }
+}
+
+- (void)drawScrollerRect:(NSRect)rect
+                  inView:(NSView*)view
+                 hitPart:(NSScrollerPart)hitPart
+            isHorizontal:(BOOL)isHorizontal {
+    auto* scroller = static_cast<NSScroller*>(view);
+    [[NSColor textBackgroundColor] set];
+    NSRectFill(rect);
+    if ([scroller usableParts] == NSNoScrollerParts) {
+        return;
+    }
+    const NSRect knob = NSInsetRect([scroller rectForPart:NSScrollerKnob], 3, 3);
+    const CGFloat radius = std::min(NSWidth(knob), NSHeight(knob)) / 2;
+    [(hitPart == NSScrollerKnob ? [NSColor scrollBarColor] : [NSColor knobColor]) set];
+    [roundedRect(knob, radius) fill];
+}
+
+- (float)defaultScrollerWidth {
+    return 14;
+}
+
+- (void)drawProgressIndicator:(NSProgressIndicator*)progress
+                   withBounds:(NSRect)bounds
+                     withClip:(NSRect)rect
+                      atCount:(int)count
+                     forValue:(double)value {
+    if ([progress style] != NSProgressIndicatorSpinningStyle) {
+        [super drawProgressIndicator:progress
+                          withBounds:bounds
+                            withClip:rect
+                             atCount:count
+                            forValue:value];
+        return;
+    }
+    const NSPoint centre = NSMakePoint(NSMidX(bounds), NSMidY(bounds));
+    const CGFloat outer = std::min(NSWidth(bounds), NSHeight(bounds)) / 2 - 1;
+    for (int spoke = 0; spoke < spokes; ++spoke) {
+        const double angle = 2 * M_PI * spoke / spokes;
+        const int age = ((count - spoke) % spokes + spokes) % spokes;
+        NSBezierPath* path = [NSBezierPath bezierPath];
+        [path setLineWidth:outer / 5];
+        [path setLineCapStyle:NSRoundLineCapStyle];
+        [path moveToPoint:NSMakePoint(centre.x + outer / 2 * std::sin(angle),
+                                      centre.y - outer / 2 * std::cos(angle))];
+        [path lineToPoint:NSMakePoint(centre.x + outer * 0.9 * std::sin(angle),
+                                      centre.y - outer * 0.9 * std::cos(angle))];
+        [blended([NSColor secondaryLabelColor], 0.85 * age / spokes,
+                 [NSColor windowBackgroundColor]) set];
+        [path stroke];
+    }
+}
+
+- (NSColor*)menuBackgroundColor {
+    return [NSColor windowBackgroundColor];
+}
+
+- (NSColor*)menuItemBackgroundColor {
+    return [NSColor windowBackgroundColor];
+}
+
+- (NSColor*)menuBarBackgroundColor {
+    return [NSColor windowBackgroundColor];
+}
+
+- (NSColor*)menuBorderColor {
+    return [NSColor gridColor];
+}
+
+- (NSColor*)menuBarBorderColor {
+    return [NSColor gridColor];
+}
+
+- (NSColor*)menuSeparatorColor {
+    return [NSColor gridColor];
+}
+
+- (BOOL)drawsBorderForMenuItemCell:(NSMenuItemCell*)cell
+                             state:(GSThemeControlState)state
+                      isHorizontal:(BOOL)horizontal {
+    return NO;
+}
+
+@end

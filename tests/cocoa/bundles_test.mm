@@ -1,0 +1,77 @@
+#import <Foundation/Foundation.h>
+#include <gtest/gtest.h>
+
+#include "cocoa/temporary_folder.hpp"
+#include "platform/cocoa/bundle.h"
+
+namespace morvella::cocoa_tests {
+
+namespace {
+
+class BundlesTest : public ::testing::Test {
+  protected:
+    /// The version that the bundle "NAME.app" gives.
+    std::optional<std::string> versionOf(const std::string& name) {
+        const auto bundle =
+            CocoaBundles().bundleWithUrl(FileUrl::directory(folder.at(name + ".app")));
+        EXPECT_NE(bundle, nullptr);
+        return bundle ? bundle->infoDictionaryText("CFBundleVersion") : std::nullopt;
+    }
+
+    void addBundle(const std::string& name, const std::string& dictionary) {
+        folder.addFile(name + ".app/Contents/Info.plist",
+                       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                       "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                       "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+                       "<plist version=\"1.0\"><dict>" +
+                           dictionary + "</dict></plist>\n");
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(BundlesTest, GiveATextOfTheInformationDictionary) {
+    for (const std::string& name : difficultNames()) {
+        // GNUstep's bundles take a backslash for a slash.
+        if (name.find('\\') != std::string::npos) {
+            continue;
+        }
+        addBundle(name, "<key>CFBundleVersion</key><string>11.3.4 (2023-06-01)</string>");
+        EXPECT_EQ(versionOf(name), "11.3.4 (2023-06-01)") << name;
+    }
+}
+
+TEST_F(BundlesTest, GiveNothingWithoutText) {
+    addBundle("without", "<key>CFBundleName</key><string>Live</string>");
+    addBundle("number", "<key>CFBundleVersion</key><integer>11</integer>");
+    EXPECT_EQ(versionOf("without"), std::nullopt);
+    EXPECT_EQ(versionOf("number"), std::nullopt);
+}
+
+TEST_F(BundlesTest, GiveNothingWithoutADictionaryThatCanBeRead) {
+    folder.addFolder("bare.app/Contents");
+    folder.addFile("damaged.app/Contents/Info.plist", "<plist><dict><key>CFBundleVersion</key>");
+    folder.addFile("binary.app/Contents/Info.plist", std::string("bplist00\xFF\0\x01", 11));
+    folder.addFile("list.app/Contents/Info.plist",
+                   "<?xml version=\"1.0\"?><plist version=\"1.0\"><array/></plist>");
+    for (const char* name : {"bare", "damaged", "binary", "list"}) {
+        EXPECT_EQ(versionOf(name), std::nullopt) << name;
+    }
+}
+
+TEST_F(BundlesTest, AreNothingWhereNoFolderIs) {
+    folder.addFile("file.app", "not a bundle");
+    const CocoaBundles bundles;
+    EXPECT_EQ(bundles.bundleWithUrl(FileUrl::directory(folder.at("missing.app"))), nullptr);
+    EXPECT_EQ(bundles.bundleWithUrl(FileUrl::file(folder.at("file.app"))), nullptr);
+}
+
+TEST_F(BundlesTest, MainOneGivesNothingForAnUnknownResource) {
+    const auto bundle = CocoaBundles().mainBundle();
+    EXPECT_EQ(bundle->pathForResource("no such resource.zip"), std::nullopt);
+    EXPECT_EQ(bundle->urlForResource("no such resource.rtf"), std::nullopt);
+}
+
+}  // namespace
+
+}  // namespace morvella::cocoa_tests

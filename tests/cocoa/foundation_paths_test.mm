@@ -1,0 +1,179 @@
+#import <Foundation/Foundation.h>
+#include <gtest/gtest.h>
+
+#include "live/library_cfg.hpp"
+#include "live/live_version.hpp"
+#include "platform/cocoa/conversions.h"
+#include "platform/file_url.hpp"
+#include "platform/paths.hpp"
+
+#include <string>
+#include <vector>
+
+/// The core's own path, URL and number functions beside Foundation's. Where GNUstep differs from
+/// Apple's Foundation the core follows Apple's; each such difference is stated in a test here.
+namespace morvella {
+
+namespace {
+
+const std::vector<std::string> paths = {"",
+                                        "/",
+                                        "a",
+                                        ".app",
+                                        "b.",
+                                        "a..b",
+                                        "/a",
+                                        "/a/",
+                                        "/a//b",
+                                        "/a//",
+                                        "/a b/..",
+                                        "/.",
+                                        "/a/b.app",
+                                        "/a/.app",
+                                        "/a.b/c",
+                                        "a.b/",
+                                        "a.app///",
+                                        "x.a b",
+                                        "x.\xC3\xBC",
+                                        "100%.app",
+                                        "C:\\a.b",
+                                        "/a\\b.c",
+                                        "/u\xCC\x88.app",
+                                        "/a/.b.app",
+                                        "/a/b.tar.gz",
+                                        ".",
+                                        " .app",
+                                        "/Applications/Live 11 Suite.app",
+                                        "/\xF0\x9F\x8E\xB9/%@/\"q\".x"};
+
+const std::vector<std::string> components = {"b",  "/b",  "b/", "b//c", "",    ".",
+                                             "..", "c.d", "/",  "\\b",  "%20", "u\xCC\x88"};
+
+TEST(FoundationPathsTest, JoinsPathsAsNSStringDoes) {
+    for (const std::string& path : paths) {
+        for (const std::string& component : components) {
+            EXPECT_EQ(appendingPathComponent(path, component),
+                      textOf([stringOf(path) stringByAppendingPathComponent:stringOf(component)]))
+                << path << " and " << component;
+        }
+    }
+}
+
+TEST(FoundationPathsTest, ReadsExtensionsAsNSStringDoes) {
+    for (const std::string& path : paths) {
+        EXPECT_EQ(pathExtension(path), textOf([stringOf(path) pathExtension])) << path;
+    }
+}
+
+TEST(FoundationPathsTest, DeletesLastComponentsAsNSStringDoes) {
+    for (const std::string& path : paths) {
+        EXPECT_EQ(deletingLastPathComponent(path),
+                  textOf([stringOf(path) stringByDeletingLastPathComponent]))
+            << path;
+    }
+}
+
+TEST(FoundationPathsTest, SplitsTextsAsNSStringDoes) {
+    const std::vector<std::string> texts = {"",
+                                            "a",
+                                            "/Contents/MacOS/Live",
+                                            "a/Contents/MacOS/Live",
+                                            "a/Contents/MacOS/Live/Contents/MacOS/Live 11",
+                                            "/Contents/MacOS/Contents/MacOS/LiveLive"};
+    for (const std::string& text : texts) {
+        std::vector<std::string> pieces;
+        for (NSString* piece in
+             [stringOf(text) componentsSeparatedByString:@"/Contents/MacOS/Live"]) {
+            pieces.push_back(textOf(piece));
+        }
+        const auto views =
+            componentsSeparatedBy<std::vector<std::string_view>>(text, "/Contents/MacOS/Live");
+        EXPECT_EQ(std::vector<std::string>(views.begin(), views.end()), pieces) << text;
+    }
+}
+
+void expectSameUrl(const FileUrl& url, NSURL* foundations) {
+    EXPECT_EQ(url.absoluteString(), textOf([[foundations absoluteURL] absoluteString]));
+    EXPECT_EQ(url.path(), textOf([[foundations absoluteURL] path]));
+}
+
+TEST(FoundationPathsTest, WritesUrlsAsNSURLDoes) {
+    for (const std::string path : {"/", "/a", "/a b/c", "/100%/\"q\"", "/u\xCC\x88/\xC3\xBC",
+                                   "/\xF0\x9F\x8E\xB9", "/a#b?c;d", "/x%20y", "/~/z"}) {
+        expectSameUrl(FileUrl::directory(path), [NSURL fileURLWithPath:stringOf(path)
+                                                           isDirectory:YES]);
+        if (path != "/") {
+            expectSameUrl(FileUrl::file(path), [NSURL fileURLWithPath:stringOf(path)
+                                                          isDirectory:NO]);
+        }
+    }
+}
+
+TEST(FoundationPathsTest, EncodesEveryAsciiCharacterAsNSURLDoes) {
+    for (char character = 1; character > 0 && character < 127; ++character) {
+        const std::string path = std::string("/x") + character + "y";
+        expectSameUrl(FileUrl::file(path), [NSURL fileURLWithPath:stringOf(path) isDirectory:NO]);
+    }
+}
+
+TEST(FoundationPathsTest, ResolvesRelativePathsAsNSURLDoes) {
+    for (const BOOL isDirectory : {NO, YES}) {
+        NSURL* base = [NSURL fileURLWithPath:@"/a b/c" isDirectory:isDirectory];
+        for (const std::string relative : {"d", "d/e", "/d", "d/", "100%"}) {
+            NSString* encoded =
+                [stringOf(relative) stringByAddingPercentEscapesUsingEncoding:NSUTF8StringEncoding];
+            expectSameUrl(FileUrl::fileRelativeTo(relative, fileUrlOf(base)),
+                          [NSURL URLWithString:encoded relativeToURL:base]);
+        }
+    }
+}
+
+TEST(FoundationPathsTest, ReadsIntegersAsNSStringDoes) {
+    for (const std::string text : {"",
+                                   "7",
+                                   "007",
+                                   " 5",
+                                   "\t5",
+                                   "\n5",
+                                   "\v5",
+                                   "\f5",
+                                   "\r5",
+                                   "-1",
+                                   "+1",
+                                   "--1",
+                                   "- 3",
+                                   "+-1",
+                                   "-",
+                                   "x",
+                                   "2147483647",
+                                   "-2147483648",
+                                   "11b1",
+                                   "0x10",
+                                   "1,5",
+                                   "1e3",
+                                   "1 2",
+                                   "\xD9\xA3",
+                                   "\xC2\xA0"
+                                   "5"}) {
+        EXPECT_EQ(intValue(text), [stringOf(text) intValue]) << text;
+    }
+}
+
+/// What `Library.cfg` is cut into lines at. GNUstep's set lacks U+2028 and U+2029, which Apple's
+/// holds.
+TEST(FoundationPathsTest, EndsLinesAtTheNewlineCharactersOfFoundation) {
+    NSCharacterSet* newlines = [NSCharacterSet newlineCharacterSet];
+    for (unichar character = 1; character < 0xD800; ++character) {
+        NSString* newline = [NSString stringWithCharacters:&character length:1];
+        const UserLibraryEntry entry =
+            scanLibraryCfg("<UserLibrary></UserLibrary>" + textOf(newline) + "<UserLibrary>" +
+                           textOf(newline) + "<ProjectName Value=\"n\">");
+        const bool isSeparator = character == 0x2028 || character == 0x2029;
+        EXPECT_EQ(entry.name.has_value(), isSeparator || [newlines characterIsMember:character])
+            << character;
+    }
+}
+
+}  // namespace
+
+}  // namespace morvella

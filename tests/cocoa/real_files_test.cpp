@@ -1,0 +1,104 @@
+#include "cocoa/real_files_test.hpp"
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace morvella::cocoa_tests {
+
+namespace fs = std::filesystem;
+
+bool FailingFileChanges::fails(const std::string& operation, const FileUrl& url,
+                               ErrorOut error) const {
+    if (failing.count(operation + " " + url.path()) == 0) {
+        return false;
+    }
+    if (error) {
+        *error = Error{"made to fail"};
+    }
+    return true;
+}
+
+bool FailingFileChanges::createDirectory(const FileUrl& url, ErrorOut error) {
+    return !fails("create", url, error) && changes_.createDirectory(url, error);
+}
+
+bool FailingFileChanges::copyItem(const FileUrl& source, const FileUrl& target, ErrorOut error) {
+    return !fails("copy", source, error) && changes_.copyItem(source, target, error);
+}
+
+bool FailingFileChanges::moveItem(const FileUrl& source, const FileUrl& target, ErrorOut error) {
+    return !fails("move", source, error) && changes_.moveItem(source, target, error);
+}
+
+bool FailingFileChanges::trashItem(const FileUrl& url, ErrorOut error) {
+    return !fails("trash", url, error) && changes_.trashItem(url, error);
+}
+
+std::optional<TaskResult> RedirectedTaskRunner::run(const Command& command) {
+    Command redirected = command;
+    redirected.launchPath = command.launchPath == "/usr/bin/ditto"
+                                ? archiver
+                                : "not the archiver: " + command.launchPath;
+    return tasks_.run(redirected);
+}
+
+RealFilesTest::RealFilesTest() {
+    connect(installer);
+    realTasks.archiver = DITTO;
+    folder.addFolder("home/Library/Fonts");
+    folder.addFolder("home/Documents");
+    folder.addFolder("home/Music/User Library");
+    folder.addFolder("Applications");
+    folder.addFolder("Users/Shared");
+    for (const char* font : {"Archivo-Medium.ttf", "OpenSans-Regular.ttf"}) {
+        folder.addFile(std::string("Bundle/") + font, font);
+        bundles.main->resources[font] = folder.at(std::string("Bundle/") + font);
+    }
+    folders.home = home;
+    folders.applications = {FileUrl::directory(folder.at("Applications"))};
+    folders.users.url = FileUrl::directory(folder.at("Users"));
+    folders.documents.url = FileUrl::directory(home + "/Documents");
+    installer.setUserLibPath(text(library));
+    installer.setDestinationURL(std::make_shared<const FileUrl>(destination));
+}
+
+void RealFilesTest::makeArchive(const std::string& resource, const std::string& source) {
+    const std::string archive = folder.at("Bundle/" + resource);
+    fs::remove(archive);
+    ASSERT_TRUE(installer.compressFolderAtToZipFilePath(folder.at(source), archive));
+    bundles.main->resources[resource] = archive;
+}
+
+void RealFilesTest::makePayload() {
+    folder.addFile("payload/Morvella/Morvella.app/Contents/Info.plist", "the application");
+    folder.addFile("payload/Morvella/Sources/Vellicor.amxd", "the device");
+    folder.addFile("payload/Tressimo.app/Contents/Info.plist", "the utility");
+    folder.addFile("payload/ISF/Dariwent/a.fs", "shader a");
+    folder.addFile("payload/ISF/Standard/b.fs", "shader b");
+    makeArchive("morvella.zip", "payload/Morvella");
+    makeArchive("Tressimo.zip", "payload/Tressimo.app");
+    makeArchive("ISF.zip", "payload/ISF");
+    journal.clear();
+}
+
+void RealFilesTest::recordArchiver(const std::string& line) {
+    folder.addFile("archiver",
+                   "#!/bin/sh\nfor item in \"$@\" \"in $PWD\"; do\n    printf '%s\\n' "
+                   "\"$item\"\ndone >'" +
+                       folder.at("recorded") + "'\n" + line + "\n");
+    fs::permissions(folder.at("archiver"), fs::perms::owner_exec, fs::perm_options::add);
+    realTasks.archiver = folder.at("archiver");
+}
+
+std::string RealFilesTest::shortened(std::string text) const {
+    for (size_t at = 0; (at = text.find(folder.path(), at)) != std::string::npos;) {
+        text.replace(at, folder.path().size(), "STAGE");
+    }
+    return text;
+}
+
+std::string RealFilesTest::logged() const {
+    return shortened(journal.only({fakes::Kind::log}));
+}
+
+}  // namespace morvella::cocoa_tests

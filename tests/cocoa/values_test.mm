@@ -1,0 +1,142 @@
+#import <Foundation/Foundation.h>
+#include <gtest/gtest.h>
+
+#include "cocoa/temporary_folder.hpp"
+#include "platform/cocoa/conversions.h"
+#include "platform/cocoa/system.h"
+#include "platform/cocoa/user_defaults.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <chrono>
+
+namespace morvella::cocoa_tests {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(ConversionsTest, KeepTextsByteForByte) {
+    for (const std::string& name : difficultNames()) {
+        EXPECT_EQ(textOf(stringOf(name)), name);
+    }
+    EXPECT_EQ(textOf(stringOf(std::string())), "");
+    EXPECT_EQ(textOf(nil), "");
+    EXPECT_EQ(optionalTextOf(nil), std::nullopt);
+    EXPECT_EQ(optionalTextOf(@""), "");
+}
+
+TEST(ConversionsTest, KeepNothingApartFromAnEmptyText) {
+    EXPECT_EQ(sharedTextOf(nil), nullptr);
+    EXPECT_EQ(*sharedTextOf(@""), "");
+    EXPECT_EQ(stringOf(std::shared_ptr<const std::string>()), nil);
+    EXPECT_EQ([stringOf(std::make_shared<const std::string>("x")) length], 1U);
+}
+
+TEST(ConversionsTest, KeepUrlsAndWhatTheyName) {
+    for (const std::string& name : difficultNames()) {
+        for (const FileUrl& url : {FileUrl::file("/a/" + name), FileUrl::directory("/a/" + name)}) {
+            EXPECT_EQ(fileUrlOf(urlOf(url)), url) << name;
+            EXPECT_EQ(textOf([urlOf(url) absoluteString]), url.absoluteString()) << name;
+        }
+    }
+}
+
+TEST(ConversionsTest, WriteAnErrorOnlyWhereItIsAskedFor) {
+    NSDictionary* info = [NSDictionary dictionaryWithObject:@"no space"
+                                                     forKey:NSLocalizedDescriptionKey];
+    NSError* error = [NSError errorWithDomain:@"Test" code:1 userInfo:info];
+    std::optional<Error> out;
+    writeError(error, &out);
+    EXPECT_EQ(out, Error{"no space"});
+    writeError(error, nullptr);
+}
+
+/// Makes the system's time zone another one as long as it lives.
+class TimeZone {
+  public:
+    explicit TimeZone(NSInteger secondsFromUtc) : _before([[NSTimeZone defaultTimeZone] retain]) {
+        [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneForSecondsFromGMT:secondsFromUtc]];
+    }
+    ~TimeZone() {
+        [NSTimeZone setDefaultTimeZone:_before];
+        [_before release];
+    }
+    TimeZone(const TimeZone&) = delete;
+    TimeZone& operator=(const TimeZone&) = delete;
+
+  private:
+    NSTimeZone* _before;
+};
+
+TEST(ClockTest, WritesATimeInTheSystemsTimeZoneOnThe24HourClock) {
+    // 2021-03-03 13:05:09 UTC
+    const Clock::Time time = Clock::Time(std::chrono::seconds(1614776709));
+    const CocoaClock clock;
+    {
+        const TimeZone berlin(3600);
+        EXPECT_EQ(clock.format(time, "yyyy-MM-dd(HHmmss)"), "2021-03-03(140509)");
+    }
+    const TimeZone utc(0);
+    EXPECT_EQ(clock.format(time, "yyyy-MM-dd(HHmmss)"), "2021-03-03(130509)");
+    EXPECT_EQ(clock.format(time + 13h, "yyyy-MM-dd(HHmmss)"), "2021-03-04(020509)");
+}
+
+TEST(ClockTest, IsTheSystems) {
+    const auto before = std::chrono::system_clock::now();
+    const auto now = CocoaClock().now();
+    EXPECT_GE(now, before - 1ms);
+    EXPECT_LE(now, std::chrono::system_clock::now() + 1ms);
+}
+
+/// What is written to standard error while `work` runs.
+template <class Work>
+std::string standardErrorOf(const Work& work) {
+    const TemporaryFolder folder;
+    folder.addFile("log");
+    const int before = dup(STDERR_FILENO);
+    const int file = open(folder.at("log").c_str(), O_WRONLY | O_APPEND);
+    dup2(file, STDERR_FILENO);
+    close(file);
+    work();
+    dup2(before, STDERR_FILENO);
+    close(before);
+    return folder.contents("log");
+}
+
+TEST(LogTest, WritesALineAsItStands) {
+    for (const std::string& name : difficultNames()) {
+        const std::string written = standardErrorOf([&] { CocoaLog()("line of %@.", name); });
+        const std::string line = "line of " + name + ".\n";
+        EXPECT_TRUE(written.ends_with(line)) << written;
+    }
+}
+
+TEST(UserDefaultsTest, ReadsTheLaunchArguments) {
+    NSUserDefaults* defaults = [NSUserDefaults standardUserDefaults];
+    NSDictionary* before = [[[defaults volatileDomainForName:NSArgumentDomain] copy] autorelease];
+    NSDictionary* given =
+        [NSDictionary dictionaryWithObjectsAndKeys:@"/Live %@.app", @"liveapp",
+                                                   [NSNumber numberWithInt:7], @"number", nil];
+    [defaults removeVolatileDomainForName:NSArgumentDomain];
+    [defaults setVolatileDomain:given forName:NSArgumentDomain];
+
+    const auto suite = CocoaUserDefaultsSuites().open(argumentDomain);
+    const auto liveApp = suite->objectForKey("liveapp");
+    const auto number = suite->objectForKey("number");
+    const auto missing = suite->objectForKey("app");
+
+    [defaults removeVolatileDomainForName:NSArgumentDomain];
+    [defaults setVolatileDomain:before forName:NSArgumentDomain];
+
+    ASSERT_NE(liveApp, nullptr);
+    EXPECT_EQ(liveApp->text(), "/Live %@.app");
+    ASSERT_NE(number, nullptr);
+    EXPECT_EQ(number->text(), "7");
+    EXPECT_EQ(missing, nullptr);
+}
+
+}  // namespace
+
+}  // namespace morvella::cocoa_tests
