@@ -1,0 +1,256 @@
+"""A stage: a folder shaped like a Mac's disk, with one user, Ableton Live and the suite's kit on it.
+
+The installer never looks outside the stage that MORVELLA_STAGE and HOME name, so a run on it touches
+nothing of the machine. `make` builds one, `Stage` knows where everything on it lies.
+"""
+
+import plistlib
+from dataclasses import dataclass
+from pathlib import Path
+
+LIVE_VERSION = "11.3.4"
+DEMO_SET = "Morvella Basic Demo Project/Morvella Basic Demo.als"
+
+LIVE_STUB = """#!/bin/sh
+# Stands in for Ableton Live: writes down every document that it is asked to open, one per line.
+bundle=${0%/Contents/MacOS/Live}
+stage=${bundle%/*/*}
+for document in "$@"; do
+    printf '%s\\n' "$document" >>"$stage/opened-documents.txt"
+done
+"""
+
+LIBRARY_CFG = """<?xml version="1.0" encoding="UTF-8"?>
+<Ableton MajorVersion="5" MinorVersion="11.0_11300" Creator="Ableton Live {version}">
+\t<ContentLibrary>
+\t\t<BrowserContent>
+\t\t\t<ShowPlaces Value="true" />
+\t\t\t<ProjectName Value="Browser Places" />
+\t\t\t<ProjectPath Value="{home}/Music" />
+\t\t</BrowserContent>
+\t\t<LibraryProjects>
+\t\t\t<LibraryProject Id="0">
+\t\t\t\t<ProjectName Value="Rehearsal Takes" />
+\t\t\t\t<ProjectPath Value="{home}/Music/Sessions" />
+\t\t\t</LibraryProject>
+\t\t\t<LibraryProject Id="1">
+\t\t\t\t<ProjectName Value="Sampled Strings" />
+\t\t\t\t<ProjectPath Value="/Volumes/Sample Disk" />
+\t\t\t</LibraryProject>
+\t\t</LibraryProjects>
+\t\t<UserLibrary>
+\t\t\t<LibraryProject Id="0">
+\t\t\t\t<ProjectId Value="-1" />
+\t\t\t\t<ProjectName Value="{name}" />
+\t\t\t\t<ProjectPath Value="{parent}" />
+\t\t\t\t<Indexed Value="true" />
+\t\t\t</LibraryProject>
+\t\t</UserLibrary>
+\t\t<FactoryPacks>
+\t\t\t<PackProject Id="0">
+\t\t\t\t<ProjectName Value="Core Library" />
+\t\t\t\t<ProjectPath Value="/Applications/Live 11 Suite.app/Contents/App-Resources" />
+\t\t\t</PackProject>
+\t\t</FactoryPacks>
+\t</ContentLibrary>
+</Ableton>
+"""
+
+
+@dataclass(frozen=True)
+class Names:
+    """The names on the stage that somebody may have chosen differently."""
+
+    user: str = "musician"
+    live: str = "Live 11 Suite.app"
+    library: str = "User Library"
+    kit: str = "Morvella Kit"
+    volume: str = "Studio Drive"
+
+
+@dataclass(frozen=True)
+class Stage:
+    root: Path
+    names: Names = Names()
+    unmounted: bool = False
+
+    @property
+    def home(self):
+        return self.root / "Users" / self.names.user
+
+    @property
+    def volume(self):
+        return self.root / "Volumes" / self.names.volume
+
+    @property
+    def drawer(self):
+        """Where a volume lies while it is not mounted."""
+        return self.root / "Unmounted" / self.names.volume
+
+    @property
+    def user_library(self):
+        disk = self.volume if self.unmounted else self.home
+        return disk / "Music" / "Ableton" / self.names.library
+
+    @property
+    def destination(self):
+        return self.user_library / "Morvella"
+
+    @property
+    def library_cfg(self):
+        return self.home / f"Library/Preferences/Ableton/Live {LIVE_VERSION}/Library.cfg"
+
+    @property
+    def fonts(self):
+        return self.home / "Library/Fonts"
+
+    @property
+    def documents(self):
+        return self.home / "Documents"
+
+    @property
+    def trash(self):
+        return self.home / ".local/share/Trash"
+
+    @property
+    def applications(self):
+        return self.root / "Applications"
+
+    @property
+    def utilities(self):
+        return self.applications / "Morvella"
+
+    @property
+    def shared(self):
+        return self.root / "Users/Shared"
+
+    @property
+    def shared_data(self):
+        return self.shared / "Morvella"
+
+    @property
+    def live_app(self):
+        return self.applications / self.names.live
+
+    @property
+    def live_executable(self):
+        return self.live_app / "Contents/MacOS/Live"
+
+    @property
+    def kit(self):
+        return self.home / "Downloads" / self.names.kit
+
+    @property
+    def demo_set(self):
+        return self.kit / DEMO_SET
+
+    @property
+    def opened_documents(self):
+        """What the Live application was asked to open so far."""
+        record = self.root / "opened-documents.txt"
+        return record.read_text(encoding="utf-8").splitlines() if record.exists() else []
+
+    @property
+    def environment(self):
+        return {"MORVELLA_STAGE": str(self.root), "HOME": str(self.home)}
+
+    @property
+    def arguments(self):
+        return ["-liveapp", str(self.live_executable), "-app", f"{self.kit}/"]
+
+    def mount(self):
+        """Brings the missing volume: one rename, so nobody ever sees half of it."""
+        self.drawer.rename(self.volume)
+
+
+def make(root, *, previous=False, unmounted=False, demo=True, names=Names()):
+    """Builds a stage in the folder `root`, which must be empty or not be there yet."""
+    root = Path(root).resolve()
+    if any(mark in str(root / names.library) for mark in '"\n\r'):
+        raise ValueError("a User Library's path cannot hold a double quote or a line break")
+    if root.exists() and (not root.is_dir() or any(root.iterdir())):
+        raise ValueError(f"{root} exists and is not an empty folder")
+    stage = Stage(root, names, unmounted)
+    _make_folders(stage)
+    _make_live(stage)
+    _write(stage.library_cfg, library_cfg(stage))
+    if demo:
+        _write(stage.demo_set, "the demo Live Set of the Morvella kit\n")
+    if previous:
+        _make_previous_installation(stage)
+    if unmounted:
+        stage.volume.rename(stage.drawer)
+    return stage
+
+
+def add_options(parser):
+    """The options of whoever makes a stage for a user: script/stage, script/run and the tour."""
+    parser.add_argument(
+        "--previous",
+        action="store_true",
+        help="an earlier installation is there already, with files of the user's own in it",
+    )
+    parser.add_argument(
+        "--unmounted", action="store_true", help="the User Library's volume is not mounted"
+    )
+    parser.add_argument(
+        "--no-demo", action="store_true", help="the kit folder lacks the demo Live Set"
+    )
+
+
+def chosen(options):
+    """What `make` takes, from the options that `add_options` added."""
+    return {
+        "previous": options.previous,
+        "unmounted": options.unmounted,
+        "demo": not options.no_demo,
+    }
+
+
+def library_cfg(stage):
+    return LIBRARY_CFG.format(
+        version=LIVE_VERSION,
+        home=stage.home,
+        name=stage.names.library,
+        parent=stage.user_library.parent,
+    )
+
+
+def _write(path, content):
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_text(content, encoding="utf-8")
+
+
+def _make_folders(stage):
+    for folder in (stage.fonts, stage.documents, stage.shared, stage.kit, stage.root / "Volumes"):
+        folder.mkdir(parents=True)
+    if stage.unmounted:
+        stage.drawer.parent.mkdir()
+    _write(stage.user_library / "Presets/Instruments/Soft Keys.adg", "a preset of the user's own\n")
+    _write(stage.user_library / "Samples/Recorded/Rain.wav", "a recording of the user's own\n")
+
+
+def _make_live(stage):
+    info = {
+        "CFBundleExecutable": "Live",
+        "CFBundleIdentifier": "com.ableton.live",
+        "CFBundleName": "Live",
+        "CFBundleShortVersionString": LIVE_VERSION,
+        "CFBundleVersion": f"{LIVE_VERSION} (2023-06-12_5ac24cad7c)",
+    }
+    stage.live_executable.parent.mkdir(parents=True)
+    (stage.live_app / "Contents/Info.plist").write_bytes(plistlib.dumps(info))
+    _write(stage.live_executable, LIVE_STUB)
+    stage.live_executable.chmod(0o755)
+
+
+def _make_previous_installation(stage):
+    """An installation by an earlier version, which brought one font less, and the user's own work."""
+    suite = stage.destination
+    _write(suite / "Sources/Vellicor.amxd", "Vellicor of an earlier version\n")
+    _write(suite / "Sources/Retired.amxd", "a device that is not shipped any more\n")
+    _write(suite / ".Morvella.app/Contents/MacOS/Morvella", "the application of an earlier version\n")
+    _write(suite / "My Patches/Evening Drone.adv", "a patch of the user's own\n")
+    _write(stage.utilities / "Tressimo.app/Contents/MacOS/Tressimo", "an earlier version\n")
+    _write(stage.shared_data / "ISF/Dariwent/Waves.fs", "a shader of an earlier version\n")
+    _write(stage.fonts / "OpenSans-Regular.ttf", "the font as an earlier version brought it\n")

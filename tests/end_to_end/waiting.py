@@ -1,0 +1,21 @@
+"""Waiting for something to become true: polled, with a deadline, never a fixed time."""
+
+import time
+
+PATIENCE = 60.0
+
+
+class TimedOut(AssertionError):
+    """What was waited for did not happen in time."""
+
+
+def wait_until(happened, what, seconds=PATIENCE, interval=0.03):
+    """Returns the first true value of `happened()`."""
+    deadline = time.monotonic() + seconds
+    while True:
+        value = happened()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise TimedOut(f"waited {seconds:g} seconds for {what}")
+        time.sleep(interval)
