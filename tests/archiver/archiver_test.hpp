@@ -39,7 +39,7 @@ class ArchiverTest : public ::testing::Test {
     ArchiverTest();
     ~ArchiverTest() override;
 
-    Outcome unpack(const fs::path& archive, const Conditions& conditions = {}) const;
+    Outcome unpack(const fs::path& zip, const Conditions& conditions = {}) const;
     Outcome pack(const fs::path& source, const fs::path& zip,
                  const Conditions& conditions = {}) const;
     Outcome run(const std::vector<std::string>& arguments, const Conditions& conditions = {}) const;
@@ -50,7 +50,7 @@ class ArchiverTest : public ::testing::Test {
 
     /// Makes everything at `path` belong to the ordinary user.
     static void giveToOrdinaryUser(const fs::path& path);
-    static Snapshot snapshot(const fs::path& folder);
+    static Snapshot snapshot(const fs::path& top);
     /// Everything but the destination.
     Snapshot outside() const;
     /// Polls until `holds`; false after a generous deadline.

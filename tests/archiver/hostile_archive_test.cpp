@@ -159,14 +159,5 @@ TEST_F(HostileArchive, MakesNoDevices) {
     }
 }
 
-TEST_F(HostileArchive, DoesNotOverwriteItself) {
-    const fs::path inside = destination / "archive.zip";
-    writeZip(inside, {{"archive.zip", "hostile"}, {"other", "contents"}});
-    const std::string before = contentsOf(inside);
-    EXPECT_EQ(unpack(inside).status, 1);
-    EXPECT_EQ(contentsOf(inside), before);
-    EXPECT_EQ(contentsOf(destination / "other"), "contents");
-}
-
 }  // namespace
 }  // namespace morvella

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <array>
 
 #include "archiver_test.hpp"
 
@@ -12,7 +13,7 @@ class Packing : public ArchiverTest {
   protected:
     Packing() { fs::create_directory(source); }
 
-    std::vector<std::string> namesInZip() const {
+    [[nodiscard]] std::vector<std::string> namesInZip() const {
         std::vector<std::string> names;
         for (const FoundEntry& entry : entriesOfZip(zip)) {
             names.push_back(entry.name);
@@ -44,6 +45,8 @@ TEST_F(Packing, FolderItselfIsOnlyTopLevelEntry) {
     EXPECT_EQ(namesInZip(), expected);
     EXPECT_EQ(pack(source / "Sources" / "..", zip).status, 0);
     EXPECT_EQ(namesInZip(), expected);
+    EXPECT_EQ(pack(".", zip, {.workingFolder = source}).status, 0);
+    EXPECT_EQ(namesInZip(), expected);
 }
 
 TEST_F(Packing, UnpackedBackupEqualsFolder) {
@@ -61,9 +64,9 @@ TEST_F(Packing, UnpackedBackupEqualsFolder) {
     fs::create_symlink("program", source / "link");
     fs::create_symlink("/no/such/place", source / "dangling");
     fs::create_directory_symlink("read-only", source / "link to folder");
-    const timespec old[2]{{0, UTIME_OMIT}, {1'000'000'001, 0}};
-    ASSERT_EQ(utimensat(AT_FDCWD, (source / "program").c_str(), old, 0), 0);
-    ASSERT_EQ(utimensat(AT_FDCWD, (source / "read-only").c_str(), old, 0), 0);
+    const std::array<timespec, 2> old{{{0, UTIME_OMIT}, {1'000'000'001, 0}}};
+    ASSERT_EQ(utimensat(AT_FDCWD, (source / "program").c_str(), old.data(), 0), 0);
+    ASSERT_EQ(utimensat(AT_FDCWD, (source / "read-only").c_str(), old.data(), 0), 0);
 
     ASSERT_EQ(pack(source, zip).status, 0);
     EXPECT_EQ(std::ranges::count(namesInZip(), "Morvella/._kept in backup"), 1);

@@ -24,26 +24,24 @@ class PackingFailure : public ArchiverTest {
     }
 
     /// A file that is far longer to read than a test can last, but takes no room.
-    fs::path makeEndlessFile() const {
-        const fs::path file = source / "endless";
+    [[nodiscard]] fs::path makeEndlessFile() const {
+        fs::path file = source / "endless";
         writeFile(file, incompressible(1'000'000));
         fs::resize_file(file, 64LL << 30);
         return file;
     }
 
-    /// Waits until the archive has been written in part. Nothing may stand in its place by then.
-    bool isHalfWritten() const {
+    /// Waits until the archive has been written in part, under whatever name that begins with its
+    /// own.
+    [[nodiscard]] bool isHalfWritten() const {
         return eventually([this] {
-            for (const fs::path& item : items()) {
-                if (item.string().starts_with(zip.string()) && fs::file_size(item) > 0) {
-                    return true;
-                }
-            }
-            return false;
+            return std::ranges::any_of(items(), [this](const fs::path& item) {
+                return item.string().starts_with(zip.string()) && fs::file_size(item) > 0;
+            });
         });
     }
 
-    std::vector<fs::path> items() const {
+    [[nodiscard]] std::vector<fs::path> items() const {
         std::vector<fs::path> found;
         for (const auto& entry : fs::directory_iterator(library)) {
             found.push_back(entry.path());
@@ -126,7 +124,7 @@ TEST_F(PackingFailure, KeepsOlderZip) {
 }
 
 TEST_F(PackingFailure, KilledMidwayLeavesNoZip) {
-    makeEndlessFile();
+    static_cast<void>(makeEndlessFile());
     const pid_t process = start(packArguments(source, zip));
     EXPECT_TRUE(isHalfWritten());
     kill(process, SIGKILL);

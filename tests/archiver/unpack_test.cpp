@@ -91,6 +91,7 @@ TEST_F(ArchiverTest, DestinationKeepsItsOwnPermissions) {
 
 TEST_F(ArchiverTest, UnpacksTenThousandEntries) {
     std::vector<ZipEntry> entries;
+    entries.reserve(10000);
     for (int i = 0; i < 10000; ++i) {
         entries.push_back(
             {"folder " + std::to_string(i % 100) + "/" + std::to_string(i), std::to_string(i)});
@@ -104,7 +105,7 @@ TEST_F(ArchiverTest, UnpacksTenThousandEntries) {
 
 class UnpackedName : public ArchiverTest, public ::testing::WithParamInterface<std::string> {
   protected:
-    std::vector<std::string> namesInDestination() const {
+    [[nodiscard]] std::vector<std::string> namesInDestination() const {
         std::vector<std::string> names;
         for (const auto& entry : fs::directory_iterator(destination)) {
             names.push_back(entry.path().filename());

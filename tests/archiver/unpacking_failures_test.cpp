@@ -61,7 +61,7 @@ std::size_t find(const std::string& zip, const std::string& signature, int n) {
     return position;
 }
 
-TEST_F(UnpackingFailure, DamagedContents) {
+TEST_F(UnpackingFailure, DamagedFileLeavesNothingInPart) {
     writeZip(archive, {{"file", "some contents that were deflated"}});
     std::string zip = contentsOf(archive);
     const std::size_t contents = find(zip, "PK\3\4", 1) + 30 + 4 + 24;
@@ -73,6 +73,7 @@ TEST_F(UnpackingFailure, DamagedContents) {
         const Outcome result = unpack(archive);
         EXPECT_EQ(result.status, 1) << position;
         EXPECT_NE(result.errors.find("\nditto: file: "), std::string::npos) << result.errors;
+        EXPECT_TRUE(fs::is_empty(destination)) << position;
     }
 }
 
@@ -125,6 +126,7 @@ TEST_F(UnpackingFailure, EncryptedArchive) {
     const Outcome result = unpack(archive);
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.errors.find("Passphrase required"), std::string::npos) << result.errors;
+    EXPECT_TRUE(fs::is_empty(destination));
 }
 
 TEST_F(UnpackingFailure, DestinationIsFileOrDanglingLink) {
@@ -151,15 +153,18 @@ TEST_F(UnpackingFailure, UnwritableDestination) {
 }
 
 TEST_F(UnpackingFailure, FileCannotGrow) {
-    writeZip(archive, {{"large", std::string(100'000, 'x')}, {"small", "contents"}});
+    writeZip(archive, {{"small", "contents"}, {"large", std::string(100'000, 'x')}});
     const Outcome result = unpack(archive, {.largestFile = 50'000});
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.errors.find("ditto: large: "), std::string::npos) << result.errors;
     EXPECT_NE(result.errors.find("File too large"), std::string::npos) << result.errors;
+    EXPECT_EQ(contentsOf(destination / "small"), "contents");
+    EXPECT_FALSE(fs::exists(destination / "large"));
 }
 
 TEST_F(UnpackingFailure, ManyErrorsStillFitIntoPipe) {
     std::vector<ZipEntry> entries;
+    entries.reserve(10000);
     for (int i = 0; i < 10000; ++i) {
         entries.push_back({"../" + std::to_string(i), ""});
     }

@@ -2,12 +2,12 @@
 
 #include <archive.h>
 
-#include <algorithm>
 #include <clocale>
+#include <cstdint>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <random>
 #include <stdexcept>
 
 namespace morvella {
@@ -25,10 +25,17 @@ void require(bool succeeded, const Handle& handle) {
 /// libarchive takes the locale's encoding for the names'.
 class Locale {
   public:
-    explicit Locale(const char* name) { std::setlocale(LC_CTYPE, name); }
-    ~Locale() { std::setlocale(LC_CTYPE, "C"); }
+    explicit Locale(const char* name) { set(name); }
+    ~Locale() { set("C"); }
     Locale(const Locale&) = delete;
     Locale& operator=(const Locale&) = delete;
+
+  private:
+    static void set(const char* name) {
+        if (!std::setlocale(LC_CTYPE, name)) {
+            std::abort();
+        }
+    }
 };
 
 }  // namespace
@@ -80,9 +87,12 @@ std::vector<FoundEntry> entriesOfZip(const std::filesystem::path& path) {
 }
 
 std::string incompressible(std::size_t size) {
-    std::mt19937 random(1);
     std::string bytes(size, '\0');
-    std::generate(bytes.begin(), bytes.end(), [&random] { return static_cast<char>(random()); });
+    std::uint64_t state = 1;
+    for (char& byte : bytes) {
+        state = state * 6364136223846793005U + 1442695040888963407U;
+        byte = static_cast<char>(state >> 56U);
+    }
     return bytes;
 }
 

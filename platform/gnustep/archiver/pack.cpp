@@ -73,16 +73,19 @@ class PartialFile {
     bool complete_ = false;
 };
 
-/// The absolute path of a folder, without a slash or a dot at its end; a link to a folder keeps its
-/// name.
+/// The absolute path of a folder, ending in its name; a link to a folder keeps its own name.
 fs::path absoluteFolder(const std::string& folder) {
     std::error_code error;
     if (!fs::is_directory(folder, error)) {
         errno = error ? error.value() : ENOTDIR;
         throw systemError(folder);
     }
-    const fs::path path = fs::absolute(folder).lexically_normal();
-    return path.has_filename() ? path : path.parent_path();
+    fs::path path = fs::absolute(folder);
+    if (!path.has_filename()) {
+        path = path.parent_path();
+    }
+    const bool endsInDots = path.filename() == "." || path.filename() == "..";
+    return endsInDots ? fs::canonical(path) : path;
 }
 
 bool isInside(const fs::path& inner, const fs::path& outer) {

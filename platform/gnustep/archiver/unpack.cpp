@@ -17,6 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t readBlockSize = 1 << 18;
+constexpr int noSystemError = -1;
 
 /// Names the entries that could not be unpacked. Says only so much: the caller may read what is
 /// said here only after this process has ended, and a full pipe would then keep both waiting for
@@ -111,11 +112,30 @@ fs::path folderOf(archive_entry* entry) {
     return folder;
 }
 
+/// Makes the disk's failure the archive's, where the caller looks for it.
+int failWith(archive* zip, archive* disk) {
+    archive_set_error(zip, noSystemError, "%s", errorText(disk).c_str());
+    return ARCHIVE_FAILED;
+}
+
+int unpackContents(archive* zip, archive* disk) {
+    const void* block = nullptr;
+    std::size_t size = 0;
+    la_int64_t offset = 0;
+    int status = ARCHIVE_OK;
+    while ((status = archive_read_data_block(zip, &block, &size, &offset)) == ARCHIVE_OK) {
+        if (archive_write_data_block(disk, block, size, offset) != ARCHIVE_OK) {
+            return failWith(zip, disk);
+        }
+    }
+    return status == ARCHIVE_EOF ? ARCHIVE_OK : status;
+}
+
 /// Unpacks one entry. Returns libarchive's status; `zip` then tells what failed.
 int unpackEntry(archive* zip, archive_entry* entry, archive* disk) {
     const auto type = archive_entry_filetype(entry);
     if (type != AE_IFREG && type != AE_IFDIR && type != AE_IFLNK) {
-        archive_set_error(zip, ARCHIVE_FAILED, "Neither a file nor a folder nor a link");
+        archive_set_error(zip, noSystemError, "Neither a file nor a folder nor a link");
         return ARCHIVE_FAILED;
     }
     if (type == AE_IFDIR) {
@@ -127,13 +147,24 @@ int unpackEntry(archive* zip, archive_entry* entry, archive* disk) {
         // linked.
         std::error_code error;
         if (fs::is_symlink(folder, error)) {
-            archive_set_error(zip, ARCHIVE_FAILED, "Cannot extract through symlink");
+            archive_set_error(zip, noSystemError, "Cannot extract through symlink");
             return ARCHIVE_FAILED;
         }
     }
     // No archive makes a program run as somebody else.
     archive_entry_set_perm(entry, archive_entry_perm(entry) & 0777);
-    return archive_read_extract2(zip, entry, disk);
+    if (archive_write_header(disk, entry) != ARCHIVE_OK) {
+        return failWith(zip, disk);
+    }
+    const int status = type == AE_IFREG ? unpackContents(zip, disk) : ARCHIVE_OK;
+    const bool finished = archive_write_finish_entry(disk) == ARCHIVE_OK;
+    if (status != ARCHIVE_OK) {
+        // What is there in part must not pass for the whole file.
+        std::error_code error;
+        fs::remove(archive_entry_pathname(entry), error);
+        return status;
+    }
+    return finished ? ARCHIVE_OK : failWith(zip, disk);
 }
 
 }  // namespace
@@ -150,8 +181,11 @@ bool unpack(const std::string& archivePath, const std::string& destination) {
     Complaints complaints;
     archive_entry* entry = nullptr;
     int status = ARCHIVE_OK;
-    while (status != ARCHIVE_FATAL &&
-           (status = archive_read_next_header(zip.get(), &entry)) != ARCHIVE_EOF) {
+    while (status != ARCHIVE_FATAL) {
+        status = archive_read_next_header(zip.get(), &entry);
+        if (status == ARCHIVE_EOF) {
+            break;
+        }
         // There is none when the archive is damaged, or the name not in the encoding that it is
         // marked with.
         const char* path = archive_entry_pathname(entry);

@@ -8,10 +8,10 @@ namespace morvella {
 /// missing, and names the archive in one line on standard error.
 ///
 /// Nothing is ever written outside `destination`: an entry that is absolute, has a ".." in its path
-/// or leads through a symbolic link is refused. Such an entry, or one that cannot be written, is
-/// named on standard error and the others are still unpacked; the result is then false. Existing
-/// files and links are replaced, never written through. "__MACOSX" folders and "._" files are left
-/// out.
+/// or leads through a symbolic link is refused. Such an entry, or one that cannot be written whole,
+/// is left out and named on standard error, and the others are still unpacked; the result is then
+/// false. Existing files and links are replaced, never written through. "__MACOSX" folders and "._"
+/// files are left out.
 ///
 /// Throws std::runtime_error when the archive cannot be read any further or `destination` not be
 /// used. Changes the current folder and the locale.
