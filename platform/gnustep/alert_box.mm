@@ -19,9 +19,9 @@ constexpr CGFloat buttonWidth = 88;
 constexpr CGFloat helpSize = 22;
 constexpr CGFloat cornerRadius = 10;
 
-NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
-    NSTextField *field = [[[NSTextField alloc] initWithFrame:NSZeroRect] autorelease];
-    [field setStringValue:text];
+NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
+    NSTextField* field = [[[NSTextField alloc] initWithFrame:NSZeroRect] autorelease];
+    [field setStringValue:text ? text : @""];
     [field setFont:font];
     [field setTextColor:[NSColor controlTextColor]];
     [field setEditable:NO];
@@ -44,13 +44,13 @@ NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
 @implementation AlertHelpButton
 
 - (void)drawRect:(NSRect)rect {
-    NSBezierPath *circle = [NSBezierPath bezierPathWithOvalInRect:NSInsetRect([self bounds], 1, 1)];
+    NSBezierPath* circle = [NSBezierPath bezierPathWithOvalInRect:NSInsetRect([self bounds], 1, 1)];
     [([[self cell] isHighlighted] ? [NSColor controlShadowColor]
                                   : [NSColor controlBackgroundColor]) set];
     [circle fill];
     [[NSColor controlShadowColor] set];
     [circle stroke];
-    NSDictionary *attributes = @{
+    NSDictionary* attributes = @{
         NSFontAttributeName : [NSFont boldSystemFontOfSize:13],
         NSForegroundColorAttributeName : [NSColor controlTextColor]
     };
@@ -64,7 +64,7 @@ NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
 
 @implementation AlertBox
 
-- (instancetype)initWithAlert:(CompletedAlert *)alert width:(CGFloat)width {
+- (instancetype)initWithAlert:(CompletedAlert*)alert width:(CGFloat)width {
     self = [super initWithFrame:NSZeroRect];
     if (self) {
         [self setAutoresizesSubviews:NO];
@@ -93,14 +93,14 @@ NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
 
 #pragma mark Layout
 
-- (CGFloat)widthOfButton:(NSButton *)button {
+- (CGFloat)widthOfButton:(NSButton*)button {
     return std::max(buttonWidth, static_cast<CGFloat>(ceil([[button cell] cellSize].width)) + 24);
 }
 
 /// The row of buttons, with the help button at its left end.
 - (CGFloat)widthOfButtons {
     CGFloat width = [_alert showsHelp] ? helpSize : -gap;
-    for (NSButton *button in [_alert buttons]) {
+    for (NSButton* button in [_alert buttons]) {
         width += gap + [self widthOfButton:button];
     }
     return width;
@@ -131,14 +131,14 @@ NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
 }
 
 /// Returns the lower edge of `view`.
-- (CGFloat)add:(NSView *)view at:(NSPoint)origin {
+- (CGFloat)add:(NSView*)view at:(NSPoint)origin {
     [view setFrameOrigin:origin];
     [self addSubview:view];
     return NSMaxY([view frame]);
 }
 
 - (CGFloat)addSuppressionButtonAt:(NSPoint)origin width:(CGFloat)width {
-    NSButton *button = [_alert suppressionButton];
+    NSButton* button = [_alert suppressionButton];
     [button setFont:[NSFont systemFontOfSize:12]];
     [[button cell] setWraps:YES];
     const NSSize size = [[button cell] cellSizeForBounds:NSMakeRect(0, 0, width, 10000)];
@@ -150,7 +150,7 @@ NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
 
 /// `corner` is the upper right one.
 - (void)addButtonsAt:(NSPoint)corner {
-    for (NSButton *button in [_alert buttons]) {
+    for (NSButton* button in [_alert buttons]) {
         const CGFloat width = [self widthOfButton:button];
         [button setBezelStyle:NSRoundedBezelStyle];
         [button setFrame:NSMakeRect(corner.x - width, corner.y, width, buttonHeight)];
@@ -162,9 +162,9 @@ NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
     }
     _focus = [_keyLoop indexOfObject:[[_alert buttons] objectAtIndex:0]];
     if ([_alert showsHelp]) {
-        NSRect frame = NSMakeRect(shadow + margin, corner.y + (buttonHeight - helpSize) / 2, helpSize,
-                                  helpSize);
-        NSButton *help = [[[AlertHelpButton alloc] initWithFrame:frame] autorelease];
+        NSRect frame = NSMakeRect(shadow + margin, corner.y + (buttonHeight - helpSize) / 2,
+                                  helpSize, helpSize);
+        NSButton* help = [[[AlertHelpButton alloc] initWithFrame:frame] autorelease];
         [help setTarget:self];
         [help setAction:@selector(showHelp:)];
         [self addSubview:help];
@@ -173,14 +173,14 @@ NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
 }
 
 /// The page behind keeps the window's first responder, so no control here becomes it.
-- (void)addControl:(NSButton *)control {
+- (void)addControl:(NSButton*)control {
     [[control cell] setRefusesFirstResponder:YES];
     [_keyLoop addObject:control];
 }
 
 #pragma mark Answers
 
-- (void)pressed:(NSButton *)button {
+- (void)pressed:(NSButton*)button {
     [_target performSelector:_action withObject:button];
 }
 
@@ -191,8 +191,8 @@ NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
     }
 }
 
-- (void)takeKey:(NSEvent *)event {
-    NSString *characters = [event charactersIgnoringModifiers];
+- (void)takeKey:(NSEvent*)event {
+    NSString* characters = [event charactersIgnoringModifiers];
     if ([characters length] == 0) {
         return;
     }
@@ -212,8 +212,8 @@ NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
     [self setNeedsDisplay:YES];
 }
 
-- (void)pressButtonWithKey:(NSString *)key {
-    for (NSButton *button in [_alert buttons]) {
+- (void)pressButtonWithKey:(NSString*)key {
+    for (NSButton* button in [_alert buttons]) {
         if ([[button keyEquivalent] isEqualToString:key] &&
             !([button keyEquivalentModifierMask] & NSCommandKeyMask)) {
             [button performClick:self];
@@ -233,7 +233,7 @@ NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
                                          xRadius:cornerRadius + spread
                                          yRadius:cornerRadius + spread] fill];
     }
-    NSBezierPath *outline = [NSBezierPath bezierPathWithRoundedRect:NSInsetRect(box, 0.5, 0.5)
+    NSBezierPath* outline = [NSBezierPath bezierPathWithRoundedRect:NSInsetRect(box, 0.5, 0.5)
                                                             xRadius:cornerRadius
                                                             yRadius:cornerRadius];
     [[NSColor windowBackgroundColor] set];
@@ -245,7 +245,7 @@ NSTextField *label(NSString *text, NSFont *font, CGFloat width) {
 }
 
 - (void)drawFocusAround:(NSRect)frame {
-    NSBezierPath *ring = [NSBezierPath bezierPathWithRoundedRect:NSInsetRect(frame, -2, -2)
+    NSBezierPath* ring = [NSBezierPath bezierPathWithRoundedRect:NSInsetRect(frame, -2, -2)
                                                          xRadius:6
                                                          yRadius:6];
     [ring setLineWidth:2];

@@ -2,8 +2,8 @@
 
 namespace {
 
-void drawMark(NSString *mark, NSRect area, NSColor *color, CGFloat size) {
-    NSDictionary *attributes = @{
+void drawMark(NSString* mark, NSRect area, NSColor* color, CGFloat size) {
+    NSDictionary* attributes = @{
         NSFontAttributeName : [NSFont boldSystemFontOfSize:size],
         NSForegroundColorAttributeName : color
     };
@@ -13,9 +13,9 @@ void drawMark(NSString *mark, NSRect area, NSColor *color, CGFloat size) {
 }
 
 /// A triangle that stands on its base, with rounded corners.
-NSBezierPath *trianglePath(NSRect area) {
+NSBezierPath* trianglePath(NSRect area) {
     const CGFloat radius = area.size.width * 0.09;
-    NSBezierPath *path = [NSBezierPath bezierPath];
+    NSBezierPath* path = [NSBezierPath bezierPath];
     const NSPoint top = NSMakePoint(NSMidX(area), NSMaxY(area));
     const NSPoint right = NSMakePoint(NSMaxX(area), NSMinY(area));
     const NSPoint left = NSMakePoint(NSMinX(area), NSMinY(area));
@@ -28,17 +28,17 @@ NSBezierPath *trianglePath(NSRect area) {
 }
 
 void drawWarningSign(NSRect area) {
-    NSBezierPath *triangle = trianglePath(area);
+    NSBezierPath* triangle = trianglePath(area);
     [[NSColor colorWithCalibratedRed:0.98 green:0.74 blue:0.10 alpha:1] set];
     [triangle fill];
     [[NSColor colorWithCalibratedRed:0.80 green:0.56 blue:0.02 alpha:1] set];
     [triangle setLineWidth:1];
     [triangle stroke];
 
-    NSColor *ink = [NSColor colorWithCalibratedWhite:0.13 alpha:1];
+    NSColor* ink = [NSColor colorWithCalibratedWhite:0.13 alpha:1];
     [ink set];
     const CGFloat unit = area.size.height / 20;
-    NSBezierPath *bar = [NSBezierPath bezierPath];
+    NSBezierPath* bar = [NSBezierPath bezierPath];
     [bar moveToPoint:NSMakePoint(NSMidX(area) - 1.3 * unit, NSMinY(area) + 13.5 * unit)];
     [bar lineToPoint:NSMakePoint(NSMidX(area) + 1.3 * unit, NSMinY(area) + 13.5 * unit)];
     [bar lineToPoint:NSMakePoint(NSMidX(area) + 0.7 * unit, NSMinY(area) + 6.2 * unit)];
@@ -60,7 +60,7 @@ void drawNoticeSign(NSRect area) {
 
 @implementation AlertIcon
 
-- (instancetype)initWithAlert:(NSAlert *)alert frame:(NSRect)frame {
+- (instancetype)initWithAlert:(NSAlert*)alert frame:(NSRect)frame {
     self = [super initWithFrame:frame];
     if (self) {
         _style = [alert alertStyle];
@@ -75,8 +75,8 @@ void drawNoticeSign(NSRect area) {
 }
 
 /// nil if the application has no icon of its own.
-- (NSImage *)applicationIcon {
-    NSString *name = [[[NSBundle mainBundle] infoDictionary] objectForKey:@"NSIcon"];
+- (NSImage*)applicationIcon {
+    NSString* name = [[[NSBundle mainBundle] infoDictionary] objectForKey:@"NSIcon"];
     return name ? [NSImage imageNamed:name] : nil;
 }
 

@@ -4,7 +4,7 @@
 @implementation CATransaction
 
 + (void)flush {
-    for (NSWindow *window in [NSApp windows]) {
+    for (NSWindow* window in [NSApp windows]) {
         if ([window isVisible]) {
             [window displayIfNeeded];
             [window flushWindow];

@@ -37,12 +37,15 @@ dispatch_queue_t dispatch_get_main_queue() {
 }
 
 void dispatch_async(dispatch_queue_t, dispatch_block_t block) {
-    DispatchedBlock *dispatched = [[DispatchedBlock alloc] initWithBlock:block];
-    [dispatched
-        performSelectorOnMainThread:@selector(run)
-                         withObject:nil
-                      waitUntilDone:NO
-                              modes:@[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode,
-                                       NSEventTrackingRunLoopMode ]];
+    // As long as there is none, GNUstep would run the block at once.
+    [NSRunLoop mainRunLoop];
+    DispatchedBlock* dispatched = [[DispatchedBlock alloc] initWithBlock:block];
+    [dispatched performSelectorOnMainThread:@selector(run)
+                                 withObject:nil
+                              waitUntilDone:NO
+                                      modes:@[
+                                          NSDefaultRunLoopMode, NSModalPanelRunLoopMode,
+                                          NSEventTrackingRunLoopMode
+                                      ]];
     [dispatched release];
 }

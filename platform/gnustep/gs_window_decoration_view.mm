@@ -5,9 +5,9 @@
 /// A window puts its new content view on top of everything that it shows.
 @implementation GSWindowDecorationView (Complement)
 
-- (void)didAddSubview:(NSView *)subview {
+- (void)didAddSubview:(NSView*)subview {
     [super didAddSubview:subview];
-    SheetCover *cover = [SheetCover existingCoverOfWindow:[self window]];
+    SheetCover* cover = [SheetCover existingCoverOfWindow:[self window]];
     if (cover && [[self subviews] lastObject] != cover) {
         [[cover retain] autorelease];
         [self addSubview:cover positioned:NSWindowAbove relativeTo:nil];

@@ -1,23 +1,25 @@
-/// Through this, GNUstep's workspace tells other applications that this one runs, and hears from them.
+/// Through this, GNUstep's workspace tells other applications that this one runs, and hears from
+/// them.
 @interface _GSWorkspaceCenter : NSNotificationCenter
 @end
 
-/// Nobody waits for the installer's news, and telling them takes a daemon and a file that outlive it.
+/// Nobody waits for the installer's news, and telling them takes a daemon and a file that outlive
+/// it.
 @implementation _GSWorkspaceCenter (Complement)
 
 - (instancetype)init {
     return [super init];
 }
 
-- (void)postNotification:(NSNotification *)notification {
+- (void)postNotification:(NSNotification*)notification {
     [super postNotification:notification];
 }
 
-- (void)postNotificationName:(NSString *)name object:(id)object {
+- (void)postNotificationName:(NSString*)name object:(id)object {
     [super postNotificationName:name object:object];
 }
 
-- (void)postNotificationName:(NSString *)name object:(id)object userInfo:(NSDictionary *)info {
+- (void)postNotificationName:(NSString*)name object:(id)object userInfo:(NSDictionary*)info {
     [super postNotificationName:name object:object userInfo:info];
 }
 

@@ -5,7 +5,7 @@
 /// What every alert is an instance of here.
 @interface CompletedAlert : NSAlert {
     BOOL _showsSuppressionButton;
-    NSButton *_suppressionButton;
-    NSView *_accessoryView;
+    NSButton* _suppressionButton;
+    NSView* _accessoryView;
 }
 @end

@@ -5,8 +5,9 @@
 @implementation NSAlert (CompletedAllocation)
 
 /// An alert has no room for what GNUstep's lacks, so a subclass adds it.
-+ (instancetype)allocWithZone:(NSZone *)zone {
-    return self == [NSAlert class] ? [CompletedAlert allocWithZone:zone] : [super allocWithZone:zone];
++ (instancetype)allocWithZone:(NSZone*)zone {
+    return self == [NSAlert class] ? [CompletedAlert allocWithZone:zone]
+                                   : [super allocWithZone:zone];
 }
 
 @end
@@ -27,7 +28,7 @@
     _showsSuppressionButton = shows;
 }
 
-- (NSButton *)suppressionButton {
+- (NSButton*)suppressionButton {
     if (!_suppressionButton) {
         _suppressionButton = [[NSButton alloc] initWithFrame:NSZeroRect];
         [_suppressionButton setButtonType:NSSwitchButton];
@@ -36,17 +37,17 @@
     return _suppressionButton;
 }
 
-- (NSView *)accessoryView {
+- (NSView*)accessoryView {
     return _accessoryView;
 }
 
-- (void)setAccessoryView:(NSView *)view {
+- (void)setAccessoryView:(NSView*)view {
     [view retain];
     [_accessoryView release];
     _accessoryView = view;
 }
 
-- (void)beginSheetModalForWindow:(NSWindow *)window
+- (void)beginSheetModalForWindow:(NSWindow*)window
                completionHandler:(AlertCompletionHandler)handler {
     if ([[self buttons] count] == 0) {
         [self addButtonWithTitle:@"OK"];

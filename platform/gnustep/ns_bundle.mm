@@ -7,9 +7,9 @@
 @implementation MacBundle
 
 /// nil if there is none or if it is damaged.
-- (NSDictionary *)infoDictionary {
+- (NSDictionary*)infoDictionary {
     if (!_infoDict) {
-        NSString *path = [[self bundlePath] stringByAppendingPathComponent:@"Contents/Info.plist"];
+        NSString* path = [[self bundlePath] stringByAppendingPathComponent:@"Contents/Info.plist"];
         _infoDict = [propertyListDictionary(path) retain];
     }
     return _infoDict;
@@ -19,10 +19,21 @@
 
 @implementation NSBundle (Complement)
 
-+ (instancetype)bundleWithURL:(NSURL *)url {
++ (instancetype)bundleWithURL:(NSURL*)url {
     BOOL isDirectory = NO;
     [[NSFileManager defaultManager] fileExistsAtPath:[url path] isDirectory:&isDirectory];
     return isDirectory ? [[[MacBundle alloc] initWithPath:[url path]] autorelease] : nil;
+}
+
+/// GNUstep's own looks in every folder for every file type that any of its libraries can read,
+/// which takes longer than the rest of the start.
+- (NSString*)pathForImageResource:(NSString*)name {
+    if ([[name pathExtension] length] > 0) {
+        return [self pathForResource:name ofType:nil];
+    }
+    NSString* path = [self pathForResource:name ofType:@"png"];
+    return path ? path
+                : [NSBundle pathForLibraryResource:name ofType:@"tiff" inDirectory:@"Images"];
 }
 
 @end

@@ -1,14 +1,14 @@
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <cerrno>
 
 #include "posix_error.h"
 
 /// Owns the mapped pages of a file.
 @interface MappedData : NSData {
-    void *_pages;
+    void* _pages;
     NSUInteger _size;
 }
 @end
@@ -16,9 +16,7 @@
 @implementation MappedData
 
 /// All of NSData's initialisers end here, and each class does this one by itself.
-- (instancetype)initWithBytesNoCopy:(void *)pages
-                             length:(NSUInteger)size
-                       freeWhenDone:(BOOL)free {
+- (instancetype)initWithBytesNoCopy:(void*)pages length:(NSUInteger)size freeWhenDone:(BOOL)free {
     _pages = pages;
     _size = size;
     return self;
@@ -29,7 +27,7 @@
     [super dealloc];
 }
 
-- (const void *)bytes {
+- (const void*)bytes {
     return _pages;
 }
 
@@ -42,7 +40,7 @@
 namespace {
 
 /// The data of an open regular file; nil with the reason in `errno`.
-NSData *mappedData(int file) {
+NSData* mappedData(int file) {
     struct stat status;
     if (fstat(file, &status) != 0) {
         return nil;
@@ -55,7 +53,7 @@ NSData *mappedData(int file) {
     if (size == 0) {
         return [NSData data];
     }
-    void *pages = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
+    void* pages = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
     if (pages == MAP_FAILED) {
         return nil;
     }
@@ -68,11 +66,11 @@ NSData *mappedData(int file) {
 /// GNUstep maps a file by a method of another name only, which writes to the log when it fails.
 @implementation NSData (Complement)
 
-+ (instancetype)dataWithContentsOfFile:(NSString *)path
++ (instancetype)dataWithContentsOfFile:(NSString*)path
                                options:(NSDataReadingOptions)options
-                                 error:(NSError **)error {
+                                 error:(NSError**)error {
     const int file = open([path UTF8String], O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    NSData *data = file < 0 ? nil : mappedData(file);
+    NSData* data = file < 0 ? nil : mappedData(file);
     if (!data) {
         failed(error, errno, [NSString stringWithFormat:@"“%@” could not be read", path]);
     }

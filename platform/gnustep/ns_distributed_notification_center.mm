@@ -1,7 +1,8 @@
 @implementation NSDistributedNotificationCenter (Complement)
 
-/// GNUstep's display backend takes its leave here when the application ends, and its own method would
-/// start a daemon for that. The daemon forgets an observer by itself when the connection ends.
+/// GNUstep's display backend takes its leave here when the application ends, and its own method
+/// would start a daemon for that. The daemon forgets an observer by itself when the connection
+/// ends.
 - (void)removeObserver:(id)observer {
 }
 

@@ -1,9 +1,12 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <fcntl.h>
+#include <cstring>
 #include <filesystem>
-#include <sys/stat.h>
 
 #include "posix_error.h"
 
@@ -11,14 +14,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const char *pathOf(NSURL *url) { return [[url path] UTF8String]; }
+const char* pathOf(NSURL* url) {
+    return [[url path] UTF8String];
+}
 
-NSString *notDone(NSURL *url, NSString *done) {
+NSString* notDone(NSURL* url, NSString* done) {
     return [NSString stringWithFormat:@"“%@” could not be %@", [url path], done];
 }
 
 /// Unlike GNUstep's, neither this nor moving writes through a symbolic link that leads nowhere.
-std::error_code copyItem(const fs::path &source, const fs::path &target) {
+std::error_code copyItem(const fs::path& source, const fs::path& target) {
     std::error_code code;
     if (fs::exists(fs::symlink_status(target, code))) {
         return std::make_error_code(std::errc::file_exists);
@@ -27,7 +32,7 @@ std::error_code copyItem(const fs::path &source, const fs::path &target) {
     return code;
 }
 
-std::error_code moveItem(const fs::path &source, const fs::path &target) {
+std::error_code moveItem(const fs::path& source, const fs::path& target) {
     if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
         return {};
     }
@@ -42,12 +47,12 @@ std::error_code moveItem(const fs::path &source, const fs::path &target) {
 }
 
 /// A folder of the stage, which stands for the root of a Mac's disk; nil without a stage.
-NSURL *stagedFolder(NSString *name) {
-    const char *stage = std::getenv("MORVELLA_STAGE");
+NSURL* stagedFolder(NSString* name) {
+    const char* stage = std::getenv("MORVELLA_STAGE");
     if (!stage || !*stage) {
         return nil;
     }
-    NSString *path = [[NSString stringWithUTF8String:stage] stringByAppendingPathComponent:name];
+    NSString* path = [[NSString stringWithUTF8String:stage] stringByAppendingPathComponent:name];
     return [NSURL fileURLWithPath:path isDirectory:YES];
 }
 
@@ -57,20 +62,20 @@ NSURL *stagedFolder(NSString *name) {
 /// give reasons that are not those of the failure, or give none.
 @implementation NSFileManager (Complement)
 
-- (BOOL)copyItemAtURL:(NSURL *)source toURL:(NSURL *)target error:(NSError **)error {
+- (BOOL)copyItemAtURL:(NSURL*)source toURL:(NSURL*)target error:(NSError**)error {
     const std::error_code code = copyItem(pathOf(source), pathOf(target));
     return code ? failed(error, code.value(), notDone(source, @"copied")) : YES;
 }
 
-- (BOOL)moveItemAtURL:(NSURL *)source toURL:(NSURL *)target error:(NSError **)error {
+- (BOOL)moveItemAtURL:(NSURL*)source toURL:(NSURL*)target error:(NSError**)error {
     const std::error_code code = moveItem(pathOf(source), pathOf(target));
     return code ? failed(error, code.value(), notDone(source, @"moved")) : YES;
 }
 
-- (BOOL)createDirectoryAtURL:(NSURL *)url
+- (BOOL)createDirectoryAtURL:(NSURL*)url
     withIntermediateDirectories:(BOOL)intermediates
-                     attributes:(NSDictionary *)attributes
-                          error:(NSError **)error {
+                     attributes:(NSDictionary*)attributes
+                          error:(NSError**)error {
     std::error_code code;
     if (intermediates) {
         fs::create_directories(pathOf(url), code);
@@ -83,21 +88,45 @@ NSURL *stagedFolder(NSString *name) {
     return !attributes || [self changeFileAttributes:attributes atPath:[url path]];
 }
 
+/// In the order of the system; a name that is not UTF-8 is left out.
+- (NSArray*)contentsOfDirectoryAtPath:(NSString*)path error:(NSError**)error {
+    DIR* folder = opendir([path UTF8String]);
+    if (!folder) {
+        failed(error, errno, [NSString stringWithFormat:@"“%@” could not be listed", path]);
+        return nil;
+    }
+    NSMutableArray* names = [NSMutableArray array];
+    while (const dirent* entry = readdir(folder)) {
+        if (std::strcmp(entry->d_name, ".") == 0 || std::strcmp(entry->d_name, "..") == 0) {
+            continue;
+        }
+        NSString* name = [[NSString alloc] initWithBytes:entry->d_name
+                                                  length:std::strlen(entry->d_name)
+                                                encoding:NSUTF8StringEncoding];
+        if (name) {
+            [names addObject:name];
+            [name release];
+        }
+    }
+    closedir(folder);
+    return names;
+}
+
 #pragma mark Standard folders
 
-- (NSArray *)URLsForDirectory:(NSSearchPathDirectory)directory
-                    inDomains:(NSSearchPathDomainMask)domains {
-    NSURL *staged = nil;
+- (NSArray*)URLsForDirectory:(NSSearchPathDirectory)directory
+                   inDomains:(NSSearchPathDomainMask)domains {
+    NSURL* staged = nil;
     if (directory == NSApplicationDirectory && domains == NSLocalDomainMask) {
         staged = stagedFolder(@"Applications");
     } else if (directory == NSUserDirectory && domains == NSLocalDomainMask) {
         staged = stagedFolder(@"Users");
     } else if (directory == NSDocumentDirectory && domains == NSUserDomainMask) {
-        NSString *path = [NSHomeDirectory() stringByAppendingPathComponent:@"Documents"];
+        NSString* path = [NSHomeDirectory() stringByAppendingPathComponent:@"Documents"];
         staged = [NSURL fileURLWithPath:path isDirectory:YES];
     } else {
-        NSMutableArray *urls = [NSMutableArray array];
-        for (NSString *path in NSSearchPathForDirectoriesInDomains(directory, domains, YES)) {
+        NSMutableArray* urls = [NSMutableArray array];
+        for (NSString* path in NSSearchPathForDirectoriesInDomains(directory, domains, YES)) {
             [urls addObject:[NSURL fileURLWithPath:path isDirectory:YES]];
         }
         return urls;
@@ -105,21 +134,21 @@ NSURL *stagedFolder(NSString *name) {
     return staged ? @[ staged ] : @[];
 }
 
-- (NSURL *)URLForDirectory:(NSSearchPathDirectory)directory
-                  inDomain:(NSSearchPathDomainMask)domain
-         appropriateForURL:(NSURL *)url
-                    create:(BOOL)create
-                     error:(NSError **)error {
-    NSArray *urls = [self URLsForDirectory:directory inDomains:domain];
+- (NSURL*)URLForDirectory:(NSSearchPathDirectory)directory
+                 inDomain:(NSSearchPathDomainMask)domain
+        appropriateForURL:(NSURL*)url
+                   create:(BOOL)create
+                    error:(NSError**)error {
+    NSArray* urls = [self URLsForDirectory:directory inDomains:domain];
     if ([urls count] == 0) {
         failed(error, ENOENT, @"There is no such standard folder");
         return nil;
     }
-    NSURL *found = [urls objectAtIndex:0];
+    NSURL* found = [urls objectAtIndex:0];
     const BOOL usable = !create || [self createDirectoryAtURL:found
-                                           withIntermediateDirectories:YES
-                                                            attributes:nil
-                                                                 error:error];
+                                       withIntermediateDirectories:YES
+                                                        attributes:nil
+                                                             error:error];
     return usable ? found : nil;
 }
 

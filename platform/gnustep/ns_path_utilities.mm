@@ -4,7 +4,8 @@
 
 /// GNUstep's own asks the account for its home, whatever HOME says. This one takes its place in
 /// GNUstep's libraries too, because the executable's symbols come first.
-NSString *NSHomeDirectory() {
-    const char *home = std::getenv("HOME");
-    return home && *home ? [NSString stringWithUTF8String:home] : NSHomeDirectoryForUser(NSUserName());
+NSString* NSHomeDirectory() {
+    const char* home = std::getenv("HOME");
+    return home && *home ? [NSString stringWithUTF8String:home]
+                         : NSHomeDirectoryForUser(NSUserName());
 }

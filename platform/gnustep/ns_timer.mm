@@ -5,7 +5,7 @@
     GSTimerBlock _block;
 }
 - (instancetype)initWithBlock:(GSTimerBlock)block;
-- (void)fire:(NSTimer *)timer;
+- (void)fire:(NSTimer*)timer;
 @end
 
 @implementation TimerTick
@@ -23,7 +23,7 @@
     [super dealloc];
 }
 
-- (void)fire:(NSTimer *)timer {
+- (void)fire:(NSTimer*)timer {
     _block(timer);
 }
 
@@ -32,10 +32,10 @@
 /// GNUstep has the method, but its own sends messages to the block.
 @implementation NSTimer (Complement)
 
-+ (NSTimer *)timerWithTimeInterval:(NSTimeInterval)interval
-                           repeats:(BOOL)repeats
-                             block:(GSTimerBlock)block {
-    TimerTick *tick = [[[TimerTick alloc] initWithBlock:block] autorelease];
++ (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval
+                          repeats:(BOOL)repeats
+                            block:(GSTimerBlock)block {
+    TimerTick* tick = [[[TimerTick alloc] initWithBlock:block] autorelease];
     return [NSTimer timerWithTimeInterval:interval
                                    target:tick
                                  selector:@selector(fire:)

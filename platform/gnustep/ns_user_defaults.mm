@@ -3,13 +3,13 @@
 /// The defaults of one domain only. A suite's are kept as on macOS, in the home folder's
 /// `Library/Preferences`; the launch arguments' cannot be changed.
 @interface DomainDefaults : NSUserDefaults {
-    NSString *_domain;
+    NSString* _domain;
 }
 @end
 
 @implementation DomainDefaults
 
-- (instancetype)initWithDomain:(NSString *)domain {
+- (instancetype)initWithDomain:(NSString*)domain {
     self = [super init];
     if (self) {
         _domain = [domain copy];
@@ -26,55 +26,57 @@
     return [_domain isEqualToString:NSArgumentDomain];
 }
 
-- (NSString *)folder {
+- (NSString*)folder {
     return [NSHomeDirectory() stringByAppendingPathComponent:@"Library/Preferences"];
 }
 
-- (NSString *)file {
-    return [[self folder] stringByAppendingPathComponent:[_domain stringByAppendingString:@".plist"]];
+- (NSString*)file {
+    return
+        [[self folder] stringByAppendingPathComponent:[_domain stringByAppendingString:@".plist"]];
 }
 
-- (NSDictionary *)values {
+- (NSDictionary*)values {
     if ([self holdsArguments]) {
         return [[NSUserDefaults standardUserDefaults] volatileDomainForName:NSArgumentDomain];
     }
-    NSDictionary *values = propertyListDictionary([self file]);
+    NSDictionary* values = propertyListDictionary([self file]);
     return values ? values : @{};
 }
 
-- (id)objectForKey:(NSString *)key {
+- (id)objectForKey:(NSString*)key {
     return [[self values] objectForKey:key];
 }
 
-- (void)setObject:(id)value forKey:(NSString *)key {
+- (void)setObject:(id)value forKey:(NSString*)key {
     if ([self holdsArguments]) {
         return;
     }
-    NSMutableDictionary *values = [[[self values] mutableCopy] autorelease];
+    NSMutableDictionary* values = [[[self values] mutableCopy] autorelease];
     [values removeObjectForKey:key];
     if (value) {
         [values setObject:value forKey:key];
     }
-    [[NSFileManager defaultManager]
-               createDirectoryAtURL:[NSURL fileURLWithPath:[self folder] isDirectory:YES]
-        withIntermediateDirectories:YES
-                         attributes:nil
-                              error:NULL];
+    [[NSFileManager defaultManager] createDirectoryAtURL:[NSURL fileURLWithPath:[self folder]
+                                                                    isDirectory:YES]
+                             withIntermediateDirectories:YES
+                                              attributes:nil
+                                                   error:NULL];
     [[NSPropertyListSerialization dataWithPropertyList:values
-                                                format:NSPropertyListXMLFormat_v1_0
+                                                format:NSPropertyListBinaryFormat_v1_0
                                                options:0
-                                                 error:NULL] writeToFile:[self file] atomically:YES];
+                                                 error:NULL] writeToFile:[self file]
+                                                              atomically:YES];
 }
 
-- (void)removeObjectForKey:(NSString *)key {
+- (void)removeObjectForKey:(NSString*)key {
     [self setObject:nil forKey:key];
 }
 
-- (id)valueForKey:(NSString *)key {
+- (id)valueForKey:(NSString*)key {
     return [self objectForKey:key];
 }
 
-- (void)setValue:(id)value forKey:(NSString *)key {
+- (void)setValue:(id)value forKey:(NSString*)key {
     [self setObject:value forKey:key];
 }
 
@@ -82,7 +84,7 @@
 
 @implementation NSUserDefaults (Complement)
 
-- (instancetype)initWithSuiteName:(NSString *)name {
+- (instancetype)initWithSuiteName:(NSString*)name {
     [self release];
     return (id)[[DomainDefaults alloc] initWithDomain:name];
 }

@@ -1,15 +1,15 @@
 #import "sheet_cover.h"
 
-/// A view that draws itself again is drawn from the nearest opaque view below it on. Under a cover that
-/// must be the window's own view: it draws the cover again, too.
+/// A view that draws itself again is drawn from the nearest opaque view below it on. Under a cover
+/// that must be the window's own view: it draws the cover again, too.
 @implementation NSView (Complement)
 
-- (NSView *)opaqueAncestor {
-    SheetCover *cover = [SheetCover existingCoverOfWindow:[self window]];
+- (NSView*)opaqueAncestor {
+    SheetCover* cover = [SheetCover existingCoverOfWindow:[self window]];
     if (cover) {
         return [cover superview];
     }
-    NSView *view = self;
+    NSView* view = self;
     while (![view isOpaque] && [view superview]) {
         view = [view superview];
     }

@@ -1,12 +1,12 @@
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <cerrno>
 
 namespace {
 
 /// Becomes `executable`; on failure `report` learns why.
-[[noreturn]] void become(const char *executable, const char *document, int report) {
+[[noreturn]] void become(const char* executable, const char* document, int report) {
     // The log is the installer's own, and whoever reads it waits for its end.
     const int null = open("/dev/null", O_RDWR);
     dup2(null, STDIN_FILENO);
@@ -19,9 +19,9 @@ namespace {
     _exit(127);
 }
 
-/// Starts `executable` in a session of its own, with init as its parent, so that it neither ends with
-/// the installer nor waits for it.
-BOOL startDetached(const char *executable, const char *document) {
+/// Starts `executable` in a session of its own, with init as its parent, so that it neither ends
+/// with the installer nor waits for it.
+BOOL startDetached(const char* executable, const char* document) {
     int report[2];
     if (pipe2(report, O_CLOEXEC) != 0) {
         return NO;
@@ -46,14 +46,14 @@ BOOL startDetached(const char *executable, const char *document) {
 }
 
 /// The executable of the application at `path`, which is a bundle's or the executable's own.
-NSString *executableOf(NSString *path) {
+NSString* executableOf(NSString* path) {
     BOOL isDirectory = NO;
     [[NSFileManager defaultManager] fileExistsAtPath:path isDirectory:&isDirectory];
     if (!isDirectory) {
         return path;
     }
-    NSBundle *bundle = [NSBundle bundleWithURL:[NSURL fileURLWithPath:path isDirectory:YES]];
-    NSString *name = [[bundle infoDictionary] objectForKey:@"CFBundleExecutable"];
+    NSBundle* bundle = [NSBundle bundleWithURL:[NSURL fileURLWithPath:path isDirectory:YES]];
+    NSString* name = [[bundle infoDictionary] objectForKey:@"CFBundleExecutable"];
     return [name isKindOfClass:[NSString class]]
                ? [[path stringByAppendingPathComponent:@"Contents/MacOS"]
                      stringByAppendingPathComponent:name]
@@ -70,8 +70,8 @@ NSString *executableOf(NSString *path) {
 }
 
 /// The application gets the document's path as its only argument.
-- (BOOL)openFile:(NSString *)document withApplication:(NSString *)application {
-    NSString *executable = executableOf(application);
+- (BOOL)openFile:(NSString*)document withApplication:(NSString*)application {
+    NSString* executable = executableOf(application);
     return executable && [[NSFileManager defaultManager] fileExistsAtPath:document] &&
            startDetached([executable UTF8String], [document UTF8String]);
 }

@@ -2,9 +2,9 @@
 
 #include <cstring>
 
-BOOL failed(NSError **error, int code, NSString *what) {
+BOOL failed(NSError** error, int code, NSString* what) {
     if (error) {
-        NSString *description = [NSString stringWithFormat:@"%@: %s.", what, std::strerror(code)];
+        NSString* description = [NSString stringWithFormat:@"%@: %s.", what, std::strerror(code)];
         *error = [NSError errorWithDomain:NSPOSIXErrorDomain
                                      code:code
                                  userInfo:@{NSLocalizedDescriptionKey : description}];

@@ -1,7 +1,7 @@
 #include "property_list.h"
 
-NSDictionary *propertyListDictionary(NSString *path) {
-    NSData *data = [NSData dataWithContentsOfFile:path options:0 error:NULL];
+NSDictionary* propertyListDictionary(NSString* path) {
+    NSData* data = [NSData dataWithContentsOfFile:path options:0 error:NULL];
     if (!data) {
         return nil;
     }
@@ -12,7 +12,7 @@ NSDictionary *propertyListDictionary(NSString *path) {
                                                          options:NSPropertyListImmutable
                                                           format:NULL
                                                            error:NULL];
-    } @catch (NSException *exception) {
+    } @catch (NSException* exception) {
         list = nil;
     }
     return [list isKindOfClass:[NSDictionary class]] ? list : nil;

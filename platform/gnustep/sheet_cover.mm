@@ -7,17 +7,17 @@
 
 /// An alert that waits for its answer.
 @interface AwaitedAlert : NSObject {
-    CompletedAlert *_alert;
+    CompletedAlert* _alert;
     AlertCompletionHandler _handler;
 }
-- (instancetype)initWithAlert:(CompletedAlert *)alert handler:(AlertCompletionHandler)handler;
-- (CompletedAlert *)alert;
+- (instancetype)initWithAlert:(CompletedAlert*)alert handler:(AlertCompletionHandler)handler;
+- (CompletedAlert*)alert;
 - (void)answer:(NSModalResponse)response;
 @end
 
 @implementation AwaitedAlert
 
-- (instancetype)initWithAlert:(CompletedAlert *)alert handler:(AlertCompletionHandler)handler {
+- (instancetype)initWithAlert:(CompletedAlert*)alert handler:(AlertCompletionHandler)handler {
     self = [super init];
     if (self) {
         _alert = [alert retain];
@@ -32,7 +32,7 @@
     [super dealloc];
 }
 
-- (CompletedAlert *)alert {
+- (CompletedAlert*)alert {
     return _alert;
 }
 
@@ -46,19 +46,19 @@
 
 @implementation SheetCover
 
-+ (SheetCover *)existingCoverOfWindow:(NSWindow *)window {
-    for (NSView *view in [[[window contentView] superview] subviews]) {
++ (SheetCover*)existingCoverOfWindow:(NSWindow*)window {
+    for (NSView* view in [[[window contentView] superview] subviews]) {
         if ([view isKindOfClass:[SheetCover class]]) {
-            return (SheetCover *)view;
+            return (SheetCover*)view;
         }
     }
     return nil;
 }
 
-+ (SheetCover *)coverOfWindow:(NSWindow *)window {
-    SheetCover *cover = [self existingCoverOfWindow:window];
++ (SheetCover*)coverOfWindow:(NSWindow*)window {
+    SheetCover* cover = [self existingCoverOfWindow:window];
     if (!cover) {
-        NSView *content = [window contentView];
+        NSView* content = [window contentView];
         cover = [[[SheetCover alloc] initWithFrame:[content frame]] autorelease];
         [cover setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
         [[content superview] addSubview:cover];
@@ -75,14 +75,15 @@
 }
 
 - (void)dealloc {
+    [_box release];
     [_waiting release];
     [super dealloc];
 }
 
 #pragma mark Alerts
 
-- (void)beginSheet:(CompletedAlert *)alert completionHandler:(AlertCompletionHandler)handler {
-    AwaitedAlert *awaited = [[AwaitedAlert alloc] initWithAlert:alert handler:handler];
+- (void)beginSheet:(CompletedAlert*)alert completionHandler:(AlertCompletionHandler)handler {
+    AwaitedAlert* awaited = [[AwaitedAlert alloc] initWithAlert:alert handler:handler];
     [_waiting insertObject:awaited atIndex:[self placeOfAlert:alert]];
     [awaited release];
     if (!_box && !_answering) {
@@ -91,7 +92,7 @@
 }
 
 /// The alert that is shown is the first of the waiting ones, too.
-- (NSUInteger)placeOfAlert:(NSAlert *)alert {
+- (NSUInteger)placeOfAlert:(NSAlert*)alert {
     NSUInteger place = [_waiting count];
     const NSUInteger first = _box ? 1 : 0;
     while ([alert alertStyle] == NSCriticalAlertStyle && place > first &&
@@ -102,13 +103,15 @@
 }
 
 - (void)showFirst {
-    CompletedAlert *alert = [[_waiting objectAtIndex:0] alert];
+    CompletedAlert* alert = [[_waiting objectAtIndex:0] alert];
     _box = [[AlertBox alloc] initWithAlert:alert width:[self bounds].size.width];
     [_box setTarget:self action:@selector(answered:)];
     const NSSize size = [_box frame].size;
     const NSSize room = [self bounds].size;
     [_box setFrameOrigin:NSMakePoint(floor((room.width - size.width) / 2),
                                      floor((room.height - size.height) / 2))];
+    [_box setAutoresizingMask:NSViewMinXMargin | NSViewMaxXMargin | NSViewMinYMargin |
+                              NSViewMaxYMargin];
     [self addSubview:_box];
     [self showNow];
 }
@@ -119,8 +122,8 @@
     [[self window] flushWindow];
 }
 
-- (void)answered:(NSButton *)button {
-    AwaitedAlert *awaited = [[[_waiting objectAtIndex:0] retain] autorelease];
+- (void)answered:(NSButton*)button {
+    AwaitedAlert* awaited = [[[_waiting objectAtIndex:0] retain] autorelease];
     [[self retain] autorelease];
     [_box removeFromSuperview];
     [_box autorelease];
@@ -141,20 +144,20 @@
 
 #pragma mark Events
 
-- (BOOL)acceptsFirstMouse:(NSEvent *)event {
+- (BOOL)acceptsFirstMouse:(NSEvent*)event {
     return YES;
 }
 
-- (void)mouseDown:(NSEvent *)event {
+- (void)mouseDown:(NSEvent*)event {
 }
 
-- (void)rightMouseDown:(NSEvent *)event {
+- (void)rightMouseDown:(NSEvent*)event {
 }
 
-- (void)scrollWheel:(NSEvent *)event {
+- (void)scrollWheel:(NSEvent*)event {
 }
 
-- (void)keyDown:(NSEvent *)event {
+- (void)keyDown:(NSEvent*)event {
     [_box takeKey:event];
 }
 

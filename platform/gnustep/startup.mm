@@ -1,36 +1,36 @@
-#include <csignal>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <dlfcn.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 
 #import "ns_application.h"
 #import "palette.h"
 
-extern "C" const char *GSPathHandling(const char *mode);
+extern "C" const char* GSPathHandling(const char* mode);
 
 namespace {
 
 /// Without a stage the installer would work on this machine's own root.
 void requireStage() {
-    const char *stage = std::getenv("MORVELLA_STAGE");
+    const char* stage = std::getenv("MORVELLA_STAGE");
     if (!stage || *stage != '/') {
-        std::fputs("MORVELLA_STAGE must name the folder on which the installer shall run.\n", stderr);
+        std::fputs("MORVELLA_STAGE must name the folder on which the installer shall run.\n",
+                   stderr);
         _exit(2);
     }
 }
 
-/// Gives GNUstep, and GNUstep's own tools that it starts, a configuration by which they keep settings
-/// and locks in no folder at all, neither in the account's home nor in the stage's. It lies in memory,
-/// so that nothing of it stays behind however the process ends.
+/// Gives GNUstep, and GNUstep's own tools that it starts, a configuration by which they keep
+/// settings and locks in no folder at all, neither in the account's home nor in the stage's. It
+/// lies in memory, so that nothing of it stays behind however the process ends.
 void keepSettingsNowhere() {
-    constexpr char configuration[] =
-        "GNUSTEP_USER_CONFIG_FILE=\n"
-        "GNUSTEP_USER_DEFAULTS_DIR=/dev/null\n"
-        "GNUSTEP_USER_DIR_LIBRARY=/dev/null\n";
+    constexpr char configuration[] = "GNUSTEP_USER_CONFIG_FILE=\n"
+                                     "GNUSTEP_USER_DEFAULTS_DIR=/dev/null\n"
+                                     "GNUSTEP_USER_DIR_LIBRARY=/dev/null\n";
     const int file = memfd_create("GNUstep.conf", MFD_CLOEXEC);
     // GNUstep ignores a configuration that others may write to.
     if (file < 0 || fchmod(file, 0600) != 0 ||
@@ -48,17 +48,22 @@ void keepSettingsNowhere() {
     setenv("GNUSTEP_STRING_ENCODING", "NSUTF8StringEncoding", 1);
     // A backslash in a name is no separator.
     GSPathHandling("unix");
-    // The Trash is the home folder's, whatever else the person who runs this has set, and no daemon of
-    // the desktop has a part in it.
+    // The Trash is the home folder's, whatever else the person who runs this has set, and no daemon
+    // of the desktop has a part in it.
     unsetenv("XDG_DATA_HOME");
     setenv("GIO_USE_VFS", "local", 1);
+    // Should the system's cache of fonts be out of date, a new one goes where it is nobody's
+    // litter.
+    if (const char* runtime = std::getenv("XDG_RUNTIME_DIR")) {
+        setenv("XDG_CACHE_HOME", runtime, 1);
+    }
     keepSettingsNowhere();
 }
 
 }  // namespace
 
 /// Takes the place of GNUstep's own, which it calls when everything is prepared.
-int NSApplicationMain(int argc, const char **argv) {
+int NSApplicationMain(int argc, const char** argv) {
     requireStage();
     registerPalette();
     [CompletedApplication sharedApplication];
@@ -66,7 +71,7 @@ int NSApplicationMain(int argc, const char **argv) {
     // never return from there.
     std::signal(SIGTERM, SIG_DFL);
     std::signal(SIGINT, SIG_DFL);
-    const auto run = reinterpret_cast<decltype(&NSApplicationMain)>(
-        dlsym(RTLD_NEXT, "NSApplicationMain"));
+    const auto run =
+        reinterpret_cast<decltype(&NSApplicationMain)>(dlsym(RTLD_NEXT, "NSApplicationMain"));
     return run(argc, argv);
 }

@@ -6,19 +6,17 @@
 /// `.local/share/Trash` in the home folder.
 @implementation NSFileManager (Trash)
 
-- (BOOL)trashItemAtURL:(NSURL *)url
-      resultingItemURL:(NSURL **)resultingUrl
-                 error:(NSError **)error {
+- (BOOL)trashItemAtURL:(NSURL*)url resultingItemURL:(NSURL**)resultingUrl error:(NSError**)error {
     if (resultingUrl) {
         *resultingUrl = nil;
     }
-    GFile *file = g_file_new_for_path([[url path] UTF8String]);
-    GError *reason = nullptr;
+    GFile* file = g_file_new_for_path([[url path] UTF8String]);
+    GError* reason = nullptr;
     const BOOL trashed = g_file_trash(file, nullptr, &reason);
     g_object_unref(file);
     if (reason) {
         if (error) {
-            NSString *text = [NSString stringWithUTF8String:reason->message];
+            NSString* text = [NSString stringWithUTF8String:reason->message];
             *error = [NSError errorWithDomain:NSCocoaErrorDomain
                                          code:NSFileWriteUnknownError
                                      userInfo:@{NSLocalizedDescriptionKey : text}];

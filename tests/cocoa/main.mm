@@ -22,6 +22,12 @@ class PoolForEachTest : public ::testing::EmptyTestEventListener {
 
 }  // namespace
 
+/// Has the platform set itself up: what it keeps from then on is not lost by a test.
+extern "C" void prepareFoundation() {
+    [NSUserDefaults standardUserDefaults];
+    [NSPipe pipe];
+}
+
 int main(int argc, char** argv) {
     NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
     ::testing::InitGoogleTest(&argc, argv);
@@ -31,6 +37,7 @@ int main(int argc, char** argv) {
         // The system looks only once where the home folder is, which holds the Trash.
         const morvella::cocoa_tests::TemporaryFolder home;
         setenv("HOME", home.path().c_str(), 1);
+        prepareFoundation();
         result = RUN_ALL_TESTS();
     }
     [pool release];
