@@ -38,7 +38,7 @@ TEST_F(LiveApplicationTest, GivesItsUserLibrary) {
         text("/Applications/Live 10 Suite.app/Contents/MacOS/Live")));
     EXPECT_EQ(textOf(controller.userLibPath()), "/Users/ann/Music/User Library");
     expectEverything({
-        "asked: bundle at /Applications/Live 10 Suite.app",
+        "asked: bundle at /Applications/Live 10 Suite.app/",
         "asked: information CFBundleVersion",
         "asked: reachable /Users/ann/Library/Preferences/Ableton/Live 10.1.30/Library.cfg",
         "asked: contents of /Users/ann/Library/Preferences/Ableton/Live 10.1.30/Library.cfg",
@@ -133,6 +133,30 @@ TEST_F(LiveApplicationTest, PathOfTwoCharactersIsLookedAt) {
     expectNotFound("//");
     // The platform counts a character beyond the basic plane as two.
     expectNotFound("\xF0\x9F\x8E\xB9");
+}
+
+TEST_F(LiveApplicationTest, UserLibraryIsShownBeforeItIsStored) {
+    installLive("/Live.app", "11.0", "11.0");
+    controller.setUserLibPath(text("/before"));
+    std::string stored;
+    journal.watcher = [&](const std::string& line) {
+        stored = line.starts_with("control: ") ? textOf(controller.userLibPath()) : stored;
+    };
+    EXPECT_TRUE(controller.setUserLibUsingLiveApp(text("/Live.app")));
+    EXPECT_EQ(stored, "/before");
+}
+
+TEST_F(LiveApplicationTest, MissingUserLibraryIsShownThenForgottenThenLogged) {
+    controller.setUserLibPath(text("/before"));
+    std::string states;
+    journal.watcher = [&](const std::string& line) {
+        const bool asked = line.starts_with("asked: ");
+        states +=
+            asked ? ""
+                  : line.substr(0, line.find(":") + 1) + textOf(controller.userLibPath()) + "\n";
+    };
+    EXPECT_FALSE(controller.setUserLibUsingLiveApp(text("/Live.app")));
+    EXPECT_EQ(states, lines({"control:/before", "log:(nothing)"}));
 }
 
 TEST_F(LiveApplicationTest, IsTheOneGivenNotTheOneStored) {

@@ -61,6 +61,7 @@ TEST(FileUrlTest, AbsolutePathStandsForItself) {
 
 TEST(FileUrlTest, ResolvingMayLeadToADirectoryByItsSlash) {
     EXPECT_EQ(FileUrl::fileRelativeTo("/c/", FileUrl::directory("/a")), FileUrl::directory("/c"));
+    EXPECT_EQ(FileUrl::fileRelativeTo("c/", FileUrl::directory("/a")), FileUrl::directory("/a/c"));
 }
 
 TEST(FileUrlTest, EqualityWantsPathAndKind) {

@@ -17,6 +17,12 @@ TEST(PathsTest, AppendingPutsOneSlashBetween) {
     EXPECT_EQ(appendingPathComponent("a", "b"), "a/b");
 }
 
+TEST(PathsTest, AppendingMakesOneSlashOfSeveral) {
+    EXPECT_EQ(appendingPathComponent("//a///b", "c//d"), "/a/b/c/d");
+    EXPECT_EQ(appendingPathComponent("a//b", ""), "a/b");
+    EXPECT_EQ(appendingPathComponent("", "a//b"), "a/b");
+}
+
 TEST(PathsTest, AppendingLeavesNoSlashAtTheEnd) {
     EXPECT_EQ(appendingPathComponent("/a", "b/"), "/a/b");
     EXPECT_EQ(appendingPathComponent("/a", "b//"), "/a/b");
