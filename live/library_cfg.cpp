@@ -11,10 +11,6 @@ constexpr std::string_view sectionEnd = "</UserLibrary>";
 constexpr std::string_view nameMarker = "<ProjectName Value=";
 constexpr std::string_view parentMarker = "<ProjectPath Value=";
 
-bool holds(std::string_view line, std::string_view marker) {
-    return line.find(marker) != std::string_view::npos;
-}
-
 /// The length of the newline character at the start of `text`, 0 if there is none. Besides LF, VT,
 /// FF and CR these are NEL, LINE SEPARATOR and PARAGRAPH SEPARATOR.
 size_t newlineLength(std::string_view text) {
@@ -30,29 +26,33 @@ size_t newlineLength(std::string_view text) {
     return text.starts_with("\xE2\x80\xA8") || text.starts_with("\xE2\x80\xA9") ? 3 : 0;
 }
 
-/// Cuts the first line off `text`, without its newline.
+bool mayStartNewline(char byte) {
+    return (byte >= '\n' && byte <= '\r') || byte == '\xC2' || byte == '\xE2';
+}
+
+/// Cuts off all lines before the first that holds `marker`, or all of the text if no line does.
+/// Returns what was cut off.
+std::string_view takeUpTo(std::string_view marker, std::string_view& text) {
+    size_t length = std::min(text.find(marker), text.size());
+    while (length > 0 && length < text.size() && newlineLength(text.substr(length - 1)) == 0) {
+        --length;
+    }
+    const std::string_view taken = text.substr(0, length);
+    text.remove_prefix(length);
+    return taken;
+}
+
+/// Cuts off the first line and returns it. Its newline stays: the next line that holds a marker is
+/// found all the same.
 std::string_view takeLine(std::string_view& text) {
     size_t length = 0;
-    while (length < text.size() && newlineLength(text.substr(length)) == 0) {
+    while (length < text.size() &&
+           !(mayStartNewline(text[length]) && newlineLength(text.substr(length)) > 0)) {
         ++length;
     }
     const std::string_view line = text.substr(0, length);
-    text.remove_prefix(length + newlineLength(text.substr(length)));
+    text.remove_prefix(length);
     return line;
-}
-
-/// Cuts off all lines before the first that holds `sectionStart`: outside of a section no other
-/// line has an effect. False if no line holds it.
-bool skipToSection(std::string_view& text) {
-    size_t start = text.find(sectionStart);
-    if (start == std::string_view::npos) {
-        return false;
-    }
-    while (start > 0 && newlineLength(text.substr(start - 1)) == 0) {
-        --start;
-    }
-    text.remove_prefix(start);
-    return true;
 }
 
 /// The text between the quotes of a line that has exactly two.
@@ -64,24 +64,30 @@ std::optional<std::string_view> quotedValue(std::string_view line) {
     return line.substr(start, line.rfind('"') - start);
 }
 
+/// The value of the last line in `section` that holds `marker` and has one; `earlier` if none has.
+std::optional<std::string_view> lastValue(std::string_view section, std::string_view marker,
+                                          std::optional<std::string_view> earlier) {
+    takeUpTo(marker, section);
+    while (!section.empty()) {
+        const auto value = quotedValue(takeLine(section));
+        earlier = value ? value : earlier;
+        takeUpTo(marker, section);
+    }
+    return earlier;
+}
+
 }  // namespace
 
 UserLibraryEntry scanLibraryCfg(std::string_view text) {
     UserLibraryEntry entry;
-    while (skipToSection(text)) {
-        while (!text.empty()) {
-            const std::string_view line = takeLine(text);
-            if (holds(line, sectionEnd)) {
-                break;
-            }
-            const auto value = quotedValue(line);
-            if (value && holds(line, nameMarker)) {
-                entry.name = value;
-            }
-            if (value && holds(line, parentMarker)) {
-                entry.parent = value;
-            }
-        }
+    // Outside of a section no line has an effect.
+    takeUpTo(sectionStart, text);
+    while (!text.empty()) {
+        const std::string_view section = takeUpTo(sectionEnd, text);
+        entry.name = lastValue(section, nameMarker, entry.name);
+        entry.parent = lastValue(section, parentMarker, entry.parent);
+        takeLine(text);
+        takeUpTo(sectionStart, text);
     }
     return entry;
 }

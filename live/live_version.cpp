@@ -3,21 +3,25 @@
 #include <algorithm>
 #include <limits>
 #include <string>
-#include <vector>
-
-#include "platform/paths.hpp"
 
 namespace morvella {
 
 namespace {
 
-std::string withoutPrefixes(std::string_view name) {
-    std::string text;
-    for (const std::string_view piece :
-         componentsSeparatedBy<std::vector<std::string_view>>(name, liveFolderPrefix)) {
-        text += piece;
+std::string withoutPrefixes(std::string name) {
+    for (size_t at = name.find(liveFolderPrefix); at != std::string::npos;
+         at = name.find(liveFolderPrefix, at)) {
+        name.erase(at, liveFolderPrefix.size());
     }
-    return text;
+    return name;
+}
+
+/// Cuts off what comes before the first dot, and the dot, and returns the number there.
+int32_t takeNumber(std::string_view& text) {
+    const size_t dot = std::min(text.find('.'), text.size());
+    const int32_t number = intValue(text.substr(0, dot));
+    text.remove_prefix(std::min(dot + 1, text.size()));
+    return number;
 }
 
 }  // namespace
@@ -40,10 +44,11 @@ int32_t intValue(std::string_view text) {
 }
 
 LiveVersion liveVersionOfFolder(std::string_view folderName) {
-    const std::string text = withoutPrefixes(folderName);
-    const auto pieces = componentsSeparatedBy<std::vector<std::string_view>>(text, ".");
-    const auto number = [&](size_t i) { return i < pieces.size() ? intValue(pieces[i]) : 0; };
-    return {number(0), number(1), number(2)};
+    const std::string text = withoutPrefixes(std::string(folderName));
+    std::string_view rest = text;
+    const int32_t major = takeNumber(rest);
+    const int32_t minor = takeNumber(rest);
+    return {major, minor, takeNumber(rest)};
 }
 
 }  // namespace morvella

@@ -142,31 +142,37 @@ TEST(LibraryCfgTest, DecodesNothing) {
               "(none) + u\xCC\x88 \xF0\x9F\x8E\xB9");
 }
 
-/// Every newline character ends a line: the value after it lies outside of the section that the
-/// first line opens and closes, or inside of one that the first line opens.
+/// The value after `newline` lies outside of the section that the first line opens and closes, or
+/// inside of one that the first line opens.
+void expectEndsALine(const std::string& newline) {
+    EXPECT_EQ(scanned("<UserLibrary>" + newline + "<ProjectName Value=\"n\">" + newline +
+                      "<ProjectPath Value=\"/p\">" + newline + "</UserLibrary>" + newline +
+                      "<ProjectName Value=\"x\">"),
+              "/p + n");
+    EXPECT_EQ(scanned("<UserLibrary></UserLibrary>" + newline + "<ProjectName Value=\"n\">"),
+              "(none) + (none)");
+    EXPECT_EQ(scanned("<ProjectName Value=\"n\">" + newline + "<UserLibrary>"), "(none) + (none)");
+    EXPECT_EQ(scanned("\"" + newline + "<UserLibrary><ProjectName Value=\"n\">"), "(none) + n");
+    EXPECT_EQ(scannedLine("<ProjectName Value=\"a" + newline + "b\">"), "(none) + (none)");
+}
+
+void expectEndsNoLine(const std::string& other) {
+    EXPECT_EQ(scannedLine("<ProjectName Value=\"a" + other + "b\">"), "(none) + a" + other + "b");
+    EXPECT_EQ(scanned("\"n\"<ProjectName Value=" + other + "<UserLibrary>"), "(none) + n");
+}
+
 TEST(LibraryCfgTest, EndsALineAtEveryNewlineCharacter) {
-    for (const std::string newline :
+    for (const char* newline :
          {"\n", "\v", "\f", "\r", "\r\n", "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"}) {
-        EXPECT_EQ(scanned("<UserLibrary>" + newline + "<ProjectName Value=\"n\">" + newline +
-                          "<ProjectPath Value=\"/p\">" + newline + "</UserLibrary>" + newline +
-                          "<ProjectName Value=\"x\">"),
-                  "/p + n");
-        EXPECT_EQ(scanned("<UserLibrary></UserLibrary>" + newline + "<ProjectName Value=\"n\">"),
-                  "(none) + (none)");
-        EXPECT_EQ(scanned("<ProjectName Value=\"n\">" + newline + "<UserLibrary>"),
-                  "(none) + (none)");
-        EXPECT_EQ(scanned("\"" + newline + "<UserLibrary><ProjectName Value=\"n\">"), "(none) + n");
-        EXPECT_EQ(scannedLine("<ProjectName Value=\"a" + newline + "b\">"), "(none) + (none)");
+        expectEndsALine(newline);
     }
 }
 
 TEST(LibraryCfgTest, EndsALineAtNoOtherCharacter) {
-    for (const std::string other :
+    for (const char* other :
          {"\t", "\b", "\x0E", "\x1C", "\x1E", "\x1F", " ", "\xC2\x84", "\xC2\x86", "\xE2\x80\xA7",
           "\xE2\x80\xAA", "\xE2\x81\xA8", "\xC3\x85", "\xE3\x80\xA8"}) {
-        EXPECT_EQ(scannedLine("<ProjectName Value=\"a" + other + "b\">"),
-                  "(none) + a" + other + "b");
-        EXPECT_EQ(scanned("\"n\"<ProjectName Value=" + other + "<UserLibrary>"), "(none) + n");
+        expectEndsNoLine(other);
     }
 }
 
