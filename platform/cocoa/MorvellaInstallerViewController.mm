@@ -301,7 +301,7 @@ using morvella::stringOf;
 }
 
 - (signed char)resourcesLoaded {
-    return _controller->resourcesLoaded();
+    return _controller->resourcesLoaded() ? YES : NO;
 }
 
 - (void)setResourcesLoaded:(signed char)loaded {

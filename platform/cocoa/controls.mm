@@ -9,7 +9,7 @@ ControlState CocoaButton::state() const {
 }
 
 void CocoaButton::setState(ControlState state) {
-    [object() setState:static_cast<NSControlStateValue>(state)];
+    [object() setState:static_cast<NSInteger>(state)];
 }
 
 void CocoaButton::setEnabled(bool enabled) {

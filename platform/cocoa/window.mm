@@ -16,8 +16,7 @@ NSAlert* makeAlert(const Alert& alert) {
     if (alert.suppressionButton) {
         [sheet setShowsSuppressionButton:YES];
         [[sheet suppressionButton] setTitle:stringOf(alert.suppressionButton->title)];
-        [[sheet suppressionButton]
-            setState:static_cast<NSControlStateValue>(alert.suppressionButton->state)];
+        [[sheet suppressionButton] setState:static_cast<NSInteger>(alert.suppressionButton->state)];
     }
     if (alert.accessory) {
         [sheet setAccessoryView:objectOf(alert.accessory)];

@@ -226,7 +226,7 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
 
 - (void)drawRect:(NSRect)rect {
     const NSRect box = NSInsetRect([self bounds], shadow, shadow);
-    for (CGFloat spread = shadow; spread > 0; spread -= 2) {
+    for (int spread = 2; spread <= shadow; spread += 2) {
         const NSRect area = NSOffsetRect(NSInsetRect(box, -spread, -spread), 0, 3);
         [[NSColor colorWithCalibratedWhite:0 alpha:0.025] set];
         [[NSBezierPath bezierPathWithRoundedRect:area

@@ -36,7 +36,7 @@ dispatch_queue_t dispatch_get_main_queue() {
     return &mainQueue;
 }
 
-void dispatch_async(dispatch_queue_t, dispatch_block_t block) {
+void dispatch_async(dispatch_queue_t /*queue*/, dispatch_block_t block) {
     // As long as there is none, GNUstep would run the block at once.
     [NSRunLoop mainRunLoop];
     DispatchedBlock* dispatched = [[DispatchedBlock alloc] initWithBlock:block];

@@ -1,5 +1,6 @@
 /// Through this, GNUstep's workspace tells other applications that this one runs, and hears from
 /// them.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the name is GNUstep's.
 @interface _GSWorkspaceCenter : NSNotificationCenter
 @end
 

@@ -1,9 +1,9 @@
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -55,6 +55,7 @@ class Spawn {
     int start(std::vector<std::string> arguments, pid_t* child) {
         posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
         std::vector<char*> texts;
+        texts.reserve(arguments.size() + 1);
         for (std::string& argument : arguments) {
             texts.push_back(argument.data());
         }
@@ -111,7 +112,7 @@ void closePipe(id output) {
 - (int)startExecutable:(NSString*)path {
     std::vector<std::string> arguments = {[path UTF8String]};
     for (NSString* argument in [self arguments]) {
-        arguments.push_back([argument UTF8String]);
+        arguments.emplace_back([argument UTF8String]);
     }
     Spawn spawn;
     spawn.connect(STDOUT_FILENO, writingEnd(_standardOutput));

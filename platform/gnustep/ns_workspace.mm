@@ -1,6 +1,7 @@
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <array>
 #include <cerrno>
 
 namespace {
@@ -22,8 +23,8 @@ namespace {
 /// Starts `executable` in a session of its own, with init as its parent, so that it neither ends
 /// with the installer nor waits for it.
 BOOL startDetached(const char* executable, const char* document) {
-    int report[2];
-    if (pipe2(report, O_CLOEXEC) != 0) {
+    std::array<int, 2> report = {};
+    if (pipe2(report.data(), O_CLOEXEC) != 0) {
         return NO;
     }
     const pid_t child = fork();

@@ -3,13 +3,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <string>
+#include <string_view>
 
 #import "ns_application.h"
 #import "palette.h"
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name is GNUstep's, which has no header for it.
 extern "C" const char* GSPathHandling(const char* mode);
 
 namespace {
@@ -18,8 +19,10 @@ namespace {
 void requireStage() {
     const char* stage = std::getenv("MORVELLA_STAGE");
     if (!stage || *stage != '/') {
-        std::fputs("MORVELLA_STAGE must name the folder on which the installer shall run.\n",
-                   stderr);
+        constexpr std::string_view message =
+            "MORVELLA_STAGE must name the folder on which the installer shall run.\n";
+        [[maybe_unused]] const ssize_t written =
+            write(STDERR_FILENO, message.data(), message.size());
         _exit(2);
     }
 }
@@ -28,18 +31,17 @@ void requireStage() {
 /// settings and locks in no folder at all, neither in the account's home nor in the stage's. It
 /// lies in memory, so that nothing of it stays behind however the process ends.
 void keepSettingsNowhere() {
-    constexpr char configuration[] = "GNUSTEP_USER_CONFIG_FILE=\n"
-                                     "GNUSTEP_USER_DEFAULTS_DIR=/dev/null\n"
-                                     "GNUSTEP_USER_DIR_LIBRARY=/dev/null\n";
+    constexpr std::string_view configuration = "GNUSTEP_USER_CONFIG_FILE=\n"
+                                               "GNUSTEP_USER_DEFAULTS_DIR=/dev/null\n"
+                                               "GNUSTEP_USER_DIR_LIBRARY=/dev/null\n";
     const int file = memfd_create("GNUstep.conf", MFD_CLOEXEC);
     // GNUstep ignores a configuration that others may write to.
     if (file < 0 || fchmod(file, 0600) != 0 ||
-        write(file, configuration, std::strlen(configuration)) < 0) {
+        write(file, configuration.data(), configuration.size()) < 0) {
         return;
     }
-    char path[64];
-    std::snprintf(path, sizeof(path), "/proc/%d/fd/%d", getpid(), file);
-    setenv("GNUSTEP_CONFIG_FILE", path, 1);
+    const std::string path = "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(file);
+    setenv("GNUSTEP_CONFIG_FILE", path.c_str(), 1);
 }
 
 /// Runs before GNUstep looks at any of this, and before `main`.
@@ -69,8 +71,9 @@ int NSApplicationMain(int argc, const char** argv) {
     [CompletedApplication sharedApplication];
     // GNUstep would end the application in its normal way from within the signal handler, which may
     // never return from there.
-    std::signal(SIGTERM, SIG_DFL);
-    std::signal(SIGINT, SIG_DFL);
+    for (const int number : {SIGTERM, SIGINT}) {
+        static_cast<void>(std::signal(number, SIG_DFL));
+    }
     const auto run =
         reinterpret_cast<decltype(&NSApplicationMain)>(dlsym(RTLD_NEXT, "NSApplicationMain"));
     return run(argc, argv);

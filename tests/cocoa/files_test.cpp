@@ -219,15 +219,16 @@ TEST_F(FilesTest, LeavesAnEarlierErrorAloneOnSuccess) {
 
 TEST_F(FilesTest, WorksWithDifficultNames) {
     for (const std::string& name : difficultNames()) {
-        expectSucceeded(changes.createDirectory(directory(name + "/in/" + name), &error));
-        folder.addFile(name + "/file " + name, "text");
-        expectSucceeded(changes.copyItem(directory(name), directory("copy of " + name), &error));
-        expectSucceeded(
-            changes.moveItem(directory("copy of " + name), file("moved " + name), &error));
-        EXPECT_EQ(folder.tree("moved " + name), folder.tree(name));
-        EXPECT_EQ(folder.contents("moved " + name + "/file " + name), "text");
-        EXPECT_FALSE(folder.holds("copy of " + name));
-        EXPECT_TRUE(files.isReachable(file("moved " + name), nullptr));
+        const std::string copy = "copy of " + name;
+        const std::string moved = "moved " + name;
+        expectSucceeded(changes.createDirectory(directory(name), &error));
+        folder.addFile(name + "/file", "text");
+        expectSucceeded(changes.copyItem(directory(name), directory(copy), &error));
+        expectSucceeded(changes.moveItem(directory(copy), file(moved), &error));
+        EXPECT_EQ(folder.tree(name), Tree{"file: text"});
+        EXPECT_EQ(folder.tree(moved), Tree{"file: text"});
+        EXPECT_FALSE(folder.holds(copy));
+        EXPECT_TRUE(files.isReachable(file(moved), nullptr));
     }
 }
 

@@ -9,7 +9,7 @@ namespace fs = std::filesystem;
 
 bool FailingFileChanges::fails(const std::string& operation, const FileUrl& url,
                                ErrorOut error) const {
-    if (failing.count(operation + " " + url.path()) == 0) {
+    if (!failing.contains(operation + " " + url.path())) {
         return false;
     }
     if (error) {

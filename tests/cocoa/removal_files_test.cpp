@@ -69,10 +69,11 @@ TEST_F(RemovalFilesTest, BackupOfAnUnreadableFolderWritesNothing) {
 
 TEST_F(RemovalFilesTest, TrashTakesFilesAndFoldersOfAnyName) {
     for (const std::string& name : difficultNames()) {
-        folder.addFile("home/items/" + name + "/inner", "text");
-        folder.addFile("home/items/file " + name, "text");
-        EXPECT_TRUE(installer.moveToTrash(FileUrl::directory(folder.at("home/items/" + name))));
-        EXPECT_TRUE(installer.moveToTrash(FileUrl::file(folder.at("home/items/file " + name))));
+        const std::string item = "home/items/" + name;
+        folder.addFile(item + "/inner", "text");
+        EXPECT_TRUE(installer.moveToTrash(FileUrl::directory(folder.at(item))));
+        folder.addFile(item, "text");
+        EXPECT_TRUE(installer.moveToTrash(FileUrl::file(folder.at(item))));
     }
     EXPECT_EQ(folder.tree("home/items"), Tree());
     EXPECT_EQ(logged(), "");

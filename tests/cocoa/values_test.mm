@@ -90,9 +90,9 @@ TEST(ClockTest, IsTheSystems) {
     EXPECT_LE(now, std::chrono::system_clock::now() + 1ms);
 }
 
-/// What is written to standard error while `work` runs.
+/// What is written to standard error while `work` runs, without its newline.
 template <class Work>
-std::string standardErrorOf(const Work& work) {
+std::string lineWrittenBy(const Work& work) {
     const TemporaryFolder folder;
     folder.addFile("log");
     const int before = dup(STDERR_FILENO);
@@ -102,14 +102,16 @@ std::string standardErrorOf(const Work& work) {
     work();
     dup2(before, STDERR_FILENO);
     close(before);
-    return folder.contents("log");
+    std::string line = folder.contents("log");
+    EXPECT_TRUE(line.ends_with('\n'));
+    line.pop_back();
+    return line;
 }
 
 TEST(LogTest, WritesALineAsItStands) {
     for (const std::string& name : difficultNames()) {
-        const std::string written = standardErrorOf([&] { CocoaLog()("line of %@.", name); });
-        const std::string line = "line of " + name + ".\n";
-        EXPECT_TRUE(written.ends_with(line)) << written;
+        const std::string written = lineWrittenBy([&] { CocoaLog()("line of %@", name); });
+        EXPECT_TRUE(written.ends_with("line of " + name)) << written;
     }
 }
 

@@ -153,7 +153,7 @@ TEST_F(LiveApplicationTest, MissingUserLibraryIsShownThenForgottenThenLogged) {
         const bool asked = line.starts_with("asked: ");
         states +=
             asked ? ""
-                  : line.substr(0, line.find(":") + 1) + textOf(controller.userLibPath()) + "\n";
+                  : line.substr(0, line.find(':') + 1) + textOf(controller.userLibPath()) + "\n";
     };
     EXPECT_FALSE(controller.setUserLibUsingLiveApp(text("/Live.app")));
     EXPECT_EQ(states, lines({"control:/before", "log:(nothing)"}));

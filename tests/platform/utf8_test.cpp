@@ -118,7 +118,7 @@ TEST_F(Utf8Test, SeesWhatFollowsAsciiOfAnyLength) {
     for (size_t before = 0; before < 20; ++before) {
         for (const std::string& follower : followers) {
             for (size_t after = 0; after < 20; ++after) {
-                compare(std::string(before, 'a') + follower + std::string(after, 'b'));
+                compare(std::string(before, 'a').append(follower).append(after, 'b'));
             }
         }
     }

@@ -29,7 +29,7 @@ std::string describe(StandardDirectory directory, Domain domain) {
 }  // namespace
 
 void FakeDisk::addFolder(const std::string& path) {
-    for (std::string folder = path; !folder.empty() && items.count(folder) == 0;
+    for (std::string folder = path; !folder.empty() && !items.contains(folder);
          folder = deletingLastPathComponent(folder)) {
         items[folder] = {.isFolder = true};
     }

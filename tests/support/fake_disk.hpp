@@ -38,7 +38,7 @@ class FakeDisk : public Files, public FileChanges {
     void addFile(const std::string& path, const std::string& contents = "");
     /// Takes an item and all below it away.
     void remove(const std::string& path);
-    [[nodiscard]] bool holds(const std::string& path) const { return items.count(path) != 0; }
+    [[nodiscard]] bool holds(const std::string& path) const { return items.contains(path); }
 
     [[nodiscard]] FileUrl fileUrl(const std::string& path) const override;
     bool isReachable(const FileUrl& url, ErrorOut error) const override;
