@@ -24,6 +24,13 @@ TEST_F(PreferencesTest, AreStoredByKeyValueAccessInTheirOwnSuite) {
     EXPECT_EQ(controller.getMorvellaAppPreferenceForKey("colour"), value);
 }
 
+TEST_F(PreferencesTest, OpenTheirSuiteAnewEachTime) {
+    controller.getMorvellaAppPreferenceForKey("colour");
+    controller.setMorvellaAppPreferenceToValueForKey(nullptr, "colour");
+    controller.getMorvellaAppPreferenceForKey("colour");
+    EXPECT_EQ(userDefaults.opened, std::vector<std::string>(3, "com.Dariwent.Morvella"));
+}
+
 TEST_F(PreferencesTest, StoreAlsoNothing) {
     controller.setMorvellaAppPreferenceToValueForKey(nullptr, "colour");
     expectEverything({"defaults: com.Dariwent.Morvella, value nobody for key colour"});

@@ -144,6 +144,14 @@ TEST_F(ResourceCheckTest, LicenceControllerReportsNothingWithoutLicence) {
     expectEffects({"control: own text view filled with nobody"});
 }
 
+TEST_F(ResourceCheckTest, LicenceControllerReportsNothingOfAnUnreadableLicence) {
+    richText.documents.clear();
+    MorvellaInstallerLicenseVC license(platform);
+    license.setLicenseView(std::make_shared<FakeTextView>("own text view", journal));
+    license.viewDidLoad();
+    expectEffects({"control: own text view filled with nobody"});
+}
+
 }  // namespace
 
 }  // namespace morvella::fakes

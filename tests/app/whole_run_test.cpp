@@ -117,6 +117,64 @@ TEST_F(WholeRunTest, ReplacesAPreviousInstallationAfterABackup) {
                   suiteInstalled);
 }
 
+TEST_F(WholeRunTest, InstallsASecondTimeButLeavesWhatIsShared) {
+    walkToTheInstallation();
+    disk.addFile("/Users/Shared/Morvella/ISF/Standard/mine.fs");
+    walkToTheInstallation();
+    window->answer(1000);
+    journal.clear();
+    runLoop.drainMainQueue();
+    expectEffects({
+        "log: starting install after taking care of the old installation.",
+        "control: installation indicator started by settings indicator",
+        "control: installation indicator shown",
+        "log: Font already installed:Archivo-Medium.ttf",
+        "log: Font already installed:OpenSans-Regular.ttf",
+        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/morvella.zip | "
+        "/Users/ann/Music/User Library",
+        "log: Deleting /Applications/Morvella",
+        "file: trashed /Applications/Morvella/",
+        "file: created /Applications/Morvella/",
+        "log: Installing Tressimo.zip to /Applications/Morvella...",
+        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/Tressimo.zip | /Applications/Morvella",
+        "log: Hiding the morvella.app to declutter the user library browser...",
+        "file: moved /Users/ann/Music/User Library/Morvella/Morvella.app/ to "
+        "/Users/ann/Music/User Library/Morvella/.Morvella.app",
+        "control: installation indicator stopped by controller",
+        "page: post-installation page",
+    });
+}
+
+TEST_F(WholeRunTest, InstallsOnceTheVolumeIsMounted) {
+    disk.remove(userLibrary);
+    controller.viewDidLoad();
+    controller.welcomeButton();
+    controller.licenseAcceptedButton();
+    EXPECT_EQ(window->sheetsWaiting(), 1U);
+    window->answer(1000);
+    runLoop.tick();
+    EXPECT_EQ(journal.only({Kind::control}).find("next button enabled"), std::string::npos);
+    disk.addFolder(userLibrary);
+    runLoop.tick();
+    EXPECT_EQ(viewController.shown, settingsView);
+    journal.clear();
+    controller.beginInstallButton();
+    expectEffects(lines({"page: installation page",
+                         "control: installation indicator started by settings indicator",
+                         "control: installation indicator shown"}) +
+                  suiteInstalled);
+}
+
+TEST_F(WholeRunTest, AsksForTheLiveApplicationOnTheWelcomePage) {
+    userDefaults.suites.clear();
+    controller.viewDidLoad();
+    expectEffects(lines({"control: licence text filled with licence", "control: check box disabled",
+                         "control: check box hidden", "control: check box off",
+                         "control: version label says \"Morvella v2.2\"", "page: welcome page"}) +
+                  terminationSheet("Installer can be run only through the provided Live Set"));
+    EXPECT_EQ(viewController.shown, welcomeView);
+}
+
 TEST_F(WholeRunTest, ASuiteWithoutItsApplicationStaysOnTheInstallationPage) {
     tasks.archives["/Bundle/morvella.zip"] = {"Morvella/Sources/Vellicor.amxd"};
     walkToTheInstallation();

@@ -186,8 +186,18 @@ TEST_F(PreviousInstallationTest, EveryFailureTogetherStillInstalls) {
     disk.outcomes[trashed] = {.error = Error{"refused"}};
     ask();
     window->answer(1000, ControlState::on);
-    EXPECT_EQ(window->sheetsWaiting(), 3U);
-    EXPECT_EQ(journal.only({Kind::queue}), lines({"queue: work put on the main queue"}));
+    EXPECT_EQ(
+        journal.only({Kind::sheet, Kind::queue}),
+        lines({"sheet: critical \"Couldn't make automatic backup of the current installation.\n\n"
+               "Please backup and delete Morvella folder from the user library and run the "
+               "installer again.\" [Quit]",
+               "sheet: critical \"Couldn't move Morvella folder to trash.\" [Quit]",
+               "sheet: critical \"Old Morvella folder still presists, aborting.\" [Quit]",
+               "queue: work put on the main queue"}));
+    journal.clear();
+    runLoop.drainMainQueue();
+    EXPECT_TRUE(journal.effects().starts_with(
+        "log: starting install after taking care of the old installation.\n"));
 }
 
 TEST_F(PreviousInstallationTest, SheetHoldsControllerAndIndicatorUntilAnswered) {

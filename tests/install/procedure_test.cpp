@@ -86,6 +86,12 @@ TEST_F(ProcedureTest, AFailureOfTheSuiteIsIgnored) {
     expectEffects(std::string(fontsPresent) + suiteUnpacked + utilityUnpacked);
 }
 
+TEST_F(ProcedureTest, ASuiteThatTheBundleLacksIsIgnored) {
+    bundles.main->resources.erase("morvella.zip");
+    install();
+    expectEffects(std::string(fontsPresent) + utilityUnpacked);
+}
+
 TEST_F(ProcedureTest, AnOldUtilityFolderGoesToTheTrash) {
     disk.addFile("/Applications/Morvella/Tressimo.app/old");
     install();

@@ -82,6 +82,13 @@ TEST_F(SharedDataTest, IsLeftAloneWhereAFileOfThatNameExists) {
     EXPECT_EQ(effects(), "");
 }
 
+TEST_F(SharedDataTest, IsLeftAloneAlsoAfterAnErrorOfTheUsersFolder) {
+    folders.users.error = Error{"odd"};
+    disk.addFolder("/Users/Shared/Morvella");
+    install();
+    EXPECT_EQ(effects(), lines({"log: Warning: Couldn't get local domain user folder, error:odd"}));
+}
+
 TEST_F(SharedDataTest, GoesToTheDocumentsWhenTheSharedFolderCannotBeMade) {
     makeSharedProductUnwritable();
     install();

@@ -63,6 +63,12 @@ TEST_F(PreferenceFolderTest, SkipsEveryNameThatDoesNotBeginWithThePrefix) {
     EXPECT_EQ(latestOf({"Live 9.0", "live 10.0"}), "Live 9.0");
 }
 
+TEST_F(PreferenceFolderTest, IsNotLookedAt) {
+    latestOf({"Live 10.1", "Live 11.0"});
+    EXPECT_EQ(journal.everything(),
+              lines({"asked: entries of /home/x/Library/Preferences/Ableton/"}));
+}
+
 TEST_F(PreferenceFolderTest, IsNothingWithoutEntries) {
     EXPECT_EQ(latestOf({}), "(nothing)");
 }

@@ -74,6 +74,7 @@ std::shared_ptr<AttributedString> FakeRichTextReader::attributedStringWithUrl(
 }
 
 std::shared_ptr<UserDefaults> FakeUserDefaultsSuites::open(const std::string& suiteName) {
+    opened.push_back(suiteName);
     return std::make_shared<FakeUserDefaults>(suiteName, suites[suiteName], journal_);
 }
 

@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/bundle.hpp"
 #include "platform/user_defaults.hpp"
@@ -71,6 +72,8 @@ class FakeUserDefaultsSuites : public UserDefaultsSuites {
     using Values = std::map<std::string, std::shared_ptr<DefaultsValue>>;
     /// By the suite's name and the key.
     std::map<std::string, Values> suites;
+    /// The names of the suites in the order in which they were opened.
+    std::vector<std::string> opened;
 
   private:
     Journal& journal_;
