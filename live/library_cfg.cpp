@@ -11,30 +11,18 @@ constexpr std::string_view sectionEnd = "</UserLibrary>";
 constexpr std::string_view nameMarker = "<ProjectName Value=";
 constexpr std::string_view parentMarker = "<ProjectPath Value=";
 
-/// The length of the newline character at the start of `text`, 0 if there is none. Besides LF, VT,
+/// Whether a newline character stands at the start of `text`, which is not empty. Besides LF, VT,
 /// FF and CR these are NEL, LINE SEPARATOR and PARAGRAPH SEPARATOR.
-size_t newlineLength(std::string_view text) {
-    if (text.empty()) {
-        return 0;
-    }
-    if (text[0] >= '\n' && text[0] <= '\r') {
-        return 1;
-    }
-    if (text.starts_with("\xC2\x85")) {
-        return 2;
-    }
-    return text.starts_with("\xE2\x80\xA8") || text.starts_with("\xE2\x80\xA9") ? 3 : 0;
-}
-
-bool mayStartNewline(char byte) {
-    return (byte >= '\n' && byte <= '\r') || byte == '\xC2' || byte == '\xE2';
+bool startsWithNewline(std::string_view text) {
+    return (text[0] >= '\n' && text[0] <= '\r') || text.starts_with("\xC2\x85") ||
+           text.starts_with("\xE2\x80\xA8") || text.starts_with("\xE2\x80\xA9");
 }
 
 /// Cuts off all lines before the first that holds `marker`, or all of the text if no line does.
 /// Returns what was cut off.
 std::string_view takeUpTo(std::string_view marker, std::string_view& text) {
     size_t length = std::min(text.find(marker), text.size());
-    while (length > 0 && length < text.size() && newlineLength(text.substr(length - 1)) == 0) {
+    while (length > 0 && length < text.size() && !startsWithNewline(text.substr(length - 1))) {
         --length;
     }
     const std::string_view taken = text.substr(0, length);
@@ -46,8 +34,7 @@ std::string_view takeUpTo(std::string_view marker, std::string_view& text) {
 /// found all the same.
 std::string_view takeLine(std::string_view& text) {
     size_t length = 0;
-    while (length < text.size() &&
-           !(mayStartNewline(text[length]) && newlineLength(text.substr(length)) > 0)) {
+    while (length < text.size() && !startsWithNewline(text.substr(length))) {
         ++length;
     }
     const std::string_view line = text.substr(0, length);

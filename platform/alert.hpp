@@ -13,9 +13,8 @@ namespace morvella {
 /// The values are the platform's own.
 enum class AlertStyle { warning = 0, informational = 1, critical = 2 };
 
-/// The response codes of an alert's buttons, in the order in which they were added.
+/// The response code of the button that was added first; each later one has the next number.
 constexpr int alertFirstButtonReturn = 1000;
-constexpr int alertThirdButtonReturn = 1002;
 
 /// The check box that the platform offers for suppressing an alert.
 struct SuppressionButton {
