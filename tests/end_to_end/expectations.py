@@ -54,6 +54,10 @@ def refused_line(archive):
     return re.compile(rf"decompress status={copying}ditto: .+", re.DOTALL)
 
 
+def failed_line(archive):
+    return f"Decompressing resource failed: {archive}"
+
+
 def suite_lines(bundle):
     return [unpacking_line(bundle, "morvella.zip")]
 

@@ -1,8 +1,8 @@
 import plistlib
 
 from expectations import critical, demo_line, live_line, start_lines
+from messages import NO_LIVE_SET, NO_USER_LIBRARY
 from scenario import Scenario
-from test_critical_sheets import NO_LIVE_SET, NO_USER_LIBRARY
 
 MEBIBYTE = 1 << 20
 

@@ -10,15 +10,8 @@ from expectations import (
     suite_lines,
     utility_lines,
 )
+from messages import BUNDLE_CORRUPT, NOT_INSTALLED, NOT_VERIFIED, NO_LIVE_SET, NO_USER_LIBRARY
 from scenario import Scenario
-
-BUNDLE_CORRUPT = (
-    "Installer bundle corrupt, please dowload the installer again or contact support."
-)
-NO_LIVE_SET = "Installer can be run only through the provided Live Set"
-NO_USER_LIBRARY = "Couldn't get user library path."
-NOT_INSTALLED = "Install failed"
-NOT_VERIFIED = "Install failed to verify, aborting."
 
 
 class CriticalSheets(Scenario):

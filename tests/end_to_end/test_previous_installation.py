@@ -14,6 +14,7 @@ from expectations import (
     suite_lines,
     utility_lines,
 )
+from messages import NOT_TRASHED, STILL_THERE
 from scenario import Scenario
 
 
@@ -103,7 +104,6 @@ class PreviousInstallation(Scenario):
         stage.trash.parent.mkdir(parents=True)
         stage.trash.write_text("not a folder\n")
         before = snapshot.below(self.snapshot(stage), stage.destination.relative_to(stage.root))
-        kept = "Couldn't move Morvella folder to trash."
         with self.launch(stage) as installer:
             self.ask(installer)
             installer.untick_box_of_sheet()
@@ -117,8 +117,8 @@ class PreviousInstallation(Scenario):
             *start_lines(stage),
             f"failed to move to trash:{file_url(stage.destination)}/",
             "couldn't move to trash.",
-            critical(kept),
-            critical("Old Morvella folder still presists, aborting."),
+            critical(NOT_TRASHED),
+            critical(STILL_THERE),
             HANDLED,
         ]
         self.assertEqual(lines[: len(expected)], expected)

@@ -1,6 +1,6 @@
 import expectations
+from messages import BUNDLE_CORRUPT
 from scenario import Scenario
-from test_critical_sheets import BUNDLE_CORRUPT
 
 
 class ClosingTheWindow(Scenario):

@@ -42,3 +42,7 @@ def go_on(installer, before):
             raise
         return None
     return page
+
+
+def nothing():
+    """An action where none is wanted."""

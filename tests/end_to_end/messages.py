@@ -1,0 +1,19 @@
+"""What the critical sheets say."""
+
+BUNDLE_CORRUPT = (
+    "Installer bundle corrupt, please dowload the installer again or contact support."
+)
+NO_LIVE_SET = "Installer can be run only through the provided Live Set"
+NO_USER_LIBRARY = "Couldn't get user library path."
+NO_BACKUP = (
+    "Couldn't make automatic backup of the current installation.\n\n"
+    "Please backup and delete Morvella folder from the user library and run the installer again."
+)
+NOT_TRASHED = "Couldn't move Morvella folder to trash."
+STILL_THERE = "Old Morvella folder still presists, aborting."
+NO_APPLICATIONS = "Could not access /Applications folder, aborting."
+NO_UTILITIES = "Could not install utilities, aborting."
+NO_SHARED_DATA = "Could not access shared user data, aborting."
+NO_USER_FILES = "Could not install user files, aborting."
+NOT_INSTALLED = "Install failed"
+NOT_VERIFIED = "Install failed to verify, aborting."
