@@ -1,0 +1,93 @@
+import os
+import subprocess
+
+import disturbed
+import snapshot
+from expectations import HIDING, critical, failed_line, font_lines, refused_line, start_lines
+from fault import Fault, backups
+from messages import NO_USER_FILES, NO_UTILITIES, NOT_VERIFIED
+from walking import walk
+
+KIBIBYTE, MEBIBYTE = 1 << 10, 1 << 20
+
+
+class FullDisk(Fault):
+    """The whole stage lies on a small disk of its own.
+
+    Where none can be mounted, the files that the archiver writes may not grow instead: to the
+    archiver that looks the same.
+    """
+
+    def setUp(self):
+        super().setUp()
+        self.disk = self.folder / "disk"
+        self.disk.mkdir()
+        mount = ["mount", "-t", "tmpfs", "-o", f"size={64 * MEBIBYTE}", "tmpfs", self.disk]
+        self.mounted = subprocess.run(mount, stderr=subprocess.DEVNULL, check=False).returncode == 0
+        if self.mounted:
+            self.addCleanup(subprocess.run, ["umount", self.disk], check=True)
+        else:
+            print("No disk can be mounted here: the archiver's files are limited instead.")
+
+    def leave_free(self, size):
+        if self.mounted:
+            self.fill_disk(size)
+        else:
+            self.limit_archiver(size)
+
+    def fill_disk(self, size):
+        with open(self.disk / "ballast", "wb") as ballast:
+            disk = os.statvfs(ballast.fileno())
+            os.posix_fallocate(ballast.fileno(), 0, disk.f_bavail * disk.f_bsize - size)
+
+    def limit_archiver(self, size):
+        self.bundle = self.copy_bundle()
+        archiver = self.bundle / "Helpers/ditto"
+        real = archiver.rename(archiver.with_name("real-ditto"))
+        archiver.write_text(f"#!/bin/bash\nulimit -f {size // KIBIBYTE}\n'{real}' \"$@\"\n")
+        archiver.chmod(0o755)
+
+    def test_while_unpacking(self):
+        stage = self.make_stage("disk/stage")
+        before = self.snapshot(stage)
+        self.leave_free(0)
+        if self.mounted:
+            fonts = disturbed.fonts_not_copied(present=())
+            # Folders take no room here, so the application's is there to be hidden.
+            end = [HIDING, critical(NOT_VERIFIED)]
+        else:
+            fonts = font_lines
+            end = disturbed.not_hidden(self.bundle, stage)
+        with self.untouched_elsewhere(stage), self.launch(stage) as installer:
+            self.assertEqual(walk(installer), 0)
+            self.expect_log(
+                installer,
+                *start_lines(stage),
+                *fonts(self.bundle, stage),
+                refused_line("morvella.zip"),
+                f"Installing Tressimo.zip to {stage.utilities}...",
+                refused_line("Tressimo.zip"),
+                failed_line("Tressimo.zip"),
+                critical(NO_UTILITIES),
+                "Installing ISF.zip...",
+                refused_line("ISF.zip"),
+                failed_line("ISF.zip"),
+                critical(NO_USER_FILES),
+                *end,
+            )
+        if self.mounted:
+            added = dict(self.snapshot(stage).items() - before.items())
+            self.assertEqual(set(added.values()), {snapshot.FOLDER}, "half a file is left behind")
+
+    def test_while_packing(self):
+        stage = self.make_stage("disk/stage", previous=True)
+        own = stage.destination / "My Patches/Long Take.wav"
+        own.write_bytes(os.urandom(8 * MEBIBYTE))
+        before = self.snapshot(stage)
+        self.leave_free(4 * MEBIBYTE)
+        run = disturbed.Run(previous=disturbed.not_backed_up)
+        with self.untouched_elsewhere(stage), self.launch(stage) as installer:
+            self.assertEqual(walk(installer), 0)
+            self.expect_log(installer, *run.log(self.bundle, stage))
+        self.expect_nothing_lost(stage, before)
+        self.assertEqual(backups(stage, "*"), [])
