@@ -79,9 +79,12 @@ def not_trashed(bundle, stage):
     ]
 
 
+def not_readable(bundle, stage):
+    return ["Making backup failed", *not_backed_up(bundle, stage)]
+
+
 def not_accessible(bundle, stage):
-    not_packed = not_backed_up(bundle, stage)[:-1]
-    return ["Making backup failed", *not_packed, *not_trashed(bundle, stage)]
+    return [*not_readable(bundle, stage)[:-1], *not_trashed(bundle, stage)]
 
 
 def fonts_not_copied(present):

@@ -21,6 +21,12 @@ class Fault(Scenario):
             self.assertEqual(walk(installer, actions), 0)
             return installer.log
 
+    def expect_run(self, stage, *lines, actions=(), **options):
+        """Answers everything with Return; the whole log is `lines`, and nothing else is touched."""
+        with self.untouched_elsewhere(stage), self.launch(stage, **options) as installer:
+            self.assertEqual(walk(installer, actions), 0)
+            self.expect_log(installer, *lines)
+
     def expect_criticals(self, log, *messages):
         """Exactly these critical sheets were asked for, in this order."""
         asked = [line for line in log if line.startswith("critical error:")]

@@ -12,7 +12,6 @@ from expectations import (
 )
 from fault import Fault
 from messages import NO_USER_FILES, NO_UTILITIES, NOT_INSTALLED
-from walking import walk
 
 KIBIBYTE = 1 << 10
 
@@ -34,7 +33,7 @@ class ArchiverFaults(Fault):
         )
         archiver.chmod(0o755)
 
-    def expect_run(self, said, *, failed=False, end=()):
+    def expect_first(self, said, *, failed=False, end=()):
         """Installs for the first time.
 
         `said` gives what is logged of the archiver's words about an archive. Returns the stage and
@@ -46,31 +45,29 @@ class ArchiverFaults(Fault):
             archive: [failed_line(archive), critical(message)] if failed else []
             for archive, message in (("Tressimo.zip", NO_UTILITIES), ("ISF.zip", NO_USER_FILES))
         }
-        with self.untouched_elsewhere(stage), self.launch(stage) as installer:
-            self.assertEqual(walk(installer), 0)
-            self.expect_log(
-                installer,
-                *start_lines(stage),
-                *font_lines(self.bundle, stage),
-                *said("morvella.zip"),
-                f"Installing Tressimo.zip to {stage.utilities}...",
-                *said("Tressimo.zip"),
-                *failure["Tressimo.zip"],
-                "Installing ISF.zip...",
-                *said("ISF.zip"),
-                *failure["ISF.zip"],
-                HIDING,
-                *end,
-            )
+        self.expect_run(
+            stage,
+            *start_lines(stage),
+            *font_lines(self.bundle, stage),
+            *said("morvella.zip"),
+            f"Installing Tressimo.zip to {stage.utilities}...",
+            *said("Tressimo.zip"),
+            *failure["Tressimo.zip"],
+            "Installing ISF.zip...",
+            *said("ISF.zip"),
+            *failure["ISF.zip"],
+            HIDING,
+            *end,
+        )
         return stage, before
 
     def expect_complete(self, *expected, **options):
-        stage, before = self.expect_run(*expected, **options)
+        stage, before = self.expect_first(*expected, **options)
         expect_files(stage, {**before, **installed(self.bundle, stage)})
 
     def expect_nothing_unpacked(self, **options):
         end = ["aborting, couldn't hide the app file.", critical(NOT_INSTALLED)]
-        stage, before = self.expect_run(nothing_said, end=end, **options)
+        stage, before = self.expect_first(nothing_said, end=end, **options)
         nothing = {"suite_to": None, "utilities_to": None, "shaders_to": None}
         made = [folder.relative_to(stage.root) for folder in (stage.utilities, stage.shared_data)]
         expect_files(
@@ -126,9 +123,7 @@ class ArchiverFaults(Fault):
         self.replace_archiver(script, only="-c")
         stage = self.make_stage(previous=True)
         before = self.snapshot(stage)
-        with self.untouched_elsewhere(stage), self.launch(stage) as installer:
-            self.assertEqual(walk(installer), 0)
-            self.expect_log(installer, *Run(previous=not_backed_up).log(self.bundle, stage))
+        self.expect_run(stage, *Run(previous=not_backed_up).log(self.bundle, stage))
         self.expect_nothing_lost(stage, before)
 
     def test_exits_with_7_while_it_packs(self):

@@ -6,7 +6,6 @@ import snapshot
 from expectations import HIDING, critical, failed_line, font_lines, refused_line, start_lines
 from fault import Fault, backups
 from messages import NO_USER_FILES, NO_UTILITIES, NOT_VERIFIED
-from walking import walk
 
 KIBIBYTE, MEBIBYTE = 1 << 10, 1 << 20
 
@@ -58,23 +57,21 @@ class FullDisk(Fault):
         else:
             fonts = font_lines
             end = disturbed.not_hidden(self.bundle, stage)
-        with self.untouched_elsewhere(stage), self.launch(stage) as installer:
-            self.assertEqual(walk(installer), 0)
-            self.expect_log(
-                installer,
-                *start_lines(stage),
-                *fonts(self.bundle, stage),
-                refused_line("morvella.zip"),
-                f"Installing Tressimo.zip to {stage.utilities}...",
-                refused_line("Tressimo.zip"),
-                failed_line("Tressimo.zip"),
-                critical(NO_UTILITIES),
-                "Installing ISF.zip...",
-                refused_line("ISF.zip"),
-                failed_line("ISF.zip"),
-                critical(NO_USER_FILES),
-                *end,
-            )
+        self.expect_run(
+            stage,
+            *start_lines(stage),
+            *fonts(self.bundle, stage),
+            refused_line("morvella.zip"),
+            f"Installing Tressimo.zip to {stage.utilities}...",
+            refused_line("Tressimo.zip"),
+            failed_line("Tressimo.zip"),
+            critical(NO_UTILITIES),
+            "Installing ISF.zip...",
+            refused_line("ISF.zip"),
+            failed_line("ISF.zip"),
+            critical(NO_USER_FILES),
+            *end,
+        )
         if self.mounted:
             added = dict(self.snapshot(stage).items() - before.items())
             self.assertEqual(set(added.values()), {snapshot.FOLDER}, "half a file is left behind")
@@ -86,8 +83,6 @@ class FullDisk(Fault):
         before = self.snapshot(stage)
         self.leave_free(4 * MEBIBYTE)
         run = disturbed.Run(previous=disturbed.not_backed_up)
-        with self.untouched_elsewhere(stage), self.launch(stage) as installer:
-            self.assertEqual(walk(installer), 0)
-            self.expect_log(installer, *run.log(self.bundle, stage))
+        self.expect_run(stage, *run.log(self.bundle, stage))
         self.expect_nothing_lost(stage, before)
         self.assertEqual(backups(stage, "*"), [])
