@@ -25,10 +25,10 @@ def _of_item(path):
         return f"link to {os.readlink(path)}"
     if stat.S_ISDIR(mode):
         return FOLDER
-    return _of_content(path.read_bytes(), mode & stat.S_IXUSR)
+    return of_content(path.read_bytes(), mode & stat.S_IXUSR)
 
 
-def _of_content(content, executable):
+def of_content(content, executable):
     kind = "executable" if executable else "file"
     return f"{kind} {hashlib.sha256(content).hexdigest()}"
 
@@ -38,7 +38,7 @@ def of_archive(archive):
     found = {}
     with zipfile.ZipFile(archive) as opened:
         for entry in opened.infolist():
-            path = PurePosixPath(entry.filename)
+            path = PurePosixPath(_name(entry))
             if path.parts[0] == "__MACOSX" or path.name.startswith("._"):
                 continue
             for folder in path.parents[:-1]:
@@ -49,8 +49,14 @@ def of_archive(archive):
             elif stat.S_ISLNK(mode):
                 found[Path(path)] = f"link to {opened.read(entry).decode()}"
             else:
-                found[Path(path)] = _of_content(opened.read(entry), mode & stat.S_IXUSR)
+                found[Path(path)] = of_content(opened.read(entry), mode & stat.S_IXUSR)
     return found
+
+
+def _name(entry):
+    """With the bytes that it has in the archive, whatever they are."""
+    utf_8 = entry.flag_bits & 0x800
+    return entry.filename if utf_8 else os.fsdecode(entry.filename.encode("cp437"))
 
 
 def moved(snapshot, source, target):

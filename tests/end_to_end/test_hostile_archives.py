@@ -1,0 +1,125 @@
+import stat
+import zipfile
+
+import snapshot
+from expectations import (
+    HIDING,
+    critical,
+    expect_files,
+    failed_line,
+    font_lines,
+    installation_lines,
+    installed,
+    refused_line,
+    start_lines,
+)
+from fault import Fault
+from messages import NO_USER_FILES, NO_UTILITIES
+
+# The folder at the top of each archive.
+TOPS = {"morvella.zip": "Morvella", "Tressimo.zip": "Tressimo.app", "ISF.zip": "ISF"}
+PLANTED = "planted by an archive\n"
+
+
+class HostileArchives(Fault):
+    """Each of the three archives brings some entries more, behind those that are well meant.
+
+    An entry is a name, in which TOP stands for the archive's top folder, and its contents.
+    """
+
+    def setUp(self):
+        super().setUp()
+        self.well_meant, self.bundle = self.bundle, self.copy_bundle()
+        self.outside = self.folder / "outside"
+        self.outside.mkdir()
+
+    def add(self, *entries, links=()):
+        for archive, top in TOPS.items():
+            with zipfile.ZipFile(self.bundle / "Resources" / archive, "a") as opened:
+                for name, target in links:
+                    link = zipfile.ZipInfo(name.replace("TOP", top))
+                    link.create_system = 3  # Unix, or nobody would look at the mode.
+                    link.external_attr = (stat.S_IFLNK | 0o777) << 16
+                    opened.writestr(link, str(target))
+                for name, contents in entries:
+                    opened.writestr(name.replace("TOP", top), contents)
+
+    def expect_refused(self, kept=()):
+        """`kept` is what is unpacked all the same of the entries added: names and what is there."""
+        stage = self.make_stage()
+        before = self.snapshot(stage)
+        self.expect_run(
+            stage,
+            *start_lines(stage),
+            *font_lines(self.bundle, stage),
+            refused_line("morvella.zip"),
+            f"Installing Tressimo.zip to {stage.utilities}...",
+            refused_line("Tressimo.zip"),
+            failed_line("Tressimo.zip"),
+            critical(NO_UTILITIES),
+            "Installing ISF.zip...",
+            refused_line("ISF.zip"),
+            failed_line("ISF.zip"),
+            critical(NO_USER_FILES),
+            HIDING,
+        )
+        places = [stage.user_library, stage.utilities, stage.shared_data]
+        added = {
+            (place / name.replace("TOP", top)).relative_to(stage.root): item
+            for place, top in zip(places, TOPS.values())
+            for name, item in kept
+        }
+        expect_files(stage, {**before, **installed(self.well_meant, stage), **added})
+        self.expect_nothing_outside()
+
+    def expect_taken(self):
+        stage = self.make_stage()
+        before = self.snapshot(stage)
+        self.expect_run(stage, *start_lines(stage), *installation_lines(self.bundle, stage))
+        expect_files(stage, {**before, **installed(self.bundle, stage)})
+        self.expect_nothing_outside()
+
+    def expect_nothing_outside(self):
+        self.assertEqual(snapshot.of_folder(self.outside), {})
+        names = {path.name for path in self.folder.iterdir()}
+        self.assertEqual(names, {"stage", "outside", self.bundle.name})
+
+    def test_absolute_paths(self):
+        self.add((f"{self.outside}/Planted.txt", PLANTED))
+        self.expect_refused()
+
+    def test_paths_that_climb_out(self):
+        self.add(("../Planted.txt", PLANTED), ("TOP/../../Planted.txt", PLANTED))
+        self.expect_refused()
+
+    def test_paths_through_a_link_that_leads_out(self):
+        self.add(("TOP/Out/Planted.txt", PLANTED), links=[("TOP/Out", self.outside)])
+        self.expect_refused(kept=[("TOP/Out", f"link to {self.outside}")])
+
+    def test_paths_through_a_link_that_climbs_out(self):
+        self.add(("TOP/Up/Planted.txt", PLANTED), links=[("TOP/Up", "../..")])
+        self.expect_refused(kept=[("TOP/Up", "link to ../..")])
+
+    def test_file_where_a_folder_must_be(self):
+        self.add(("TOP/Extra", PLANTED), ("TOP/Extra/Inner.txt", PLANTED))
+        planted = snapshot.of_content(PLANTED.encode(), executable=False)
+        self.expect_refused(kept=[("TOP/Extra", planted)])
+
+    def test_names_of_256_bytes(self):
+        self.add(("TOP/" + 256 * "x", PLANTED))
+        self.expect_refused()
+
+    def test_names_of_255_bytes(self):
+        self.add(("TOP/" + 255 * "x", PLANTED), ("TOP/" + 85 * "キ", PLANTED))
+        self.expect_taken()
+
+    def test_names_in_another_encoding(self):
+        self.add(("TOP/Ger?t.txt", PLANTED))
+        for archive in TOPS:
+            path = self.bundle / "Resources" / archive
+            path.write_bytes(path.read_bytes().replace(b"Ger?t", "Gerät".encode("latin-1")))
+        self.expect_taken()
+
+    def test_ten_thousand_entries(self):
+        self.add(*((f"TOP/Many/{number}.txt", PLANTED) for number in range(10_000)))
+        self.expect_taken()
