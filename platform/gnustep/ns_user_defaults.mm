@@ -2,7 +2,10 @@
 
 /// The defaults of one domain only. A suite's are kept as on macOS, in the home folder's
 /// `Library/Preferences`; the launch arguments' cannot be changed.
-@interface DomainDefaults : NSUserDefaults {
+///
+/// No subclass of NSUserDefaults, although it stands for one: GNUstep's would read all of its own
+/// domains each time, and lose a little memory.
+@interface DomainDefaults : NSObject {
     NSString* _domain;
 }
 @end
