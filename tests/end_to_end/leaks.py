@@ -1,0 +1,75 @@
+#!/usr/bin/env python3
+"""A whole tour of an installer that was built with the address sanitizer leaves no memory behind.
+
+Prints what the installer leaked and ends with status 1 if it leaked anything: whatever its own code
+made or asked the frameworks for. What they lose by themselves, inside the calls that are named in
+tests/support/leaks.supp, is theirs.
+"""
+
+import argparse
+import re
+import sys
+import tempfile
+from pathlib import Path
+
+import stage as stages
+from display import Display
+from installer import Installer
+from tour import Tour
+
+ROOT = Path(__file__).resolve().parent.parent.parent
+FRAMEWORKS = ROOT / "tests/support/leaks.supp"
+# Stacks must reach through code without frame pointers, or it is not seen who called it.
+SANITIZER = "detect_leaks=1:fast_unwind_on_malloc=0:malloc_context_size=40:log_path={log}"
+
+
+def leaks(report):
+    """The title and the call stack, innermost first, of each block that nothing points to."""
+    for block in re.split(r"\n\s*\n", report):
+        title, *frames = block.strip().split("\n")
+        if title.startswith("Direct leak"):
+            yield title, frames
+
+
+def is_ours(frames, frameworks):
+    """Whether the installer's own code made what leaked, or asked for it directly enough."""
+    named = re.compile("|".join(map(re.escape, frameworks)))
+    for frame in frames[1:]:  # The first is the sanitizer's.
+        if str(ROOT) in frame:
+            return True
+        if named.search(frame):
+            return False
+    return False
+
+
+def take_tour(executable, folder):
+    stage = stages.make(folder / "stage", previous=True, unmounted=True)
+    environment = {
+        "ASAN_OPTIONS": SANITIZER.format(log=folder / "leaks"),
+        "LSAN_OPTIONS": "exitcode=0:max_leaks=0",
+    }
+    with Display() as display:
+        with Installer(display, executable.parent, stage, environment=environment) as installer:
+            Tour(installer, previous=True).walk()
+    return "\n\n".join(path.read_text() for path in folder.glob("leaks.*"))
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("executable", type=Path, help="the installer, built with the sanitizer")
+    options = parser.parse_args()
+    frameworks = re.findall(r"^leak:(.+)$", FRAMEWORKS.read_text(), re.MULTILINE)
+    with tempfile.TemporaryDirectory(prefix="morvella-leaks-") as folder:
+        report = take_tour(options.executable.resolve(), Path(folder).resolve())
+    found = list(leaks(report))
+    if not found:
+        sys.exit("The sanitizer reported nothing at all, not even what the frameworks lose.")
+    own = [(title, frames) for title, frames in found if is_ours(frames, frameworks)]
+    for title, frames in own:
+        print(title, *frames, "", sep="\n")
+    print(f"{len(found) - len(own)} leaks of frameworks, {len(own)} of the installer")
+    sys.exit(1 if own else 0)
+
+
+if __name__ == "__main__":
+    main()
