@@ -11,6 +11,7 @@ import expectations
 import snapshot
 import stage as stages
 from installer import Installer
+from waiting import wait_until
 
 NOBODY = 65534
 
@@ -29,7 +30,12 @@ class Scenario(unittest.TestCase):
     def _remove_folder(self):
         for folder, _, _ in os.walk(self.folder):
             os.chmod(folder, 0o755)
-        shutil.rmtree(self.folder)
+        # The Live application may still be writing down what it was asked to open.
+        wait_until(self._is_removed, f"the end of {self.folder}")
+
+    def _is_removed(self):
+        shutil.rmtree(self.folder, ignore_errors=True)
+        return not self.folder.exists()
 
     # What a test starts from
 

@@ -130,11 +130,12 @@ class SharedData(Fault):
         self.expect_shaders(stage, *self.refused(*unreachable), to=None, user=user)
 
     def refused(self, *unreachable):
+        creating = r"Couldn't create shared folder\(.*%s/Morvella/?\), error:(?!\(null\)).+"
         return [
-            re.compile(r"Couldn't create shared folder\(.*Shared/Morvella/?\), error:(?!\(null).+"),
+            re.compile(creating % "Shared"),
             "Shared folder not found, falling back to user folder.",
-            re.compile(r"Couldn't access documents folder, error:(?!\(null).+"),
-            re.compile(r"Couldn't create shared folder\(.*Documents/Morvella/?\), error:(?!\(null).+"),
+            re.compile(r"Couldn't access documents folder, error:(?!\(null\)).+"),
+            re.compile(creating % "Documents"),
             *unreachable,
             "Installing ISF.zip...",
             refused_line("ISF.zip"),
