@@ -1,5 +1,5 @@
+#include <poll.h>
 #include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -9,7 +9,16 @@
 #include <utility>
 #include <vector>
 
+// This header does not say that it is C.
+extern "C" {
+#include <sys/pidfd.h>
+}
+
+#import "ns_progress_indicator.h"
+
 namespace {
+
+constexpr int animationInterval = 80;  // milliseconds
 
 /// Where the stand-in for a tool of macOS lies; nil if there is none.
 NSString* standInFor(NSString* tool) {
@@ -121,13 +130,15 @@ void closePipe(id output) {
     return spawn.start(std::move(arguments), &_taskId);
 }
 
-/// GNUstep's own looks ten times a second.
+/// GNUstep's own looks ten times a second. Nothing of the run loop runs meanwhile; only what turns
+/// goes on turning.
 - (void)waitUntilExit {
+    pollfd child = {pidfd_open(_taskId, 0), POLLIN, 0};
     while ([self isRunning]) {
-        siginfo_t ended;
-        // Only waits: `isRunning` takes the status.
-        waitid(P_PID, static_cast<id_t>(_taskId), &ended, WEXITED | WNOWAIT);
+        [NSProgressIndicator animateVisible];
+        poll(&child, 1, animationInterval);
     }
+    close(child.fd);
 }
 
 @end

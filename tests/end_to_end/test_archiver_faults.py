@@ -12,8 +12,10 @@ from expectations import (
 )
 from fault import Fault
 from messages import NO_USER_FILES, NO_UTILITIES, NOT_INSTALLED
+from waiting import wait_until
 
 KIBIBYTE = 1 << 10
+DIFFERENT_PICTURES = 4
 
 
 class ArchiverFaults(Fault):
@@ -134,6 +136,26 @@ class ArchiverFaults(Fault):
 
     def test_packs_all_and_exits_with_1(self):
         self.expect_no_backup('real "$@"; exit 1')
+
+    def test_takes_long(self):
+        """The indicator turns until it has finished."""
+        go = self.folder / "go"
+        self.replace_archiver(f"until [ -e '{go}' ]; do sleep 0.01; done; real \"$@\"")
+        stage = self.make_stage()
+        with self.launch(stage) as installer:
+            self.begin_installation(installer)
+            installer.wait_for_line(font_lines(self.bundle, stage)[-1])
+            pictures = set()
+
+            def turns():
+                pictures.add(installer.picture().pixels)
+                return len(pictures) >= DIFFERENT_PICTURES
+
+            wait_until(turns, "the indicator to turn")
+            go.touch()
+            installer.wait_for_line(HIDING)
+            installer.wait_for_stillness()
+            self.leave(installer)
 
 
 def nothing_said(archive):
