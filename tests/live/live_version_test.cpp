@@ -117,6 +117,7 @@ TEST(LiveVersionTest, ComparesMajorThenMinorThenPatch) {
     EXPECT_GT((LiveVersion{10, 2, 0}), version);
     EXPECT_GT((LiveVersion{11, 0, 0}), version);
     EXPECT_GT((LiveVersion{0, 0, 0}), (LiveVersion{-1, -1, -1}));
+    EXPECT_EQ(LiveVersion{}, (LiveVersion{0, 0, 0}));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "platform/alert.hpp"
 #include "platform/files.hpp"
+#include "platform/task.hpp"
 #include "platform/user_defaults.hpp"
 
 namespace morvella {
@@ -26,6 +27,18 @@ TEST(PlatformValuesTest, AreThePlatformsOwn) {
     EXPECT_EQ(static_cast<int>(Domain::user), 1);
     EXPECT_EQ(static_cast<int>(Domain::local), 2);
     EXPECT_EQ(std::string_view(argumentDomain), "NSArgumentDomain");
+}
+
+TEST(PlatformValuesTest, ArePlainWhereNothingElseIsSaid) {
+    EXPECT_EQ(Alert{}.style, AlertStyle::warning);
+    EXPECT_EQ(Alert{}.suppressionButton, std::nullopt);
+    EXPECT_FALSE(Alert{}.showsHelp);
+    EXPECT_EQ(SuppressionButton{}.state, ControlState::off);
+    EXPECT_EQ(AlertAnswer{}.response, 0);
+    EXPECT_EQ(AlertAnswer{}.suppressionState, ControlState::off);
+    EXPECT_EQ(ProgressIndicatorSettings{},
+              (ProgressIndicatorSettings{0, 0, 0, 0, ProgressIndicatorStyle::bar, false, false}));
+    EXPECT_EQ(TaskResult{}.terminationStatus, 0);
 }
 
 }  // namespace
