@@ -46,6 +46,16 @@ TEST(IntValueTest, SkipsWhiteSpaceAtTheStart) {
     }
 }
 
+TEST(IntValueTest, SkipsNoOtherCharacterAtTheStart) {
+    for (char character = '!'; character <= '~'; ++character) {
+        const bool counts =
+            (character >= '0' && character <= '9') || character == '+' || character == '-';
+        if (!counts) {
+            EXPECT_EQ(intValue(std::string(1, character) + "5"), 0) << character;
+        }
+    }
+}
+
 TEST(IntValueTest, TakesOneSign) {
     EXPECT_EQ(intValue("-1"), -1);
     EXPECT_EQ(intValue("+1"), 1);
