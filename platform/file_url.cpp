@@ -27,7 +27,6 @@ bool standsForItself(unsigned char byte) {
 std::string percentEncoded(std::string_view path) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
-    text.reserve(path.size());
     for (const char character : path) {
         const auto byte = static_cast<unsigned char>(character);
         if (standsForItself(byte)) {
