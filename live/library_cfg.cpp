@@ -18,15 +18,21 @@ bool startsWithNewline(std::string_view text) {
            text.starts_with("\xE2\x80\xA8") || text.starts_with("\xE2\x80\xA9");
 }
 
+/// Where the line starts in which `position` lies.
+size_t startOfLine(std::string_view text, size_t position) {
+    while (position > 0 && !startsWithNewline(text.substr(position - 1))) {
+        --position;
+    }
+    return position;
+}
+
 /// Cuts off all lines before the first that holds `marker`, or all of the text if no line does.
 /// Returns what was cut off.
 std::string_view takeUpTo(std::string_view marker, std::string_view& text) {
-    size_t length = std::min(text.find(marker), text.size());
-    while (length > 0 && length < text.size() && !startsWithNewline(text.substr(length - 1))) {
-        --length;
-    }
-    const std::string_view taken = text.substr(0, length);
-    text.remove_prefix(length);
+    const size_t found = text.find(marker);
+    const bool isThere = found != std::string_view::npos;
+    const std::string_view taken = text.substr(0, isThere ? startOfLine(text, found) : found);
+    text.remove_prefix(taken.size());
     return taken;
 }
 
@@ -54,11 +60,14 @@ std::optional<std::string_view> quotedValue(std::string_view line) {
 /// The value of the last line in `section` that holds `marker` and has one; `earlier` if none has.
 std::optional<std::string_view> lastValue(std::string_view section, std::string_view marker,
                                           std::optional<std::string_view> earlier) {
-    takeUpTo(marker, section);
-    while (!section.empty()) {
-        const auto value = quotedValue(takeLine(section));
-        earlier = value ? value : earlier;
-        takeUpTo(marker, section);
+    for (size_t found = section.rfind(marker); found != std::string_view::npos;
+         found = section.rfind(marker)) {
+        const size_t start = startOfLine(section, found);
+        std::string_view line = section.substr(start);
+        if (const auto value = quotedValue(takeLine(line))) {
+            return value;
+        }
+        section = section.substr(0, start);
     }
     return earlier;
 }

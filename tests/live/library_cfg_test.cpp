@@ -60,6 +60,12 @@ TEST(LibraryCfgTest, TakesAValueFromTheLineThatOpensTheSection) {
     EXPECT_EQ(scanned("x\n<ProjectName Value=\"n\"><UserLibrary>"), "(none) + n");
 }
 
+TEST(LibraryCfgTest, KeepsAValueOfTheFirstLineWhenTheLastOneCannotBeTaken) {
+    EXPECT_EQ(scanned("<ProjectName Value=\"n\"><UserLibrary>\n"
+                      "<ProjectName Value=\"two\" \"values\">\n"),
+              "(none) + n");
+}
+
 TEST(LibraryCfgTest, TakesNoValueFromTheLineThatClosesTheSection) {
     EXPECT_EQ(scanned("<UserLibrary>\n<ProjectName Value=\"n\"></UserLibrary>\n"
                       "<ProjectPath Value=\"/p\">\n"),
