@@ -1,5 +1,6 @@
 // Read by the sanitizers, if the build has them.
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the sanitizers look for these names.
 extern "C" {
 
 /// Whole stacks, so that below the platform's frames our own are seen.
@@ -8,13 +9,13 @@ const char* __asan_default_options() {
 }
 
 /// What the Objective-C runtime and GNUstep keep until the process ends: tables of classes and
-/// methods, and what setting up takes. GNUstep's user defaults lose a text each time they are made.
+/// methods, and what setting up takes.
 const char* __lsan_default_suppressions() {
     return "leak:__objc_exec_class\n"
            "leak:class_addMethod\n"
            "leak:class_copyMethodList\n"
-           "leak:prepareFoundation\n"
-           "leak:_i_DomainDefaults__initWithDomain_\n";
+           "leak:prepareFoundation\n";
 }
 
 }  // extern "C"
+// NOLINTEND(bugprone-reserved-identifier)

@@ -22,9 +22,18 @@ namespace {
 using namespace morvella;
 using fuzz::requireEqual;
 
+/// GNUstep takes a character and the marks on it for one.
+bool hasMarks(const std::string& text) {
+    NSCharacterSet* marks = [NSCharacterSet nonBaseCharacterSet];
+    return [stringOf(text) rangeOfCharacterFromSet:marks].location != NSNotFound;
+}
+
 /// GNUstep has rules of its own for home folders, drives, slashes in a row, and dots that stand for
 /// folders.
 bool isPlain(const std::string& path) {
+    if (hasMarks(path)) {
+        return false;
+    }
     const auto lacks = [&](const char* part) {
         return (path + "/").find(part) == std::string::npos;
     };
@@ -62,9 +71,13 @@ void comparePieces(const std::string& text) {
 }
 
 void compareNumbers(const std::string& text) {
-    // GNUstep does not stop at the largest number.
-    if (std::count_if(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c); }) <
-        10) {
+    // GNUstep does not stop at the largest number, and takes some characters for white space that
+    // it keeps as two halves.
+    const auto digits = std::count_if(text.begin(), text.end(),
+                                      [](unsigned char byte) { return std::isdigit(byte); });
+    const bool hasHalves =
+        std::any_of(text.begin(), text.end(), [](unsigned char byte) { return byte >= 0xF0; });
+    if (digits < 10 && !hasHalves) {
         requireEqual(intValue(text), [stringOf(text) intValue], "the number in " + text);
     }
 }
@@ -116,7 +129,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
             comparePaths(path, component);
             compareUrls("/" + path);
         }
-        comparePieces(path);
+        if (!hasMarks(path)) {
+            comparePieces(path);
+        }
         compareNumbers(path);
         compareLibraryCfg(text);
     }

@@ -231,10 +231,12 @@ std::string urlOf(NSSearchPathDirectory directory, NSSearchPathDomainMask domain
 
 TEST(StandardFolderTest, LieOnTheStageAndInItsHome) {
     const Stage stage("/a stage");
+    const char* home = std::getenv("HOME");
+    ASSERT_NE(home, nullptr);
     EXPECT_EQ(urlOf(NSApplicationDirectory, NSLocalDomainMask), "file:///a%20stage/Applications/");
     EXPECT_EQ(urlOf(NSUserDirectory, NSLocalDomainMask), "file:///a%20stage/Users/");
     EXPECT_EQ(urlOf(NSDocumentDirectory, NSUserDomainMask),
-              "file://" + std::string(std::getenv("HOME")) + "/Documents/");
+              "file://" + std::string(home) + "/Documents/");
     EXPECT_EQ([[manager() URLsForDirectory:NSUserDirectory inDomains:NSLocalDomainMask] count], 1U);
 }
 

@@ -10,6 +10,7 @@ namespace {
 
 /// A timer that counts in `ticks`; nothing else holds the block.
 NSTimer* counting(const std::shared_ptr<int>& ticks, bool repeats) {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the block keeps it.
     const std::shared_ptr<int> held = ticks;
     return [NSTimer timerWithTimeInterval:0.02
                                   repeats:repeats
