@@ -22,6 +22,7 @@ from expectations import (
 )
 from messages import (
     NO_BACKUP,
+    NO_USER_FILES,
     NO_USER_LIBRARY,
     NO_UTILITIES,
     NOT_INSTALLED,
@@ -103,6 +104,21 @@ def fonts_not_copied(present):
 
 def suite_refused(bundle, stage):
     return [refused_line("morvella.zip")]
+
+
+def archives_refused(stage):
+    """All three, where nothing else is disturbed."""
+    return [
+        refused_line("morvella.zip"),
+        f"Installing Tressimo.zip to {stage.utilities}...",
+        refused_line("Tressimo.zip"),
+        failed_line("Tressimo.zip"),
+        critical(NO_UTILITIES),
+        "Installing ISF.zip...",
+        refused_line("ISF.zip"),
+        failed_line("ISF.zip"),
+        critical(NO_USER_FILES),
+    ]
 
 
 def old_utility_kept(bundle, stage):

@@ -118,25 +118,6 @@ class ArchiverFaults(Fault):
         (self.bundle / "Helpers/ditto").unlink()
         self.expect_nothing_unpacked(failed=True)
 
-    # While it packs
-
-    def expect_no_backup(self, script):
-        """What could not be packed goes to the Trash all the same."""
-        self.replace_archiver(script, only="-c")
-        stage = self.make_stage(previous=True)
-        before = self.snapshot(stage)
-        self.expect_run(stage, *Run(previous=not_backed_up).log(self.bundle, stage))
-        self.expect_nothing_lost(stage, before)
-
-    def test_exits_with_7_while_it_packs(self):
-        self.expect_no_backup("exit 7")
-
-    def test_is_ended_by_a_signal_while_it_packs(self):
-        self.expect_no_backup("kill -KILL $$")
-
-    def test_packs_all_and_exits_with_1(self):
-        self.expect_no_backup('real "$@"; exit 1')
-
     def test_takes_long(self):
         """The indicator turns until it has finished."""
         go = self.folder / "go"
@@ -156,6 +137,25 @@ class ArchiverFaults(Fault):
             installer.wait_for_line(HIDING)
             installer.wait_for_stillness()
             self.leave(installer)
+
+    # While it packs
+
+    def expect_no_backup(self, script):
+        """What could not be packed goes to the Trash all the same."""
+        self.replace_archiver(script, only="-c")
+        stage = self.make_stage(previous=True)
+        before = self.snapshot(stage)
+        self.expect_run(stage, *Run(previous=not_backed_up).log(self.bundle, stage))
+        self.expect_nothing_lost(stage, before)
+
+    def test_exits_with_7_while_it_packs(self):
+        self.expect_no_backup("exit 7")
+
+    def test_is_ended_by_a_signal_while_it_packs(self):
+        self.expect_no_backup("kill -KILL $$")
+
+    def test_packs_all_and_exits_with_1(self):
+        self.expect_no_backup('real "$@"; exit 1')
 
 
 def nothing_said(archive):

@@ -3,9 +3,9 @@ import subprocess
 
 import disturbed
 import snapshot
-from expectations import HIDING, critical, failed_line, font_lines, refused_line, start_lines
+from expectations import HIDING, critical, font_lines, start_lines
 from fault import Fault, backups
-from messages import NO_USER_FILES, NO_UTILITIES, NOT_VERIFIED
+from messages import NOT_VERIFIED
 
 KIBIBYTE, MEBIBYTE = 1 << 10, 1 << 20
 
@@ -61,15 +61,7 @@ class FullDisk(Fault):
             stage,
             *start_lines(stage),
             *fonts(self.bundle, stage),
-            refused_line("morvella.zip"),
-            f"Installing Tressimo.zip to {stage.utilities}...",
-            refused_line("Tressimo.zip"),
-            failed_line("Tressimo.zip"),
-            critical(NO_UTILITIES),
-            "Installing ISF.zip...",
-            refused_line("ISF.zip"),
-            failed_line("ISF.zip"),
-            critical(NO_USER_FILES),
+            *disturbed.archives_refused(stage),
             *end,
         )
         if self.mounted:

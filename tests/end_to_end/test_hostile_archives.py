@@ -1,20 +1,17 @@
 import stat
 import zipfile
 
+import disturbed
 import snapshot
 from expectations import (
     HIDING,
-    critical,
     expect_files,
-    failed_line,
     font_lines,
     installation_lines,
     installed,
-    refused_line,
     start_lines,
 )
 from fault import Fault
-from messages import NO_USER_FILES, NO_UTILITIES
 
 # The folder at the top of each archive.
 TOPS = {"morvella.zip": "Morvella", "Tressimo.zip": "Tressimo.app", "ISF.zip": "ISF"}
@@ -52,15 +49,7 @@ class HostileArchives(Fault):
             stage,
             *start_lines(stage),
             *font_lines(self.bundle, stage),
-            refused_line("morvella.zip"),
-            f"Installing Tressimo.zip to {stage.utilities}...",
-            refused_line("Tressimo.zip"),
-            failed_line("Tressimo.zip"),
-            critical(NO_UTILITIES),
-            "Installing ISF.zip...",
-            refused_line("ISF.zip"),
-            failed_line("ISF.zip"),
-            critical(NO_USER_FILES),
+            *disturbed.archives_refused(stage),
             HIDING,
         )
         places = [stage.user_library, stage.utilities, stage.shared_data]
