@@ -35,6 +35,11 @@ typedef void (^AlertCompletionHandler)(NSModalResponse response);
 - (void)setPreventsApplicationTerminationWhenModal:(BOOL)prevents;
 @end
 
+@interface NSView (Complement)
+/// Nothing speaks here: the label is not kept.
+- (void)setAccessibilityLabel:(NSString*)label;
+@end
+
 @interface NSViewController (Complement)
 - (BOOL)isViewLoaded;
 - (void)viewDidLoad;

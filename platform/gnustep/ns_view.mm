@@ -1,9 +1,12 @@
 #import "sheet_cover.h"
 
-/// A view that draws itself again is drawn from the nearest opaque view below it on. Under a cover
-/// that must be the window's own view: it draws the cover again, too.
 @implementation NSView (Complement)
 
+- (void)setAccessibilityLabel:(NSString*)label {
+}
+
+/// A view that draws itself again is drawn from the nearest opaque view below it on. Under a cover
+/// that must be the window's own view: it draws the cover again, too.
 - (NSView*)opaqueAncestor {
     SheetCover* cover = [SheetCover existingCoverOfWindow:[self window]];
     if (cover) {

@@ -55,6 +55,11 @@ class Picture:
             pixels += frame_buffer[first : first + area.width * 4]
         return cls(area.width, area.height, bytes(pixels))
 
+    def color(self, x, y):
+        """Blue, green and red."""
+        first = (y * self.width + x) * 4
+        return self.pixels[first : first + 3]
+
     def without(self, areas):
         """The same picture with some areas blanked."""
         pixels = bytearray(self.pixels)
