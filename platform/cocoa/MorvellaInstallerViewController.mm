@@ -112,7 +112,7 @@ using morvella::stringOf;
 
 /// The work of a page blocks the main thread, so the page must be on the screen before it starts.
 - (void)drawAndAppear {
-    [[[self view] window] display];
+    [[[self view] window] displayIfNeeded];
     [CATransaction flush];
     [self viewDidAppear];
 }

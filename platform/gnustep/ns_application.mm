@@ -4,6 +4,10 @@
 
 @implementation CompletedApplication
 
+/// The desktop's own list of windows stands for GNUstep's window with the application's icon.
+- (void)_appIconInit {
+}
+
 /// The keys of a window that has a sheet belong to the sheet; the main menu keeps its own.
 - (void)sendEvent:(NSEvent*)event {
     SheetCover* cover =
