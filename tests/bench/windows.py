@@ -1,6 +1,9 @@
 """What is seen in a window: the first page, a whole installation, and the memory of both."""
 
+import contextlib
+import os
 import shutil
+import signal
 import subprocess
 import sys
 import time
@@ -57,7 +60,7 @@ class Applications:
         configuration = work / "GNUstep.conf"
         configuration.write_text(CONFIGURATION.format(folder=settings))
         configuration.chmod(0o600)
-        self._environment = {"GNUSTEP_CONFIG_FILE": str(configuration)}
+        self._configuration = str(configuration)
 
     def __enter__(self):
         self._others_display = Display().__enter__()
@@ -71,6 +74,14 @@ class Applications:
         self._other.__exit__(*failure)
         self.display.__exit__(*failure)
         self._others_display.__exit__(*failure)
+        self._end_helpers()
+
+    def _end_helpers(self):
+        """They would end by themselves later, and write to their settings then."""
+        for environment in Path("/proc").glob("[0-9]*/environ"):
+            with contextlib.suppress(OSError):
+                if self._configuration.encode() in environment.read_bytes():
+                    os.kill(int(environment.parent.name), signal.SIGKILL)
 
     def installer(self):
         return Installer(self.display, self._programs.bundle, self.stage)
@@ -81,7 +92,7 @@ class Applications:
             self._programs.smallest,
             self.stage,
             arguments=[],
-            environment=self._environment,
+            environment={"GNUSTEP_CONFIG_FILE": self._configuration},
         )
 
     def first_page(self, start):
