@@ -14,9 +14,8 @@ KB, MB, GB = 10**3, 10**6, 10**9
 @dataclass(frozen=True)
 class Sizes:
     rounds: int = measure.ROUNDS
-    # What takes the installer's whole way is small beside the machine's moods: more rounds even
-    # them out.
-    installer_rounds: int = 21
+    # What takes a moment or two is small beside the machine's moods: more rounds even them out.
+    short_rounds: int = 21
     big: tuple = (200, GB)
     many: tuple = (50_000, 100 * MB)
     small: tuple = (200, 10 * MB)
@@ -86,7 +85,7 @@ class Rows:
             for name, start in (("installer", both.installer), ("smallest", both.smallest)):
                 page = both.first_page(start)
                 candidates[name] = lambda page=page, start=start: both.time_to(page, start)
-            pairs, _ = measure.side_by_side(candidates, self._sizes.installer_rounds)
+            pairs, _ = measure.side_by_side(candidates, self._sizes.short_rounds)
         return [
             compared("start to first page drawn", pairs, 1.10, against="the smallest application")
         ]
@@ -101,7 +100,7 @@ class Rows:
             installation = self._installation("installation", display, size)
             pairs, _ = measure.side_by_side(
                 {"installer": installation.by_installer, "script": installation.by_script},
-                self._sizes.installer_rounds,
+                self._sizes.short_rounds,
             )
         figure = f"whole installation, payload {files(*size)}"
         return [compared(figure, pairs, 1.02, against="the same commands by a shell script")]
@@ -216,7 +215,8 @@ class Rows:
     def _archive(self, size, packing):
         archive = archives.Archives(self._work, self._programs, *size)
         candidates = archive.packing() if packing else archive.unpacking()
-        pairs, warm_up = measure.side_by_side(candidates, self._sizes.rounds)
+        rounds = self._sizes.rounds if packing else self._sizes.short_rounds
+        pairs, warm_up = measure.side_by_side(candidates, rounds)
         times = (
             f"{name} {seconds(pairs.median(name) if name in pairs.seconds else once)}"
             + ("" if name in pairs.seconds else " (once)")

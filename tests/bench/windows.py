@@ -158,7 +158,9 @@ class Installation:
         folders = (stage.user_library, stage.fonts, stage.applications, stage.shared)
         script = Path(__file__).resolve().with_name("install.sh")
         began = time.perf_counter()
-        with subprocess.Popen(["sh", script, self.bundle, *folders], stdout=subprocess.DEVNULL) as sh:
+        command = ["sh", script, self.bundle, *folders]
+        quiet = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+        with subprocess.Popen(command, stdin=subprocess.DEVNULL, **quiet) as sh:
             # The screen is looked at as often as for the installer: that, too, takes some time.
             wait_until(
                 lambda: not self._last_page.is_shown(self._display) and sh.poll() is not None,
