@@ -161,13 +161,13 @@ class Installation:
         command = ["sh", script, self.bundle, *folders]
         quiet = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
         with subprocess.Popen(command, stdin=subprocess.DEVNULL, **quiet) as sh:
-            # The screen is looked at as often as for the installer: that, too, takes some time.
-            wait_until(
-                lambda: not self._last_page.is_shown(self._display) and sh.poll() is not None,
-                "the script's end",
-                seconds=600,
-                interval=LOOK,
-            )
+
+            def has_ended():
+                # The screen is looked at as for the installer, because that takes some time, too.
+                self._last_page.is_shown(self._display)
+                return sh.poll() is not None
+
+            wait_until(has_ended, "the script's end", seconds=600, interval=LOOK)
             seconds = time.perf_counter() - began
         if sh.returncode != 0:
             raise RuntimeError(f"the script ended with {sh.returncode}")
