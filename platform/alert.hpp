@@ -28,12 +28,12 @@ struct SuppressionButton {
 /// button.
 struct Alert {
     AlertStyle style = AlertStyle::warning;
-    std::string messageText;
-    std::string informativeText;
-    std::vector<std::string> buttons;
+    std::string messageText = {};
+    std::string informativeText = {};
+    std::vector<std::string> buttons = {};
     bool showsHelp = false;
-    std::optional<SuppressionButton> suppressionButton;
-    std::shared_ptr<ProgressIndicator> accessory;
+    std::optional<SuppressionButton> suppressionButton = {};
+    std::shared_ptr<ProgressIndicator> accessory = {};
 };
 
 struct AlertAnswer {

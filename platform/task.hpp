@@ -8,9 +8,9 @@ namespace morvella {
 
 /// A child process to run. Without a directory of its own it inherits the installer's.
 struct Command {
-    std::string launchPath;
-    std::vector<std::string> arguments;
-    std::optional<std::string> currentDirectoryPath;
+    std::string launchPath = {};
+    std::vector<std::string> arguments = {};
+    std::optional<std::string> currentDirectoryPath = {};
 
     bool operator==(const Command&) const = default;
 };
@@ -19,7 +19,7 @@ struct TaskResult {
     /// The exit status, or the number of the signal that ended the child.
     int terminationStatus = 0;
     /// What the child wrote to standard output and standard error together, as it came.
-    std::string output;
+    std::string output = {};
 };
 
 class TaskRunner {

@@ -125,9 +125,11 @@ TEST(DoorsTest, StateIsReadAndWrittenInFoundationsTypes) {
 TEST(DoorsTest, DelegateQuitsWithTheLastWindowAndDoesNothingElse) {
     MorvellaInstallerAppDelegate* delegate =
         [[[MorvellaInstallerAppDelegate alloc] init] autorelease];
-    EXPECT_TRUE([delegate applicationShouldTerminateAfterLastWindowClosed:nil]);
-    [delegate applicationDidFinishLaunching:nil];
-    [delegate applicationWillTerminate:nil];
+    // Neither the application nor the notification is looked at.
+    const id anything = [[[NSObject alloc] init] autorelease];
+    EXPECT_TRUE([delegate applicationShouldTerminateAfterLastWindowClosed:anything]);
+    [delegate applicationDidFinishLaunching:anything];
+    [delegate applicationWillTerminate:anything];
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "platform/file_url.hpp"
 #include "platform/paths.hpp"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -117,13 +118,13 @@ TEST(FoundationPathsTest, EncodesEveryAsciiCharacterAsNSURLDoes) {
 }
 
 TEST(FoundationPathsTest, ResolvesRelativePathsAsNSURLDoes) {
+    const std::map<std::string, NSString*> encoded = {
+        {"d", @"d"}, {"d/e", @"d/e"}, {"/d", @"/d"}, {"d/", @"d/"}, {"100%", @"100%25"}};
     for (const BOOL isDirectory : {NO, YES}) {
         NSURL* base = [NSURL fileURLWithPath:@"/a b/c" isDirectory:isDirectory];
-        for (const std::string relative : {"d", "d/e", "/d", "d/", "100%"}) {
-            NSString* encoded =
-                [stringOf(relative) stringByAddingPercentEscapesUsingEncoding:NSUTF8StringEncoding];
+        for (const auto& [relative, text] : encoded) {
             expectSameUrl(FileUrl::fileRelativeTo(relative, fileUrlOf(base)),
-                          [NSURL URLWithString:encoded relativeToURL:base]);
+                          [NSURL URLWithString:text relativeToURL:base]);
         }
     }
 }

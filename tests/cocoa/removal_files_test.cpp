@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 
 #include "cocoa/real_files_test.hpp"

@@ -14,7 +14,7 @@ namespace morvella::fakes {
 
 struct DiskItem {
     bool isFolder = false;
-    std::string contents;
+    std::string contents = {};
     bool readable = true;
     bool writable = true;
     /// A symbolic link that leads nowhere: reachable, but nothing exists there.
@@ -24,7 +24,7 @@ struct DiskItem {
 /// How a change of the disk ends instead of well.
 struct Outcome {
     bool result = false;
-    std::optional<Error> error;
+    std::optional<Error> error = {};
     bool takesEffect = false;
 };
 
@@ -71,8 +71,8 @@ class FakeDisk : public Files, public FileChanges {
 
 /// A standard folder that the system names, or why it does not. It may do both.
 struct FolderAnswer {
-    std::optional<FileUrl> url;
-    std::optional<Error> error;
+    std::optional<FileUrl> url = {};
+    std::optional<Error> error = {};
 };
 
 class FakeStandardFolders : public StandardFolders {
@@ -87,9 +87,8 @@ class FakeStandardFolders : public StandardFolders {
     std::string home = "/Users/ann";
     std::vector<FileUrl> applications = {FileUrl::directory("/Applications"),
                                          FileUrl::directory("/Network/Applications")};
-    FolderAnswer users = {.url = FileUrl::directory("/Users"), .error = std::nullopt};
-    FolderAnswer documents = {.url = FileUrl::directory("/Users/ann/Documents"),
-                              .error = std::nullopt};
+    FolderAnswer users = {.url = FileUrl::directory("/Users")};
+    FolderAnswer documents = {.url = FileUrl::directory("/Users/ann/Documents")};
 
   private:
     Journal& journal_;
