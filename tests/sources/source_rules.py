@@ -63,7 +63,7 @@ RULES = (
         "nothing runs beside the main thread",
         CORE + COCOA,
         r"\bstd::(?:jthread|thread|async|mutex)\b|\bNS(?:Thread|OperationQueue|Lock)\b"
-        r"|@synchronized|\bpthread_\w+|\bperformSelectorInBackground\b|\bdispatch_get_global_queue\b",
+        r"|@synchronized|\bpthread_\w+|\bperformSelectorInBackground\b|\bdispatch_get_global\w+",
         0,
         "std::thread worker(work);",
     ),

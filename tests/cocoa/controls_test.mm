@@ -1,0 +1,114 @@
+#import <AppKit/AppKit.h>
+#include <gtest/gtest.h>
+
+#include "cocoa/recorder.h"
+#include "platform/cocoa/controls.h"
+
+#include <algorithm>
+
+namespace morvella::cocoa_tests {
+
+namespace {
+
+/// A recorder in the place of an AppKit object.
+template <class Class>
+Class* standIn(const char* name) {
+    return static_cast<Class*>(static_cast<id>([Recorder named:name standingFor:[Class class]]));
+}
+
+TEST(ControlsTest, ButtonIsSetAndRead) {
+    NSButton* object = standIn<NSButton>("button");
+    CocoaButton button(object);
+    takeRecorded();
+    button.setState(ControlState::on);
+    button.setState(ControlState::off);
+    button.setEnabled(true);
+    button.setEnabled(false);
+    button.setHidden(true);
+    button.setHidden(false);
+    EXPECT_EQ(takeRecorded(),
+              (Lines{"button setState: 1", "button setState: 0", "button setEnabled: YES",
+                     "button setEnabled: NO", "button setHidden: YES", "button setHidden: NO"}));
+    for (const int state : {-1, 0, 1}) {
+        [static_cast<Recorder*>(static_cast<id>(object)) answer:[NSNumber numberWithInt:state]
+                                                             to:@selector(state)];
+        EXPECT_EQ(static_cast<int>(button.state()), state);
+    }
+}
+
+TEST(ControlsTest, CellGetsItsTitle) {
+    CocoaTextFieldCell cell(standIn<NSTextFieldCell>("cell"));
+    takeRecorded();
+    cell.setTitle("Grüße 100%@");
+    const Lines lines = takeRecorded();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "cell setTitle: Grüße 100%@"), 1);
+}
+
+TEST(ControlsTest, TextViewsWholeContentIsReplaced) {
+    NSMutableAttributedString* storage =
+        [[[NSMutableAttributedString alloc] initWithString:@"before"] autorelease];
+    NSTextView* object = standIn<NSTextView>("text view");
+    [static_cast<Recorder*>(static_cast<id>(object)) answer:storage to:@selector(textStorage)];
+    CocoaTextView view(object);
+    NSAttributedString* text = [[[NSAttributedString alloc] initWithString:@"Licence"] autorelease];
+    view.setAttributedString(std::make_shared<CocoaAttributedString>(text));
+    EXPECT_TRUE([[storage string] isEqual:@"Licence"]);
+    view.setAttributedString(nullptr);
+    EXPECT_EQ([storage length], 0U);
+}
+
+TEST(ControlsTest, TextHasTheColourOfTextAfterItsContent) {
+    CocoaTextView view(standIn<NSTextView>("text view"));
+    takeRecorded();
+    view.setAttributedString(nullptr);
+    const Lines lines = takeRecorded();
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0], "text view textStorage");
+    EXPECT_EQ(lines[1], std::string("text view setTextColor: ") +
+                            [[[NSColor textColor] description] UTF8String]);
+}
+
+TEST(ControlsTest, IndicatorTurnsInAThreadOfItsOwnForItsSender) {
+    takeRecorded();
+    CocoaProgressIndicator indicator(standIn<NSProgressIndicator>("indicator"));
+    const Handle<Object, id> sender([Recorder named:"sender" standingFor:[NSObject class]]);
+    indicator.startAnimation(&sender);
+    indicator.stopAnimation(&sender);
+    indicator.startAnimation(nullptr);
+    indicator.stopAnimation(nullptr);
+    indicator.setHidden(true);
+    indicator.setHidden(false);
+    EXPECT_EQ(takeRecorded(),
+              (Lines{"indicator setUsesThreadedAnimation: YES", "indicator startAnimation: sender",
+                     "indicator stopAnimation: sender", "indicator startAnimation: nil",
+                     "indicator stopAnimation: nil", "indicator setHidden: YES",
+                     "indicator setHidden: NO"}));
+}
+
+NSProgressIndicator* madeIndicator(const ProgressIndicatorSettings& settings) {
+    return objectOf(CocoaControlFactory().makeProgressIndicator(settings));
+}
+
+TEST(ControlsTest, NewIndicatorHasWhatIsAskedFor) {
+    NSProgressIndicator* spinner = madeIndicator({.x = 1,
+                                                  .y = 2,
+                                                  .width = 30,
+                                                  .height = 40,
+                                                  .style = ProgressIndicatorStyle::spinning,
+                                                  .indeterminate = true,
+                                                  .hidden = true});
+    EXPECT_TRUE(NSEqualRects([spinner frame], NSMakeRect(1, 2, 30, 40)));
+    EXPECT_EQ(int([spinner style]), 1);
+    EXPECT_TRUE([spinner isIndeterminate]);
+    EXPECT_TRUE([spinner isHidden]);
+    EXPECT_TRUE([spinner usesThreadedAnimation]);
+
+    NSProgressIndicator* bar = madeIndicator({.width = 10, .height = 10});
+    EXPECT_EQ(int([bar style]), 0);
+    EXPECT_FALSE([bar isIndeterminate]);
+    EXPECT_FALSE([bar isHidden]);
+}
+
+}  // namespace
+
+}  // namespace morvella::cocoa_tests

@@ -1,0 +1,81 @@
+#import <Foundation/Foundation.h>
+#include <gtest/gtest.h>
+
+#include "cocoa/recorder.h"
+#include "cocoa/temporary_folder.hpp"
+#include "platform/cocoa/files.h"
+
+#include <sys/stat.h>
+
+namespace morvella::cocoa_tests {
+
+namespace {
+
+mode_t modeOf(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0);
+    return status.st_mode & 0777;
+}
+
+TEST(CreatedFoldersTest, HaveTheModeThatTheMaskLeaves) {
+    const TemporaryFolder folder;
+    for (const mode_t mask : {mode_t{0027}, mode_t{0002}}) {
+        const std::string outer = folder.at("outer" + std::to_string(mask));
+        const mode_t before = umask(mask);
+        EXPECT_TRUE(CocoaFileChanges().createDirectory(FileUrl::directory(outer + "/in"), nullptr));
+        umask(before);
+        EXPECT_EQ(modeOf(outer), 0777 & ~mask);
+        EXPECT_EQ(modeOf(outer + "/in"), 0777 & ~mask);
+    }
+}
+
+/// Records what the system's file manager is asked.
+class FileCallsTest : public ::testing::Test {
+  protected:
+    FileCallsTest() { takeRecorded(); }
+
+    /// All that was asked, but for what GNUstep asks by itself when it makes a URL.
+    static Lines takeAsked() {
+        Lines lines = takeRecorded();
+        std::erase_if(lines, [](const std::string& line) {
+            return line.starts_with("files fileExistsAtPath:isDirectory:");
+        });
+        return lines;
+    }
+
+  private:
+    Recorder* manager_ = [Recorder named:"files" standingFor:[NSFileManager class]];
+    Answering answering_ { [NSFileManager class], @selector(defaultManager), manager_ };
+};
+
+TEST_F(FileCallsTest, FoldersAreCreatedWithThoseAboveAndWithoutAttributes) {
+    CocoaFileChanges().createDirectory(FileUrl::directory("/a/b"), nullptr);
+    EXPECT_EQ(takeAsked(),
+              (Lines{"files createDirectoryAtURL:withIntermediateDirectories:attributes:error: "
+                     "file:///a/b/ YES nil pointer"}));
+}
+
+TEST_F(FileCallsTest, ItemsAreCopiedMovedAndPutIntoTheTrash) {
+    CocoaFileChanges changes;
+    changes.copyItem(FileUrl::file("/a"), FileUrl::file("/b"), nullptr);
+    changes.moveItem(FileUrl::file("/c"), FileUrl::file("/d"), nullptr);
+    changes.trashItem(FileUrl::directory("/e"), nullptr);
+    EXPECT_EQ(takeAsked(),
+              (Lines{"files copyItemAtURL:toURL:error: file:///a file:///b pointer",
+                     "files moveItemAtURL:toURL:error: file:///c file:///d pointer",
+                     "files trashItemAtURL:resultingItemURL:error: file:///e/ NULL pointer"}));
+}
+
+TEST_F(FileCallsTest, StandardFoldersAreAskedForAndNotMade) {
+    CocoaStandardFolders().url(StandardDirectory::documents, Domain::user, nullptr);
+    EXPECT_TRUE(
+        CocoaStandardFolders().urls(StandardDirectory::applications, Domain::local).empty());
+    EXPECT_EQ(takeAsked(),
+              (Lines{"files URLForDirectory:inDomain:appropriateForURL:create:error: 9 1 nil NO "
+                     "pointer",
+                     "files URLsForDirectory:inDomains: 1 2"}));
+}
+
+}  // namespace
+
+}  // namespace morvella::cocoa_tests

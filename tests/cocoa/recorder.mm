@@ -1,0 +1,195 @@
+#include "cocoa/recorder.h"
+
+#import <objc/runtime.h>
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace morvella::cocoa_tests {
+
+namespace {
+
+Lines recorded;
+std::map<std::string, int> living;
+std::map<std::pair<Class, std::string>, id> answers;
+
+std::string textOf(NSString* text) {
+    return [text UTF8String];
+}
+
+std::string describe(id object) {
+    if (!object) {
+        return "nil";
+    }
+    if ([object isKindOfClass:[NSURL class]]) {
+        return textOf([object absoluteString]);
+    }
+    if ([object isKindOfClass:[NSArray class]]) {
+        return textOf([object componentsJoinedByString:@" "]);
+    }
+    return textOf([object description]);
+}
+
+template <class T>
+T argument(NSInvocation* invocation, NSInteger index) {
+    T value{};
+    [invocation getArgument:&value atIndex:index];
+    return value;
+}
+
+std::string describeArgument(NSInvocation* invocation, NSInteger index) {
+    const char* type = [[invocation methodSignature] getArgumentTypeAtIndex:NSUInteger(index)];
+    type += std::string(type).find_first_not_of("rnNoORV");
+    switch (*type) {
+        case '@':
+            return describe(argument<id>(invocation, index));
+        case 'c':
+        case 'C':
+        case 'B':
+            return argument<signed char>(invocation, index) ? "YES" : "NO";
+        case 'd':
+            return std::to_string(argument<double>(invocation, index));
+        case '^':
+            return argument<void*>(invocation, index) ? "pointer" : "NULL";
+        default:
+            return std::to_string(argument<long long>(invocation, index));
+    }
+}
+
+/// The implementation of every class method that is answered.
+id answerOf(id receiver, SEL method) {
+    id answer = answers.at({receiver, sel_getName(method)});
+    return sel_isEqual(method, @selector(alloc)) ? [answer retain] : answer;
+}
+
+}  // namespace
+
+Lines takeRecorded() {
+    return std::exchange(recorded, {});
+}
+
+void record(const std::string& line) {
+    recorded.push_back(line);
+}
+
+Lines takeSettingsBefore(const std::string& line, Lines& lines) {
+    const auto end = std::find(lines.begin(), lines.end(), line);
+    Lines settings(lines.begin(), end);
+    lines.erase(lines.begin(), end);
+    std::stable_sort(settings.begin(), settings.end(), [](const auto& one, const auto& other) {
+        return one.substr(0, one.find(':')) < other.substr(0, other.find(':'));
+    });
+    return settings;
+}
+
+Replaced::Replaced(Class receiver, SEL method, IMP implementation, const char* types)
+    : receiver_(object_getClass(receiver)),
+      method_(method),
+      before_(class_getMethodImplementation(receiver_, method)) {
+    // GNUstep's runtime would replace an inherited method for all classes.
+    if (!class_addMethod(receiver_, method_, implementation, types)) {
+        class_replaceMethod(receiver_, method_, implementation, types);
+    }
+}
+
+Replaced::~Replaced() {
+    method_setImplementation(class_getInstanceMethod(receiver_, method_), before_);
+}
+
+Answering::Answering(Class receiver, SEL method, id answer)
+    : receiver_(receiver),
+      method_(method),
+      replaced_(receiver, method, reinterpret_cast<IMP>(answerOf), "@@:") {
+    answers[{receiver, sel_getName(method)}] = [answer retain];
+}
+
+Answering::~Answering() {
+    const auto answer = answers.find({receiver_, sel_getName(method_)});
+    [answer->second release];
+    answers.erase(answer);
+}
+
+}  // namespace morvella::cocoa_tests
+
+using namespace morvella::cocoa_tests;
+
+@implementation Recorder
+
++ (Recorder*)named:(const char*)name standingFor:(Class)stoodFor {
+    Recorder* recorder = [[[self alloc] initWithName:name standingFor:stoodFor] autorelease];
+    return recorder;
+}
+
++ (int)livingNamed:(const char*)name {
+    return living[name];
+}
+
+- (instancetype)initWithName:(const char*)name standingFor:(Class)stoodFor {
+    self = [super init];
+    _name = new std::string(name);
+    _stoodFor = stoodFor;
+    _answers = [[NSMutableDictionary alloc] init];
+    ++living[*_name];
+    return self;
+}
+
+- (void)dealloc {
+    --living[*_name];
+    delete _name;
+    [_answers release];
+    [super dealloc];
+}
+
+- (void)answer:(id)answer to:(SEL)selector {
+    [_answers setObject:answer forKey:NSStringFromSelector(selector)];
+}
+
+- (NSString*)description {
+    return [NSString stringWithUTF8String:_name->c_str()];
+}
+
+#pragma mark What every object understands
+
+- (instancetype)init {
+    record(*_name + " init");
+    return self;
+}
+
+- (id)valueForKey:(NSString*)key {
+    record(*_name + " valueForKey: " + [key UTF8String]);
+    return [_answers objectForKey:@"valueForKey:"];
+}
+
+- (void)setValue:(id)value forKey:(NSString*)key {
+    record(*_name + " setValue:forKey: " + describe(value) + " " + [key UTF8String]);
+}
+
+#pragma mark What only the other understands
+
+- (NSMethodSignature*)methodSignatureForSelector:(SEL)selector {
+    NSMethodSignature* own = [super methodSignatureForSelector:selector];
+    return own ? own : [_stoodFor instanceMethodSignatureForSelector:selector];
+}
+
+- (void)forwardInvocation:(NSInvocation*)invocation {
+    NSString* selector = NSStringFromSelector([invocation selector]);
+    NSMethodSignature* signature = [invocation methodSignature];
+    std::string line = *_name + " " + [selector UTF8String];
+    for (NSUInteger index = 2; index < [signature numberOfArguments]; ++index) {
+        line += " " + describeArgument(invocation, NSInteger(index));
+    }
+    record(line);
+    id answer = [_answers objectForKey:selector];
+    if (!answer && [selector hasPrefix:@"init"]) {
+        answer = self;
+    }
+    if (*[signature methodReturnType] == '@') {
+        [invocation setReturnValue:&answer];
+    } else if ([signature methodReturnLength] > 0) {
+        long long number = [answer longLongValue];
+        [invocation setReturnValue:&number];
+    }
+}
+
+@end
