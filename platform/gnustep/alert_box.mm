@@ -64,27 +64,28 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
 
 @implementation AlertBox
 
-- (instancetype)initWithAlert:(CompletedAlert*)alert width:(CGFloat)width {
+- (instancetype)initWithAlert:(CompletedAlert*)alert
+                        width:(CGFloat)width
+                       target:(id)target
+                       action:(SEL)action {
     self = [super initWithFrame:NSZeroRect];
     if (self) {
         [self setAutoresizesSubviews:NO];
         _alert = [alert retain];
-        _keyLoop = [[NSMutableArray alloc] init];
+        for (NSButton* button in [_alert buttons]) {
+            [button setTarget:target];
+            [button setAction:action];
+        }
         const CGFloat wanted = std::max(usualWidth, [self widthOfButtons] + 2 * margin);
         [self layOutWithWidth:std::min(wanted, width - 2 * margin)];
+        [self closeKeyViewLoop];
     }
     return self;
 }
 
 - (void)dealloc {
-    [_keyLoop release];
     [_alert release];
     [super dealloc];
-}
-
-- (void)setTarget:(id)target action:(SEL)action {
-    _target = target;
-    _action = action;
 }
 
 - (BOOL)isFlipped {
@@ -144,7 +145,6 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
     const NSSize size = [[button cell] cellSizeForBounds:NSMakeRect(0, 0, width, 10000)];
     [button setFrameSize:NSMakeSize(std::min(width, static_cast<CGFloat>(ceil(size.width))),
                                     ceil(size.height))];
-    [self addControl:button];
     return [self add:button at:origin];
 }
 
@@ -154,13 +154,9 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
         const CGFloat width = [self widthOfButton:button];
         [button setBezelStyle:NSRoundedBezelStyle];
         [button setFrame:NSMakeRect(corner.x - width, corner.y, width, buttonHeight)];
-        [button setTarget:self];
-        [button setAction:@selector(pressed:)];
         [self addSubview:button];
-        [self addControl:button];
         corner.x -= width + gap;
     }
-    _focus = [_keyLoop indexOfObject:[[_alert buttons] objectAtIndex:0]];
     if ([_alert showsHelp]) {
         NSRect frame = NSMakeRect(shadow + margin, corner.y + (buttonHeight - helpSize) / 2,
                                   helpSize, helpSize);
@@ -168,21 +164,22 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
         [help setTarget:self];
         [help setAction:@selector(showHelp:)];
         [self addSubview:help];
-        [self addControl:help];
     }
 }
 
-/// The page behind keeps the window's first responder, so no control here becomes it.
-- (void)addControl:(NSButton*)control {
-    [[control cell] setRefusesFirstResponder:YES];
-    [_keyLoop addObject:control];
+/// Tab goes through the controls in the order in which they were added.
+- (void)closeKeyViewLoop {
+    NSMutableArray* controls = [NSMutableArray array];
+    for (NSView* view in [self subviews]) {
+        if ([view acceptsFirstResponder]) {
+            [[controls lastObject] setNextKeyView:view];
+            [controls addObject:view];
+        }
+    }
+    [[controls lastObject] setNextKeyView:[controls objectAtIndex:0]];
 }
 
 #pragma mark Answers
-
-- (void)pressed:(NSButton*)button {
-    [_target performSelector:_action withObject:button];
-}
 
 /// Without a delegate that knows better there is no help to show.
 - (void)showHelp:(id)sender {
@@ -192,29 +189,12 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
 }
 
 - (void)takeKey:(NSEvent*)event {
-    NSString* characters = [event charactersIgnoringModifiers];
-    if ([characters length] == 0) {
-        return;
+    NSString* key = [event charactersIgnoringModifiers];
+    if ([key isEqualToString:@"\x03"]) {
+        key = @"\r";
     }
-    const unichar key = [characters characterAtIndex:0];
-    if (key == NSTabCharacter || key == NSBackTabCharacter) {
-        const BOOL back = key == NSBackTabCharacter || ([event modifierFlags] & NSShiftKeyMask);
-        [self moveFocusBy:back ? [_keyLoop count] - 1 : 1];
-    } else if (key == ' ') {
-        [[_keyLoop objectAtIndex:_focus] performClick:self];
-    } else {
-        [self pressButtonWithKey:key == NSEnterCharacter ? @"\r" : characters];
-    }
-}
-
-- (void)moveFocusBy:(NSUInteger)steps {
-    _focus = (_focus + steps) % [_keyLoop count];
-    [self setNeedsDisplay:YES];
-}
-
-- (void)pressButtonWithKey:(NSString*)key {
     for (NSButton* button in [_alert buttons]) {
-        if ([[button keyEquivalent] isEqualToString:key] &&
+        if ([key length] > 0 && [[button keyEquivalent] isEqualToString:key] &&
             !([button keyEquivalentModifierMask] & NSCommandKeyMask)) {
             [button performClick:self];
             return;
@@ -241,16 +221,6 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
     [[NSColor colorWithCalibratedWhite:0 alpha:0.25] set];
     [outline setLineWidth:1];
     [outline stroke];
-    [self drawFocusAround:[[_keyLoop objectAtIndex:_focus] frame]];
-}
-
-- (void)drawFocusAround:(NSRect)frame {
-    NSBezierPath* ring = [NSBezierPath bezierPathWithRoundedRect:NSInsetRect(frame, -2, -2)
-                                                         xRadius:6
-                                                         yRadius:6];
-    [ring setLineWidth:2];
-    [[[NSColor keyboardFocusIndicatorColor] colorWithAlphaComponent:0.6] set];
-    [ring stroke];
 }
 
 @end

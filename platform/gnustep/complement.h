@@ -4,6 +4,11 @@
 /// uses of Apple's frameworks and that GNUstep lacks. Each class completed has a file of its own
 /// beside this.
 
+// GNUstep's is a whole number of seconds.
+#define systemUptime wholeSystemUptime
+#import <Foundation/NSProcessInfo.h>
+#undef systemUptime
+
 #import <AppKit/AppKit.h>
 #include <dispatch/dispatch.h>
 
@@ -14,12 +19,31 @@
 #define NSProgressIndicatorStyleBar NSProgressIndicatorBarStyle
 #define NSProgressIndicatorStyleSpinning NSProgressIndicatorSpinningStyle
 
+#define NSEventTypeKeyDown NSKeyDown
+#define NSEventTypeLeftMouseDown NSLeftMouseDown
+#define NSEventMaskKeyDown NSKeyDownMask
+#define NSEventMaskLeftMouseDown NSLeftMouseDownMask
+
+typedef NSEvent* (^LocalEventHandler)(NSEvent* event);
+
+@interface NSEvent (Complement)
+/// `handler` is given every such event before the application sends it, and returns what is to be
+/// sent in its place, or nil.
++ (id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(LocalEventHandler)handler;
++ (void)removeMonitor:(id)monitor;
+@end
+
+@interface NSProcessInfo (Complement)
+/// In seconds, on the clock of the events' times.
+- (NSTimeInterval)systemUptime;
+@end
+
 typedef void (^AlertCompletionHandler)(NSModalResponse response);
 
 @interface NSAlert (Complement)
-/// Shows the alert inside `window` and returns at once; a window that has a sheet shows it later.
-/// The handler runs on the main thread after the sheet has gone, and may begin others. It never
-/// runs if the window goes first.
+/// Shows the alert inside `window` and returns at once; a window that has a sheet shows it later,
+/// but a critical one on top of any other that is not. The handler runs on the main thread; the
+/// sheet stays until it has returned. It may begin others, and never runs if the window goes first.
 - (void)beginSheetModalForWindow:(NSWindow*)window
                completionHandler:(AlertCompletionHandler)handler;
 - (BOOL)showsSuppressionButton;

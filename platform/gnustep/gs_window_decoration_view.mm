@@ -7,10 +7,17 @@
 
 - (void)didAddSubview:(NSView*)subview {
     [super didAddSubview:subview];
-    SheetCover* cover = [SheetCover existingCoverOfWindow:[self window]];
-    if (cover && [[self subviews] lastObject] != cover) {
-        [[cover retain] autorelease];
-        [self addSubview:cover positioned:NSWindowAbove relativeTo:nil];
+    if ([subview isKindOfClass:[SheetCover class]]) {
+        return;
+    }
+    for (NSView* view in [self subviews]) {
+        if (view == subview) {
+            return;
+        }
+        if ([view isKindOfClass:[SheetCover class]]) {
+            [self addSubview:subview positioned:NSWindowBelow relativeTo:view];
+            return;
+        }
     }
 }
 

@@ -52,7 +52,7 @@
     if ([[self buttons] count] == 0) {
         [self addButtonWithTitle:@"OK"];
     }
-    [[SheetCover coverOfWindow:window] beginSheet:self completionHandler:handler];
+    [SheetCover beginSheet:self onWindow:window completionHandler:handler];
 }
 
 @end

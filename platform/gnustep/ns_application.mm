@@ -1,5 +1,6 @@
 #import "ns_application.h"
 
+#import "ns_event.h"
 #import "sheet_cover.h"
 
 @implementation CompletedApplication
@@ -8,25 +9,18 @@
 - (void)_appIconInit {
 }
 
-/// The keys of a window that has a sheet belong to the sheet; the main menu keeps its own.
+/// The page behind a sheet takes no commands; the main menu does.
 - (void)sendEvent:(NSEvent*)event {
-    SheetCover* cover =
-        [event type] == NSKeyDown ? [SheetCover existingCoverOfWindow:[event window]] : nil;
-    if (!cover) {
-        [super sendEvent:event];
-    } else if ([event modifierFlags] & NSCommandKeyMask) {
+    event = [NSEvent watched:event];
+    if (!event) {
+        return;
+    }
+    if ([event type] == NSKeyDown && ([event modifierFlags] & NSCommandKeyMask) &&
+        [SheetCover coverOfWindow:[event window]]) {
         [[self mainMenu] performKeyEquivalent:event];
     } else {
-        [cover keyDown:event];
+        [super sendEvent:event];
     }
-}
-
-/// What the main menu sends to whoever has the keys does not reach the page behind a sheet either.
-- (id)targetForAction:(SEL)action to:(id)target from:(id)sender {
-    id found = [super targetForAction:action to:target from:sender];
-    const BOOL behindSheet = !target && [found isKindOfClass:[NSView class]] &&
-                             [SheetCover existingCoverOfWindow:[found window]];
-    return behindSheet ? nil : found;
 }
 
 /// GNUstep hands out the first of quick clicks the wrong way round, so that a control waits for a

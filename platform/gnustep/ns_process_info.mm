@@ -1,4 +1,6 @@
 #include <unistd.h>
+#include <chrono>
+#include <cstdint>
 
 @implementation NSProcessInfo (Complement)
 
@@ -14,6 +16,13 @@
         }
     }
     return environment;
+}
+
+/// The X server counts the milliseconds of the same clock, and begins anew when 32 bits are full.
+- (NSTimeInterval)systemUptime {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+    return static_cast<uint32_t>(time) / 1000.0;
 }
 
 @end

@@ -25,7 +25,8 @@ void animateIn(NSView* view) {
 + (void)animateVisible {
     for (NSWindow* window in [NSApp windows]) {
         if ([window isVisible]) {
-            animateIn([window contentView]);
+            // A sheet lies beside the content.
+            animateIn([[window contentView] superview]);
             [window flushWindow];
         }
     }

@@ -8,7 +8,7 @@
 /// A view that draws itself again is drawn from the nearest opaque view below it on. Under a cover
 /// that must be the window's own view: it draws the cover again, too.
 - (NSView*)opaqueAncestor {
-    SheetCover* cover = [SheetCover existingCoverOfWindow:[self window]];
+    SheetCover* cover = [SheetCover coverOfWindow:[self window]];
     if (cover) {
         return [cover superview];
     }

@@ -5,21 +5,27 @@
 @class AlertBox;
 @class CompletedAlert;
 
-/// Lies over the page of a window while the window has a sheet: dims the page, takes the mouse and
-/// the keys away from it, shows one alert and lets the others wait.
+/// A sheet: lies over the page of a window, dims it, takes the mouse and the keys away from it and
+/// shows one alert, until the handler of its answer has returned.
+///
+/// One sheet is shown at a time, the others wait. A critical one waits for critical ones only: it
+/// comes on top of any other that is shown.
 @interface SheetCover : NSView {
-    NSMutableArray* _waiting;
+    CompletedAlert* _alert;
+    AlertCompletionHandler _handler;
     AlertBox* _box;
-    BOOL _answering;
+    BOOL _answered;
+    BOOL _movesFocus;
 }
 
-/// The cover that `window` has, a new one if it has none.
+/// The uppermost sheet that `window` shows, or nil.
 + (SheetCover*)coverOfWindow:(NSWindow*)window;
 
-/// The cover that `window` has, or nil.
-+ (SheetCover*)existingCoverOfWindow:(NSWindow*)window;
++ (void)beginSheet:(CompletedAlert*)alert
+             onWindow:(NSWindow*)window
+    completionHandler:(AlertCompletionHandler)handler;
 
-/// Shows `alert` now, or later if another is shown. Critical alerts go in front of waiting others.
-- (void)beginSheet:(CompletedAlert*)alert completionHandler:(AlertCompletionHandler)handler;
+/// Whether what has the keys in this sheet must not lose them to what lies behind it.
+- (BOOL)keepsFocus;
 
 @end

@@ -5,144 +5,160 @@
 #import "alert_box.h"
 #import "ns_alert.h"
 
-/// An alert that waits for its answer.
-@interface AwaitedAlert : NSObject {
-    CompletedAlert* _alert;
-    AlertCompletionHandler _handler;
-}
-- (instancetype)initWithAlert:(CompletedAlert*)alert handler:(AlertCompletionHandler)handler;
-- (CompletedAlert*)alert;
-- (void)answer:(NSModalResponse)response;
+@interface SheetCover (Showing)
+- (BOOL)isCritical;
+- (void)show;
 @end
 
-@implementation AwaitedAlert
+namespace {
 
-- (instancetype)initWithAlert:(CompletedAlert*)alert handler:(AlertCompletionHandler)handler {
-    self = [super init];
-    if (self) {
-        _alert = [alert retain];
-        _handler = Block_copy(handler);
+void showNextSheet(NSWindow* window) {
+    SheetCover* next = nil;
+    for (SheetCover* cover in [[[window contentView] superview] subviews]) {
+        if ([cover isKindOfClass:[SheetCover class]] && [cover isHidden] &&
+            (!next || ([cover isCritical] && ![next isCritical]))) {
+            next = cover;
+        }
     }
-    return self;
-}
-
-- (void)dealloc {
-    Block_release(_handler);
-    [_alert release];
-    [super dealloc];
-}
-
-- (CompletedAlert*)alert {
-    return _alert;
-}
-
-- (void)answer:(NSModalResponse)response {
-    if (_handler) {
-        _handler(response);
+    SheetCover* shown = [SheetCover coverOfWindow:window];
+    if (next && (!shown || ([next isCritical] && ![shown isCritical]))) {
+        [next show];
     }
+}
+
+/// The work of a page or of a completion handler may block the main thread right after this.
+void drawNow(NSWindow* window) {
+    [window display];
+    [window flushWindow];
+}
+
+/// nil for what is part of the page.
+SheetCover* coverAround(NSView* view) {
+    while (view && ![view isKindOfClass:[SheetCover class]]) {
+        view = [view superview];
+    }
+    return static_cast<SheetCover*>(view);
+}
+
+}  // namespace
+
+/// The page behind a sheet may change, but cannot take the keys away from it.
+@implementation NSButton (Complement)
+
+- (BOOL)resignFirstResponder {
+    if ([coverAround(self) keepsFocus]) {
+        return NO;
+    }
+    [[self cell] setShowsFirstResponder:NO];
+    [self setNeedsDisplay:YES];
+    return YES;
 }
 
 @end
 
 @implementation SheetCover
 
-+ (SheetCover*)existingCoverOfWindow:(NSWindow*)window {
-    for (NSView* view in [[[window contentView] superview] subviews]) {
-        if ([view isKindOfClass:[SheetCover class]]) {
-            return (SheetCover*)view;
++ (SheetCover*)coverOfWindow:(NSWindow*)window {
+    NSArray* views = [[[window contentView] superview] subviews];
+    for (NSView* view in [views reverseObjectEnumerator]) {
+        if ([view isKindOfClass:[SheetCover class]] && ![view isHidden]) {
+            return static_cast<SheetCover*>(view);
         }
     }
     return nil;
 }
 
-+ (SheetCover*)coverOfWindow:(NSWindow*)window {
-    SheetCover* cover = [self existingCoverOfWindow:window];
-    if (!cover) {
-        NSView* content = [window contentView];
-        cover = [[[SheetCover alloc] initWithFrame:[content frame]] autorelease];
-        [cover setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
-        [[content superview] addSubview:cover];
-    }
-    return cover;
++ (void)beginSheet:(CompletedAlert*)alert
+             onWindow:(NSWindow*)window
+    completionHandler:(AlertCompletionHandler)handler {
+    NSView* page = [window contentView];
+    SheetCover* cover = [[SheetCover alloc] initWithFrame:[page frame] alert:alert handler:handler];
+    [[page superview] addSubview:cover];
+    [cover release];
+    showNextSheet(window);
 }
 
-- (instancetype)initWithFrame:(NSRect)frame {
+- (instancetype)initWithFrame:(NSRect)frame
+                        alert:(CompletedAlert*)alert
+                      handler:(AlertCompletionHandler)handler {
     self = [super initWithFrame:frame];
     if (self) {
-        _waiting = [[NSMutableArray alloc] init];
+        _alert = [alert retain];
+        _handler = Block_copy(handler);
+        [self setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
+        [self setHidden:YES];
     }
     return self;
 }
 
 - (void)dealloc {
     [_box release];
-    [_waiting release];
+    Block_release(_handler);
+    [_alert release];
     [super dealloc];
 }
 
-#pragma mark Alerts
-
-- (void)beginSheet:(CompletedAlert*)alert completionHandler:(AlertCompletionHandler)handler {
-    AwaitedAlert* awaited = [[AwaitedAlert alloc] initWithAlert:alert handler:handler];
-    [_waiting insertObject:awaited atIndex:[self placeOfAlert:alert]];
-    [awaited release];
-    if (!_box && !_answering) {
-        [self showFirst];
-    }
+- (BOOL)isCritical {
+    return [_alert alertStyle] == NSCriticalAlertStyle;
 }
 
-/// The alert that is shown is the first of the waiting ones, too.
-- (NSUInteger)placeOfAlert:(NSAlert*)alert {
-    NSUInteger place = [_waiting count];
-    const NSUInteger first = _box ? 1 : 0;
-    while ([alert alertStyle] == NSCriticalAlertStyle && place > first &&
-           [[[_waiting objectAtIndex:place - 1] alert] alertStyle] != NSCriticalAlertStyle) {
-        --place;
-    }
-    return place;
-}
+#pragma mark Beginning and end
 
-- (void)showFirst {
-    CompletedAlert* alert = [[_waiting objectAtIndex:0] alert];
-    _box = [[AlertBox alloc] initWithAlert:alert width:[self bounds].size.width];
-    [_box setTarget:self action:@selector(answered:)];
-    const NSSize size = [_box frame].size;
+- (void)show {
+    NSWindow* window = [self window];
+    [[NSNotificationCenter defaultCenter] postNotificationName:NSWindowWillBeginSheetNotification
+                                                        object:window];
     const NSSize room = [self bounds].size;
+    _box = [[AlertBox alloc] initWithAlert:_alert
+                                     width:room.width
+                                    target:self
+                                    action:@selector(answered:)];
+    const NSSize size = [_box frame].size;
     [_box setFrameOrigin:NSMakePoint(floor((room.width - size.width) / 2),
                                      floor((room.height - size.height) / 2))];
     [_box setAutoresizingMask:NSViewMinXMargin | NSViewMaxXMargin | NSViewMinYMargin |
                               NSViewMaxYMargin];
     [self addSubview:_box];
-    [self showNow];
+    [[self superview] addSubview:self];
+    [self setHidden:NO];
+    [self takeFocus];
+    drawNow(window);
 }
 
-/// The work of a page or of a completion handler may block the main thread right after this.
-- (void)showNow {
-    [[self window] display];
-    [[self window] flushWindow];
+- (void)takeFocus {
+    [[self window] makeFirstResponder:[[_alert buttons] objectAtIndex:0]];
 }
 
 - (void)answered:(NSButton*)button {
-    AwaitedAlert* awaited = [[[_waiting objectAtIndex:0] retain] autorelease];
-    [[self retain] autorelease];
-    [_box removeFromSuperview];
-    [_box autorelease];
-    _box = nil;
-    [_waiting removeObjectAtIndex:0];
-    _answering = YES;
-    [self setHidden:YES];
-    [self showNow];
-    [awaited answer:[button tag]];
-    _answering = NO;
-    if ([_waiting count] > 0) {
-        [self setHidden:NO];
-        [self showFirst];
-    } else {
-        [self removeFromSuperview];
+    if (_answered) {
+        return;
     }
+    _answered = YES;
+    [[self retain] autorelease];
+    NSWindow* window = [self window];
+    [button highlight:NO];
+    drawNow(window);
+    if (_handler) {
+        _handler([button tag]);
+    }
+    [self removeFromSuperview];
+    [[NSNotificationCenter defaultCenter] postNotificationName:NSWindowDidEndSheetNotification
+                                                        object:window];
+    showNextSheet(window);
+    SheetCover* shown = [SheetCover coverOfWindow:window];
+    if (shown) {
+        [shown takeFocus];
+    } else {
+        [window makeFirstResponder:[[window contentView] nextValidKeyView]];
+    }
+    drawNow(window);
 }
 
 #pragma mark Events
+
+- (BOOL)keepsFocus {
+    return [SheetCover coverOfWindow:[self window]] == self && !_movesFocus && !_answered;
+}
 
 - (BOOL)acceptsFirstMouse:(NSEvent*)event {
     return YES;
@@ -157,8 +173,17 @@
 - (void)scrollWheel:(NSEvent*)event {
 }
 
+/// What the focused control has no use for arrives here.
 - (void)keyDown:(NSEvent*)event {
-    [_box takeKey:event];
+    NSString* key = [event charactersIgnoringModifiers];
+    const BOOL back = [key isEqualToString:@"\x19"] || ([event modifierFlags] & NSShiftKeyMask);
+    if (![key isEqualToString:@"\t"] && ![key isEqualToString:@"\x19"]) {
+        [_box takeKey:event];
+        return;
+    }
+    _movesFocus = YES;
+    back ? [[self window] selectPreviousKeyView:self] : [[self window] selectNextKeyView:self];
+    _movesFocus = NO;
 }
 
 #pragma mark Drawing
