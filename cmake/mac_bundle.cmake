@@ -1,5 +1,8 @@
 # The installer as a macOS application bundle. It is signed for this machine only, with the hardened
 # runtime that script/package-mac gives it for all others.
+if(NOT CMAKE_OSX_DEPLOYMENT_TARGET)
+  message(FATAL_ERROR "CMAKE_OSX_DEPLOYMENT_TARGET names no oldest system; the preset mac does.")
+endif()
 foreach(tool ibtool sips iconutil codesign)
   find_program(${tool} ${tool} REQUIRED)
 endforeach()
@@ -9,7 +12,8 @@ target_link_libraries(morvella_cocoa PUBLIC
   "-framework AppKit" "-framework Foundation" "-framework QuartzCore")
 
 set(entitlements "${PROJECT_SOURCE_DIR}/resources/MorvellaInstaller.entitlements")
-set(information "${PROJECT_SOURCE_DIR}/resources/Info.plist")
+set(information "${CMAKE_BINARY_DIR}/Info.plist")
+configure_file("${PROJECT_SOURCE_DIR}/resources/Info.plist.in" "${information}" @ONLY)
 set(interface "${PROJECT_SOURCE_DIR}/resources/MainMenu.xib")
 set(drawing "${PROJECT_SOURCE_DIR}/resources/icon/icon.png")
 
@@ -49,7 +53,7 @@ add_custom_command(
   COMMAND ${CMAKE_COMMAND} -E make_directory "${bundle_resources}"
   COMMAND ${CMAKE_COMMAND} -E copy ${MORVELLA_RESOURCE_FILES} "${icon}" "${bundle_resources}"
   COMMAND ${ibtool} --errors --warnings --notices --output-format human-readable-text
-    --target-device mac --minimum-deployment-target 10.13
+    --target-device mac --minimum-deployment-target ${CMAKE_OSX_DEPLOYMENT_TARGET}
     --compile "${bundle_resources}/MainMenu.nib" "${interface}"
   COMMAND ${codesign} --force --sign - --options runtime --entitlements "${entitlements}"
     "${bundle}"

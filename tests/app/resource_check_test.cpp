@@ -110,6 +110,18 @@ TEST_F(ResourceCheckTest, WithholdsTheDemoSetThatIsNotNamed) {
     });
 }
 
+/// The text is written out in the core; the version of the build stands in the property lists.
+TEST_F(ResourceCheckTest, WelcomePageNamesTheVersionOfTheBuild) {
+    EXPECT_TRUE(controller.checkAndLoadResources());
+    expectEffects({
+        "control: licence text filled with licence",
+        "control: check box disabled",
+        "control: check box hidden",
+        "control: check box off",
+        "control: version label says \"Morvella v" MORVELLA_VERSION "\"",
+    });
+}
+
 TEST_F(ResourceCheckTest, WithholdsTheDemoSetThatIsNotThere) {
     launchWith("app", "/Kit/");
     EXPECT_TRUE(controller.checkAndLoadResources());
