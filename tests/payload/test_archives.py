@@ -79,6 +79,19 @@ class Sound(CheckPayload):
         self.assertIn('note: ISF.zip: 1 entries are "__MACOSX" leftovers', lines)
         self.assertIn('note: ISF.zip: 1 entries are ".DS_Store" leftovers', lines)
 
+    def test_only_notes_more_than_500_entries(self):
+        for number in range(500 - len(self.payload.archives["ISF.zip"])):
+            self.payload.add("ISF.zip", f"ISF/Standard/{number}.fs")
+        self.write()
+        self.assertNotIn("note", "".join(self.check()[1]))
+        self.payload.add("ISF.zip", "ISF/Standard/one more.fs")
+        self.write()
+        status, lines, _ = self.check()
+        self.assertEqual(status, 0)
+        notes = [line for line in lines if line.startswith("note: ")]
+        self.assertEqual(len(notes), 1)
+        self.assertTrue(notes[0].startswith("note: ISF.zip: of 501 entries, should all fail, "))
+
 
 class Files(CheckPayload):
     def test_an_archive_that_is_missing(self):
