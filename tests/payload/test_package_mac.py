@@ -133,6 +133,22 @@ class Success(PackageMac):
         bundles = ["Morvella.app", "Tressimo.app"]
         self.assertEqual(sorted(verified), sorted(["Morvella", "Tressimo", *bundles]))
 
+    def test_is_silent_about_code_of_the_installers_own_team(self):
+        self.package()
+        self.assertNotIn("note:", self.out)
+
+    def test_notes_code_that_another_team_has_signed(self):
+        self.package(PAYLOAD_TEAM="OTHERS")
+        self.assertEqual(self.status, 0)
+        signed = "is signed by OTHERS, the installer by TEAM"
+        self.assertEqual(
+            sorted(re.findall("^note: .*$", self.out, re.MULTILINE)),
+            [
+                f'note: Tressimo.zip: "Tressimo.app/Contents/MacOS/Tressimo" {signed}',
+                f'note: morvella.zip: "Morvella/Morvella.app/Contents/MacOS/Morvella" {signed}',
+            ],
+        )
+
     def test_takes_a_key_for_the_notary_service(self):
         self.environment.pop("MORVELLA_NOTARY_PROFILE")
         self.package(
