@@ -71,19 +71,19 @@ void writeZip(const std::filesystem::path& path, const std::vector<ZipEntry>& en
     require(archive_write_close(zip.get()) == ARCHIVE_OK, zip);
 }
 
-std::vector<FoundEntry> entriesOfZip(const std::filesystem::path& path) {
+std::vector<std::string> zipNames(const std::filesystem::path& path) {
     const Locale locale("C.UTF-8");
     const Handle zip(archive_read_new(), archive_read_free);
     archive_read_support_format_zip_seekable(zip.get());
     require(archive_read_open_filename(zip.get(), path.c_str(), 65536) == ARCHIVE_OK, zip);
-    std::vector<FoundEntry> found;
+    std::vector<std::string> names;
     archive_entry* entry = nullptr;
     int status = ARCHIVE_OK;
     while ((status = archive_read_next_header(zip.get(), &entry)) == ARCHIVE_OK) {
-        found.push_back({archive_entry_pathname(entry), archive_format_name(zip.get())});
+        names.push_back(archive_entry_pathname(entry));
     }
     require(status == ARCHIVE_EOF, zip);
-    return found;
+    return names;
 }
 
 std::string incompressible(std::size_t size) {

@@ -32,14 +32,8 @@ enum class NameEncoding { utf8, unmarked };
 void writeZip(const std::filesystem::path& path, const std::vector<ZipEntry>& entries,
               NameEncoding encoding = NameEncoding::utf8, const std::string& passphrase = "");
 
-/// What a reader finds out about an entry. Its contents are left empty.
-struct FoundEntry {
-    std::string name;
-    std::string format;  ///< As in "ZIP 2.0 (deflation)".
-};
-
-/// The entries of a zip whose names are marked as plain ASCII or UTF-8.
-std::vector<FoundEntry> entriesOfZip(const std::filesystem::path& path);
+/// The names in a zip, where they are marked as plain ASCII or UTF-8.
+std::vector<std::string> zipNames(const std::filesystem::path& path);
 
 /// Bytes that no compression makes fewer; the same each time.
 std::string incompressible(std::size_t size);

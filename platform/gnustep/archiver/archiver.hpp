@@ -2,7 +2,17 @@
 
 #include <string>
 
+/// Both throw std::runtime_error when they cannot go on, and change the current folder and the
+/// locale: they are the one thing that a process does.
 namespace morvella {
+
+/// Packs `folder`, a folder or a link to one, into a zip archive whose single top-level entry is
+/// that folder under its own name. An archive that exists at `zipPath` is replaced. Permissions,
+/// times of the last change, links and empty folders are packed too; extended attributes are not.
+///
+/// All of `folder` is packed or nothing: the archive is written under a longer name beside
+/// `zipPath` and gets its name last. Only a kill can leave the longer name.
+void pack(const std::string& folder, const std::string& zipPath);
 
 /// Unpacks the zip archive at `archivePath` into the folder `destination`, which is made if it is
 /// missing, and names the archive in one line on standard error.
@@ -12,9 +22,6 @@ namespace morvella {
 /// is left out and named on standard error, and the others are still unpacked; the result is then
 /// false. Existing files and links are replaced, never written through. "__MACOSX" folders and "._"
 /// files are left out.
-///
-/// Throws std::runtime_error when the archive cannot be read any further or `destination` not be
-/// used. Changes the current folder and the locale.
 bool unpack(const std::string& archivePath, const std::string& destination);
 
 }  // namespace morvella
