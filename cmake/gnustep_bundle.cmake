@@ -4,7 +4,7 @@ add_subdirectory(platform/gnustep/archiver)
 
 target_link_libraries(morvella_cocoa PUBLIC gnustep_flags)
 
-add_executable(installer platform/cocoa/main.mm)
+add_executable(installer app/main.mm)
 target_link_libraries(installer PRIVATE morvella_cocoa morvella_gnustep)
 
 set(bundle "${CMAKE_BINARY_DIR}/Morvella Installer.app")

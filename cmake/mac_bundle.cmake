@@ -17,7 +17,7 @@ configure_file("${PROJECT_SOURCE_DIR}/resources/Info.plist.in" "${information}" 
 set(interface "${PROJECT_SOURCE_DIR}/resources/MainMenu.xib")
 set(drawing "${PROJECT_SOURCE_DIR}/resources/icon/icon.png")
 
-add_executable(installer MACOSX_BUNDLE platform/cocoa/main.mm)
+add_executable(installer MACOSX_BUNDLE app/main.mm)
 target_link_libraries(installer PRIVATE morvella_cocoa)
 set_target_properties(installer PROPERTIES
   OUTPUT_NAME "Morvella Installer"

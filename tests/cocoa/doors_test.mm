@@ -1,7 +1,7 @@
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
 
-#import "platform/cocoa/MorvellaInstallerAppDelegate.h"
+#import "app/MorvellaInstallerAppDelegate.h"
 #import "platform/cocoa/MorvellaInstallerLicenseVC.h"
 #import "platform/cocoa/MorvellaInstallerViewController.h"
 

@@ -1,4 +1,4 @@
-#import "platform/cocoa/MorvellaInstallerAppDelegate.h"
+#import "app/MorvellaInstallerAppDelegate.h"
 
 @implementation MorvellaInstallerAppDelegate
 
