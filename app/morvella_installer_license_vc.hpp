@@ -13,24 +13,16 @@ class MorvellaInstallerLicenseVC {
     explicit MorvellaInstallerLicenseVC(const Platform& platform) : platform_(platform) {}
 
     /// Connected by the interface file before `viewDidLoad`.
-    [[nodiscard]] std::shared_ptr<TextView> licenseView() const { return licenseView_.get(); }
-    void setLicenseView(std::shared_ptr<TextView> view) { licenseView_.set(std::move(view)); }
-
+    MORVELLA_PROPERTY(TextView, licenseView, setLicenseView);
     /// Not written by the installer: the document goes into the text view only.
-    [[nodiscard]] std::shared_ptr<AttributedString> licenseText() const {
-        return licenseText_.get();
-    }
-    void setLicenseText(std::shared_ptr<AttributedString> text) {
-        licenseText_.set(std::move(text));
-    }
+    MORVELLA_PROPERTY(AttributedString, licenseText, setLicenseText);
 
+  public:
     /// Fills the text view; a document that cannot be read leaves it empty.
     void viewDidLoad();
 
   private:
     Platform platform_;
-    Property<TextView> licenseView_;
-    Property<AttributedString> licenseText_;
 };
 
 }  // namespace morvella

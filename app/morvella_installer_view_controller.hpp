@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,85 +24,30 @@ class MorvellaInstallerViewController {
     MorvellaInstallerViewController(ViewController& viewController, const Platform& platform);
 
     // State: connected by the interface file.
-    [[nodiscard]] std::shared_ptr<View> initialView() const { return initialView_.get(); }
-    void setInitialView(std::shared_ptr<View> view) { initialView_.set(std::move(view)); }
-    [[nodiscard]] std::shared_ptr<View> welcomeView() const { return welcomeView_.get(); }
-    void setWelcomeView(std::shared_ptr<View> view) { welcomeView_.set(std::move(view)); }
-    [[nodiscard]] std::shared_ptr<TextFieldCell> welcomeVersionString() const {
-        return welcomeVersionString_.get();
-    }
-    void setWelcomeVersionString(std::shared_ptr<TextFieldCell> cell) {
-        welcomeVersionString_.set(std::move(cell));
-    }
-    [[nodiscard]] std::shared_ptr<TextFieldCell> welcomeBetaString() const {
-        return welcomeBetaString_.get();
-    }
-    void setWelcomeBetaString(std::shared_ptr<TextFieldCell> cell) {
-        welcomeBetaString_.set(std::move(cell));
-    }
-    [[nodiscard]] std::shared_ptr<View> licenseView() const { return licenseView_.get(); }
-    void setLicenseView(std::shared_ptr<View> view) { licenseView_.set(std::move(view)); }
-    [[nodiscard]] std::shared_ptr<TextView> licenseText() const { return licenseText_.get(); }
-    void setLicenseText(std::shared_ptr<TextView> view) { licenseText_.set(std::move(view)); }
-    [[nodiscard]] std::shared_ptr<View> settingsView() const { return settingsView_.get(); }
-    void setSettingsView(std::shared_ptr<View> view) { settingsView_.set(std::move(view)); }
-    [[nodiscard]] std::shared_ptr<ProgressIndicator> settingsIndicator() const {
-        return settingsIndicator_.get();
-    }
-    void setSettingsIndicator(std::shared_ptr<ProgressIndicator> indicator) {
-        settingsIndicator_.set(std::move(indicator));
-    }
-    [[nodiscard]] std::shared_ptr<TextFieldCell> settingsInfoText() const {
-        return settingsInfoText_.get();
-    }
-    void setSettingsInfoText(std::shared_ptr<TextFieldCell> cell) {
-        settingsInfoText_.set(std::move(cell));
-    }
-    [[nodiscard]] std::shared_ptr<TextFieldCell> settingsUserLibLabel() const {
-        return settingsUserLibLabel_.get();
-    }
-    void setSettingsUserLibLabel(std::shared_ptr<TextFieldCell> cell) {
-        settingsUserLibLabel_.set(std::move(cell));
-    }
-    [[nodiscard]] std::shared_ptr<Button> settingsNextButton() const {
-        return settingsNextButton_.get();
-    }
-    void setSettingsNextButton(std::shared_ptr<Button> button) {
-        settingsNextButton_.set(std::move(button));
-    }
-    [[nodiscard]] std::shared_ptr<View> doInstallView() const { return doInstallView_.get(); }
-    void setDoInstallView(std::shared_ptr<View> view) { doInstallView_.set(std::move(view)); }
-    [[nodiscard]] std::shared_ptr<ProgressIndicator> doInstallIndicator() const {
-        return doInstallIndicator_.get();
-    }
-    void setDoInstallIndicator(std::shared_ptr<ProgressIndicator> indicator) {
-        doInstallIndicator_.set(std::move(indicator));
-    }
-    [[nodiscard]] std::shared_ptr<View> postInstallView() const { return postInstallView_.get(); }
-    void setPostInstallView(std::shared_ptr<View> view) { postInstallView_.set(std::move(view)); }
-    [[nodiscard]] std::shared_ptr<Button> postInstallOpenDemoSetCheck() const {
-        return postInstallOpenDemoSetCheck_.get();
-    }
-    void setPostInstallOpenDemoSetCheck(std::shared_ptr<Button> checkBox) {
-        postInstallOpenDemoSetCheck_.set(std::move(checkBox));
-    }
+    MORVELLA_PROPERTY(View, initialView, setInitialView);
+    MORVELLA_PROPERTY(View, welcomeView, setWelcomeView);
+    MORVELLA_PROPERTY(TextFieldCell, welcomeVersionString, setWelcomeVersionString);
+    MORVELLA_PROPERTY(TextFieldCell, welcomeBetaString, setWelcomeBetaString);
+    MORVELLA_PROPERTY(View, licenseView, setLicenseView);
+    MORVELLA_PROPERTY(TextView, licenseText, setLicenseText);
+    MORVELLA_PROPERTY(View, settingsView, setSettingsView);
+    MORVELLA_PROPERTY(ProgressIndicator, settingsIndicator, setSettingsIndicator);
+    MORVELLA_PROPERTY(TextFieldCell, settingsInfoText, setSettingsInfoText);
+    MORVELLA_PROPERTY(TextFieldCell, settingsUserLibLabel, setSettingsUserLibLabel);
+    MORVELLA_PROPERTY(Button, settingsNextButton, setSettingsNextButton);
+    MORVELLA_PROPERTY(View, doInstallView, setDoInstallView);
+    MORVELLA_PROPERTY(ProgressIndicator, doInstallIndicator, setDoInstallIndicator);
+    MORVELLA_PROPERTY(View, postInstallView, setPostInstallView);
+    MORVELLA_PROPERTY(Button, postInstallOpenDemoSetCheck, setPostInstallOpenDemoSetCheck);
 
     // State: written by the operations.
-    [[nodiscard]] bool resourcesLoaded() const { return resourcesLoaded_; }
-    void setResourcesLoaded(bool loaded) { resourcesLoaded_ = loaded; }
-    [[nodiscard]] Text liveAppPath() const { return liveAppPath_.get(); }
-    void setLiveAppPath(Text path) { liveAppPath_.set(std::move(path)); }
-    [[nodiscard]] Text userLibPath() const { return userLibPath_.get(); }
-    void setUserLibPath(Text path) { userLibPath_.set(std::move(path)); }
-    [[nodiscard]] std::shared_ptr<const FileUrl> destinationURL() const {
-        return destinationURL_.get();
-    }
-    void setDestinationURL(std::shared_ptr<const FileUrl> url) {
-        destinationURL_.set(std::move(url));
-    }
-    [[nodiscard]] Text demoSetPath() const { return demoSetPath_.get(); }
-    void setDemoSetPath(Text path) { demoSetPath_.set(std::move(path)); }
+    MORVELLA_PROPERTY(bool, resourcesLoaded, setResourcesLoaded);
+    MORVELLA_PROPERTY(const std::string, liveAppPath, setLiveAppPath);
+    MORVELLA_PROPERTY(const std::string, userLibPath, setUserLibPath);
+    MORVELLA_PROPERTY(const FileUrl, destinationURL, setDestinationURL);
+    MORVELLA_PROPERTY(const std::string, demoSetPath, setDemoSetPath);
 
+  public:
     // app/page_flow.cpp
     /// Resets the state and checks the bundle's resources; shows the welcome page if they are
     /// there.
@@ -209,28 +153,6 @@ class MorvellaInstallerViewController {
 
     ViewController& viewController_;
     Platform platform_;
-
-    Property<View> initialView_;
-    Property<View> welcomeView_;
-    Property<TextFieldCell> welcomeVersionString_;
-    Property<TextFieldCell> welcomeBetaString_;
-    Property<View> licenseView_;
-    Property<TextView> licenseText_;
-    Property<View> settingsView_;
-    Property<ProgressIndicator> settingsIndicator_;
-    Property<TextFieldCell> settingsInfoText_;
-    Property<TextFieldCell> settingsUserLibLabel_;
-    Property<Button> settingsNextButton_;
-    Property<View> doInstallView_;
-    Property<ProgressIndicator> doInstallIndicator_;
-    Property<View> postInstallView_;
-    Property<Button> postInstallOpenDemoSetCheck_;
-
-    std::atomic<bool> resourcesLoaded_ = false;
-    Property<const std::string> liveAppPath_;
-    Property<const std::string> userLibPath_;
-    Property<const FileUrl> destinationURL_;
-    Property<const std::string> demoSetPath_;
 };
 
 }  // namespace morvella

@@ -3,9 +3,7 @@
 #include "app/morvella_installer_license_vc.hpp"
 #include "platform/cocoa/cocoa_platform.h"
 #include "platform/cocoa/controls.h"
-
-using morvella::handleOf;
-using morvella::objectOf;
+#include "platform/cocoa/outlet.h"
 
 @implementation MorvellaInstallerLicenseVC
 
@@ -30,21 +28,8 @@ using morvella::objectOf;
     [super dealloc];
 }
 
-- (NSTextView*)licenseView {
-    return objectOf(_controller->licenseView());
-}
-
-- (void)setLicenseView:(NSTextView*)view {
-    _controller->setLicenseView(handleOf<morvella::CocoaTextView>(view));
-}
-
-- (NSAttributedString*)licenseText {
-    return objectOf(_controller->licenseText());
-}
-
-- (void)setLicenseText:(NSAttributedString*)text {
-    _controller->setLicenseText(handleOf<morvella::CocoaAttributedString>(text));
-}
+MORVELLA_OUTLET(TextView, licenseView, setLicenseView)
+MORVELLA_OUTLET(AttributedString, licenseText, setLicenseText)
 
 - (void)awakeFromNib {
     [super awakeFromNib];

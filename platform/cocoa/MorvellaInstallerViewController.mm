@@ -6,6 +6,7 @@
 #include "platform/cocoa/cocoa_platform.h"
 #include "platform/cocoa/controls.h"
 #include "platform/cocoa/conversions.h"
+#include "platform/cocoa/outlet.h"
 #include "platform/cocoa/window.h"
 
 namespace morvella {
@@ -146,149 +147,34 @@ using morvella::stringOf;
 
 #pragma mark Properties
 
-- (NSView*)initialView {
-    return objectOf(_controller->initialView());
-}
+/// A text that the controller keeps.
+#define MORVELLA_TEXT(name, setName)              \
+    -(NSString*)name {                            \
+        return stringOf(_controller->name());     \
+    }                                             \
+    -(void)setName : (NSString*)text {            \
+        _controller->setName(sharedTextOf(text)); \
+    }
 
-- (void)setInitialView:(NSView*)view {
-    _controller->setInitialView(handleOf<morvella::CocoaView>(view));
-}
+MORVELLA_OUTLET(View, initialView, setInitialView)
+MORVELLA_OUTLET(View, welcomeView, setWelcomeView)
+MORVELLA_OUTLET(TextFieldCell, welcomeVersionString, setWelcomeVersionString)
+MORVELLA_OUTLET(TextFieldCell, welcomeBetaString, setWelcomeBetaString)
+MORVELLA_OUTLET(View, licenseView, setLicenseView)
+MORVELLA_OUTLET(TextView, licenseText, setLicenseText)
+MORVELLA_OUTLET(View, settingsView, setSettingsView)
+MORVELLA_OUTLET(ProgressIndicator, settingsIndicator, setSettingsIndicator)
+MORVELLA_OUTLET(TextFieldCell, settingsInfoText, setSettingsInfoText)
+MORVELLA_OUTLET(TextFieldCell, settingsUserLibLabel, setSettingsUserLibLabel)
+MORVELLA_OUTLET(Button, settingsNextButton, setSettingsNextButton)
+MORVELLA_OUTLET(View, doInstallView, setDoInstallView)
+MORVELLA_OUTLET(ProgressIndicator, doInstallIndicator, setDoInstallIndicator)
+MORVELLA_OUTLET(View, postInstallView, setPostInstallView)
+MORVELLA_OUTLET(Button, postInstallOpenDemoSetCheck, setPostInstallOpenDemoSetCheck)
 
-- (NSView*)welcomeView {
-    return objectOf(_controller->welcomeView());
-}
-
-- (void)setWelcomeView:(NSView*)view {
-    _controller->setWelcomeView(handleOf<morvella::CocoaView>(view));
-}
-
-- (NSTextFieldCell*)welcomeVersionString {
-    return objectOf(_controller->welcomeVersionString());
-}
-
-- (void)setWelcomeVersionString:(NSTextFieldCell*)cell {
-    _controller->setWelcomeVersionString(handleOf<morvella::CocoaTextFieldCell>(cell));
-}
-
-- (NSTextFieldCell*)welcomeBetaString {
-    return objectOf(_controller->welcomeBetaString());
-}
-
-- (void)setWelcomeBetaString:(NSTextFieldCell*)cell {
-    _controller->setWelcomeBetaString(handleOf<morvella::CocoaTextFieldCell>(cell));
-}
-
-- (NSView*)licenseView {
-    return objectOf(_controller->licenseView());
-}
-
-- (void)setLicenseView:(NSView*)view {
-    _controller->setLicenseView(handleOf<morvella::CocoaView>(view));
-}
-
-- (NSTextView*)licenseText {
-    return objectOf(_controller->licenseText());
-}
-
-- (void)setLicenseText:(NSTextView*)view {
-    _controller->setLicenseText(handleOf<morvella::CocoaTextView>(view));
-}
-
-- (NSView*)settingsView {
-    return objectOf(_controller->settingsView());
-}
-
-- (void)setSettingsView:(NSView*)view {
-    _controller->setSettingsView(handleOf<morvella::CocoaView>(view));
-}
-
-- (NSProgressIndicator*)settingsIndicator {
-    return objectOf(_controller->settingsIndicator());
-}
-
-- (void)setSettingsIndicator:(NSProgressIndicator*)indicator {
-    _controller->setSettingsIndicator(handleOf<morvella::CocoaProgressIndicator>(indicator));
-}
-
-- (NSTextFieldCell*)settingsInfoText {
-    return objectOf(_controller->settingsInfoText());
-}
-
-- (void)setSettingsInfoText:(NSTextFieldCell*)cell {
-    _controller->setSettingsInfoText(handleOf<morvella::CocoaTextFieldCell>(cell));
-}
-
-- (NSTextFieldCell*)settingsUserLibLabel {
-    return objectOf(_controller->settingsUserLibLabel());
-}
-
-- (void)setSettingsUserLibLabel:(NSTextFieldCell*)cell {
-    _controller->setSettingsUserLibLabel(handleOf<morvella::CocoaTextFieldCell>(cell));
-}
-
-- (NSButton*)settingsNextButton {
-    return objectOf(_controller->settingsNextButton());
-}
-
-- (void)setSettingsNextButton:(NSButton*)button {
-    _controller->setSettingsNextButton(handleOf<morvella::CocoaButton>(button));
-}
-
-- (NSView*)doInstallView {
-    return objectOf(_controller->doInstallView());
-}
-
-- (void)setDoInstallView:(NSView*)view {
-    _controller->setDoInstallView(handleOf<morvella::CocoaView>(view));
-}
-
-- (NSProgressIndicator*)doInstallIndicator {
-    return objectOf(_controller->doInstallIndicator());
-}
-
-- (void)setDoInstallIndicator:(NSProgressIndicator*)indicator {
-    _controller->setDoInstallIndicator(handleOf<morvella::CocoaProgressIndicator>(indicator));
-}
-
-- (NSView*)postInstallView {
-    return objectOf(_controller->postInstallView());
-}
-
-- (void)setPostInstallView:(NSView*)view {
-    _controller->setPostInstallView(handleOf<morvella::CocoaView>(view));
-}
-
-- (NSButton*)postInstallOpenDemoSetCheck {
-    return objectOf(_controller->postInstallOpenDemoSetCheck());
-}
-
-- (void)setPostInstallOpenDemoSetCheck:(NSButton*)button {
-    _controller->setPostInstallOpenDemoSetCheck(handleOf<morvella::CocoaButton>(button));
-}
-
-- (NSString*)liveAppPath {
-    return stringOf(_controller->liveAppPath());
-}
-
-- (void)setLiveAppPath:(NSString*)path {
-    _controller->setLiveAppPath(sharedTextOf(path));
-}
-
-- (NSString*)userLibPath {
-    return stringOf(_controller->userLibPath());
-}
-
-- (void)setUserLibPath:(NSString*)path {
-    _controller->setUserLibPath(sharedTextOf(path));
-}
-
-- (NSString*)demoSetPath {
-    return stringOf(_controller->demoSetPath());
-}
-
-- (void)setDemoSetPath:(NSString*)path {
-    _controller->setDemoSetPath(sharedTextOf(path));
-}
+MORVELLA_TEXT(liveAppPath, setLiveAppPath)
+MORVELLA_TEXT(userLibPath, setUserLibPath)
+MORVELLA_TEXT(demoSetPath, setDemoSetPath)
 
 - (NSURL*)destinationURL {
     const std::shared_ptr<const FileUrl> url = _controller->destinationURL();
