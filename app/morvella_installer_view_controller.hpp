@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/property.hpp"
+#include "app/steps.hpp"
 #include "platform/platform.hpp"
 
 namespace morvella {
@@ -61,6 +62,10 @@ class MorvellaInstallerViewController {
     void licenseAcceptedButton();
     void beginInstallButton();
     void installDoneButton();
+
+    // app/steps.cpp
+    /// The steps that stand beside the page that the controller shows, in order.
+    [[nodiscard]] std::vector<Step> steps() const;
 
     // app/resource_check.cpp
     bool checkAndLoadResources();

@@ -2,6 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
+@class StepsSidebar;
+
 namespace morvella {
 class MorvellaInstallerViewController;
 class ViewController;
@@ -17,6 +19,8 @@ class ViewController;
     BOOL _loaded;
     BOOL _onScreen;
     NSView* _appearedView;
+    /// An outlet; the window holds it.
+    IBOutlet StepsSidebar* stepsSidebar;
 }
 
 @property(atomic, strong) IBOutlet NSView* initialView;

@@ -2,6 +2,8 @@
 
 #import <QuartzCore/QuartzCore.h>
 
+#import "platform/cocoa/StepsSidebar.h"
+
 #include "app/morvella_installer_view_controller.hpp"
 #include "platform/cocoa/cocoa_platform.h"
 #include "platform/cocoa/controls.h"
@@ -37,7 +39,6 @@ class CocoaViewController : public ViewController {
 }  // namespace morvella
 
 using morvella::FileUrl;
-using morvella::handleOf;
 using morvella::objectOf;
 using morvella::sharedTextOf;
 using morvella::stringOf;
@@ -85,6 +86,7 @@ using morvella::stringOf;
     if (_connected && !_loaded) {
         _loaded = YES;
         _controller->viewDidLoad();
+        [self showSteps];
     }
 }
 
@@ -93,18 +95,19 @@ using morvella::stringOf;
     [self drawAndAppear];
 }
 
-/// The interface file's window shows the first view by itself; every later one is put into it here.
+/// A new page takes the place of the one before.
 - (void)setView:(NSView*)view {
-    NSWindow* window = _loaded ? [[self view] window] : nil;
+    NSView* shown = _loaded ? [self view] : nil;
     [super setView:view];
-    if (!window) {
+    if (![shown window]) {
         return;
     }
     // What the platform calls while the window changes comes too early: the page is not drawn yet.
     const BOOL onScreen = _onScreen;
     _onScreen = NO;
-    [window setContentView:view];
-    [window makeFirstResponder:[view nextValidKeyView]];
+    [view setFrame:[shown frame]];
+    [[shown superview] replaceSubview:shown with:view];
+    [[view window] makeFirstResponder:[view nextValidKeyView]];
     _onScreen = onScreen;
     if (_onScreen) {
         [self drawAndAppear];
@@ -113,9 +116,18 @@ using morvella::stringOf;
 
 /// The work of a page blocks the main thread, so the page must be on the screen before it starts.
 - (void)drawAndAppear {
+    [self showSteps];
     [[[self view] window] displayIfNeeded];
     [CATransaction flush];
     [self viewDidAppear];
+}
+
+- (void)showSteps {
+    [stepsSidebar setSteps:_controller->steps()];
+}
+
+- (void)setStepsSidebar:(StepsSidebar*)sidebar {
+    stepsSidebar = sidebar;
 }
 
 /// Does not call the inherited method.

@@ -2,14 +2,18 @@
 
 #import <AppKit/AppKit.h>
 
-/// The left side of a page: the product, and the steps of the installation with the current one
-/// marked. The interface file places one on each page and sets its step. What is in it is made when
-/// it comes into a window.
+#include <vector>
+
+#include "app/steps.hpp"
+
+/// Stands beside the pages and shows which step of the installation is being taken. The product
+/// above the steps is drawn in the interface file.
 @interface StepsSidebar : NSView {
-    NSInteger _currentStep;
+    NSMutableArray* _rows;
+    NSRect _currentArea;
 }
 
-/// Counted from 1; 0 until it is set.
-@property(nonatomic) NSInteger currentStep;
+/// Replaces the steps that were shown before.
+- (void)setSteps:(const std::vector<morvella::Step>&)steps;
 
 @end

@@ -1,14 +1,16 @@
 #import "platform/cocoa/StepsSidebar.h"
 
+#include "platform/cocoa/conversions.h"
+
+using morvella::Step;
+using morvella::StepState;
+using morvella::stringOf;
+
 namespace {
 
-NSArray* stepNames() {
-    return @[ @"Welcome", @"Licence", @"User Library", @"Installation", @"Finish" ];
-}
-
-/// The area that is coloured behind the current step.
-NSRect areaOfStep(NSInteger step) {
-    return NSMakeRect(12, 298 - 36 * CGFloat(step), 176, 30);
+/// The area of a row, which is coloured behind the current step.
+NSRect areaOfRow(NSUInteger row) {
+    return NSMakeRect(12, 262 - 36 * CGFloat(row), 176, 30);
 }
 
 NSTextField* labelOf(NSString* text, NSFont* font, NSColor* color) {
@@ -23,104 +25,73 @@ NSTextField* labelOf(NSString* text, NSFont* font, NSColor* color) {
     return label;
 }
 
-NSTextField* centeredLabelOf(NSString* text, NSFont* font, NSColor* color) {
-    NSTextField* label = labelOf(text, font, color);
-    [label setAlignment:NSTextAlignmentCenter];
-    return label;
-}
-
-NSImageView* pictureOf(NSString* name, NSString* spokenLabel) {
+NSImageView* checkMark() {
     NSImageView* picture = [[[NSImageView alloc] init] autorelease];
-    [picture setImage:[NSImage imageNamed:name]];
-    [picture setAccessibilityLabel:spokenLabel];
+    [picture setImage:[NSImage imageNamed:@"NSMenuOnStateTemplate"]];
     return picture;
 }
 
-NSBox* verticalLine() {
-    NSBox* line = [[[NSBox alloc] init] autorelease];
-    [line setBoxType:NSBoxSeparator];
-    return line;
+NSColor* colorOf(StepState state) {
+    switch (state) {
+        case StepState::done:
+            return [NSColor labelColor];
+        case StepState::current:
+            return [NSColor alternateSelectedControlTextColor];
+        case StepState::toCome:
+            break;
+    }
+    return [NSColor secondaryLabelColor];
 }
 
 }  // namespace
 
 @implementation StepsSidebar
 
-- (NSInteger)currentStep {
-    return _currentStep;
+- (void)dealloc {
+    [_rows release];
+    [super dealloc];
 }
 
-- (void)setCurrentStep:(NSInteger)step {
-    _currentStep = step;
-    [self setSubviews:@[]];
-    [self addParts];
+- (void)setSteps:(const std::vector<Step>&)steps {
+    [_rows makeObjectsPerformSelector:@selector(removeFromSuperview)];
+    [_rows release];
+    _rows = [[NSMutableArray alloc] init];
+    for (NSUInteger row = 0; row < steps.size(); ++row) {
+        [self addStep:steps[row] inRow:row];
+    }
     [self setNeedsDisplay:YES];
 }
 
-- (void)viewDidMoveToWindow {
-    [super viewDidMoveToWindow];
-    [self addParts];
+- (void)addStep:(const Step&)step inRow:(NSUInteger)row {
+    const NSRect area = areaOfRow(row);
+    const BOOL isCurrent = step.state == StepState::current;
+    NSFont* font = isCurrent ? [NSFont boldSystemFontOfSize:13] : [NSFont systemFontOfSize:13];
+    NSColor* color = colorOf(step.state);
+    if (isCurrent) {
+        _currentArea = area;
+    }
+    if (step.state == StepState::done) {
+        [self addMark:checkMark() frame:NSMakeRect(25, NSMinY(area) + 7, 16, 16)];
+    } else {
+        NSTextField* number = labelOf([@(row + 1) stringValue], font, color);
+        [number setAlignment:NSTextAlignmentCenter];
+        [self addMark:number frame:NSMakeRect(22, NSMinY(area) + 6, 22, 18)];
+    }
+    NSTextField* name = labelOf(stringOf(step.name), font, color);
+    [name setAccessibilityLabel:stringOf(step.spokenLabel)];
+    [self addToRow:name frame:NSMakeRect(50, NSMinY(area) + 6, 130, 18)];
 }
 
-/// A page that is never shown needs none of them.
-- (void)addParts {
-    if (![self window] || _currentStep == 0 || [[self subviews] count] > 0) {
-        return;
-    }
-    [self addProduct];
-    [self add:verticalLine() frame:NSMakeRect(200, 0, 1, 480)];
-    for (NSUInteger index = 0; index < [stepNames() count]; ++index) {
-        [self addStep:NSInteger(index) + 1 name:[stepNames() objectAtIndex:index]];
-    }
+/// What a mark says is part of the name's spoken label.
+- (void)addMark:(NSView*)mark frame:(NSRect)frame {
+    [mark setAccessibilityElement:NO];
+    [self addToRow:mark frame:frame];
 }
 
-- (void)add:(NSView*)view frame:(NSRect)frame {
+- (void)addToRow:(NSView*)view frame:(NSRect)frame {
     [view setFrame:frame];
     [self addSubview:view];
-}
-
-- (void)addProduct {
-    NSFont* large = [NSFont boldSystemFontOfSize:17];
-    NSFont* small = [NSFont systemFontOfSize:12];
-    [self add:pictureOf(@"InstallerIcon", @"Morvella") frame:NSMakeRect(52, 366, 96, 96)];
-    [self add:centeredLabelOf(@"Morvella", large, [NSColor labelColor])
-        frame:NSMakeRect(12, 340, 176, 24)];
-    [self add:centeredLabelOf(@"Installer", small, [NSColor secondaryLabelColor])
-        frame:NSMakeRect(12, 322, 176, 18)];
-}
-
-- (void)addStep:(NSInteger)step name:(NSString*)name {
-    NSFont* font = [NSFont systemFontOfSize:13];
-    if (step < _currentStep) {
-        const NSRect area = areaOfStep(step);
-        [self add:pictureOf(@"NSMenuOnStateTemplate", @"Done")
-            frame:NSMakeRect(25, NSMinY(area) + 7, 16, 16)];
-        [self addName:name font:font color:[NSColor labelColor] state:@"done" step:step];
-    } else if (step == _currentStep) {
-        NSFont* bold = [NSFont boldSystemFontOfSize:13];
-        NSColor* color = [NSColor alternateSelectedControlTextColor];
-        [self addNumberOfStep:step font:bold color:color];
-        [self addName:name font:bold color:color state:@"current step" step:step];
-    } else {
-        NSColor* color = [NSColor secondaryLabelColor];
-        [self addNumberOfStep:step font:font color:color];
-        [self addName:name font:font color:color state:@"not reached yet" step:step];
-    }
-}
-
-- (void)addNumberOfStep:(NSInteger)step font:(NSFont*)font color:(NSColor*)color {
-    [self add:centeredLabelOf([@(step) stringValue], font, color)
-        frame:NSMakeRect(22, NSMinY(areaOfStep(step)) + 6, 22, 18)];
-}
-
-- (void)addName:(NSString*)name
-           font:(NSFont*)font
-          color:(NSColor*)color
-          state:(NSString*)state
-           step:(NSInteger)step {
-    NSTextField* label = labelOf(name, font, color);
-    [label setAccessibilityLabel:[NSString stringWithFormat:@"%@, %@", name, state]];
-    [self add:label frame:NSMakeRect(50, NSMinY(areaOfStep(step)) + 6, 130, 18)];
+    [_rows addObject:view];
 }
 
 - (BOOL)isOpaque {
@@ -132,7 +103,7 @@ NSBox* verticalLine() {
     NSRectFill([self bounds]);
     // Deprecated for a name that macOS 10.13 does not know.
     [[NSColor alternateSelectedControlColor] set];
-    [[NSBezierPath bezierPathWithRoundedRect:areaOfStep(_currentStep) xRadius:6 yRadius:6] fill];
+    [[NSBezierPath bezierPathWithRoundedRect:_currentArea xRadius:6 yRadius:6] fill];
 }
 
 @end

@@ -60,7 +60,8 @@ typedef void (^AlertCompletionHandler)(NSModalResponse response);
 @end
 
 @interface NSView (Complement)
-/// Nothing speaks here: the label is not kept.
+/// Nothing speaks here: neither is kept.
+- (void)setAccessibilityElement:(BOOL)element;
 - (void)setAccessibilityLabel:(NSString*)label;
 @end
 

@@ -1,10 +1,8 @@
 // What GNUstep's loader of interface files leaves out: the colours, corners and border of custom
-// boxes, the bold system font, and attributes defined by the user. Categories replace the methods,
-// because exchanging them at run time breaks this runtime's distributed objects (the pasteboard
-// never answers again).
+// boxes, and the bold system font. Categories replace the methods, because exchanging them at run
+// time breaks this runtime's distributed objects (the pasteboard never answers again).
 
 #import <AppKit/AppKit.h>
-#import <GNUstepGUI/GSXibLoading.h>
 
 @interface NSBox (InterfaceFile)
 - (id)initWithCoder:(NSCoder*)coder;
@@ -12,10 +10,6 @@
 
 @interface NSFont (InterfaceFile)
 - (id)initWithCoder:(NSCoder*)coder;
-@end
-
-@interface IBObjectContainer (InterfaceFile)
-- (NSDictionary*)propertiesForObjectID:(id)objectID;
 @end
 
 @implementation NSBox (InterfaceFile)
@@ -48,25 +42,6 @@
     }
     return [([metaFont isEqual:@"systemBold"] ? [NSFont boldSystemFontOfSize:size]
                                               : [NSFont systemFontOfSize:size]) retain];
-}
-
-@end
-
-@implementation IBObjectContainer (InterfaceFile)
-
-/// The loader keeps an object's attributes under a key with a percent sign too many, and then looks
-/// for them without it.
-- (NSDictionary*)propertiesForObjectID:(id)objectID {
-    NSString* prefix = [NSString stringWithFormat:@"%@.", objectID];
-    NSMutableDictionary* properties = [NSMutableDictionary dictionary];
-    for (NSString* key in flattenedProperties) {
-        if ([key hasPrefix:prefix]) {
-            NSString* name = [key substringFromIndex:[prefix length]];
-            [properties setObject:[flattenedProperties objectForKey:key]
-                           forKey:[name stringByReplacingOccurrencesOfString:@"%" withString:@""]];
-        }
-    }
-    return properties;
 }
 
 @end

@@ -2,6 +2,9 @@
 
 @implementation NSView (Complement)
 
+- (void)setAccessibilityElement:(BOOL)element {
+}
+
 - (void)setAccessibilityLabel:(NSString*)label {
 }
 

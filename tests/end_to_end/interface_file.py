@@ -35,7 +35,8 @@ class InterfaceFile:
         return element
 
     def _area(self, view):
-        """Sums the frames up to the page; Cocoa counts them from the lower left corner."""
+        """Sums the frames up to the page, which lies at the window's right; Cocoa counts them from
+        the lower left corner."""
         x = y = 0
         size = None
         while view is not None:
@@ -46,9 +47,8 @@ class InterfaceFile:
                     size = _number(frame, "width"), _number(frame, "height")
                 x, y = x + _number(frame, "x"), y + _number(frame, "y")
             view = self._parents.get(view)
-        x, y = x - _number(page, "x"), y - _number(page, "y")
-        if (_number(page, "width"), _number(page, "height")) != (self.width, self.height):
-            raise ValueError("a page is not as large as the window's content")
+        x += self.width - _number(page, "width") - _number(page, "x")
+        y -= _number(page, "y")
         return Rectangle(x, self.height - y - size[1], *size)
 
 

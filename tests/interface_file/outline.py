@@ -87,8 +87,6 @@ class Outline:
         is_view = tag in ("customView", "textView", "progressIndicator")
         if is_view or element.get("id") in self._outlets:
             return self._joined(self._kind(element), element, None)
-        if tag == "userDefinedRuntimeAttribute":
-            return f"{element.get('keyPath')} = {element[0].get('value')}"
         return None
 
     def _joined(self, kind, element, cell):

@@ -16,7 +16,6 @@ CLASSES = {
     "progressIndicator": "NSProgressIndicator",
     "textFieldCell": "NSTextFieldCell",
     "textView": "NSTextView",
-    "view": "NSView",
 }
 
 
@@ -27,6 +26,10 @@ class InterfaceFileTest(unittest.TestCase):
 
     def controller(self, name):
         return self.root.find(f"objects/viewController[@customClass='{name}']")
+
+    def class_of(self, identifier):
+        element = self.by_id[identifier]
+        return element.get("customClass", CLASSES.get(element.tag))
 
     def test_means_what_the_table_says(self):
         expected = (HERE / "interface.txt").read_text("utf-8").splitlines()
@@ -40,7 +43,7 @@ class InterfaceFileTest(unittest.TestCase):
             properties = re.findall(r"IBOutlet (\w+)\s*\*\s*(\w+);", declared)
             connected = self.controller(name).findall("connections/outlet")
             found = [
-                (CLASSES.get(self.by_id[each.get("destination")].tag), each.get("property"))
+                (self.class_of(each.get("destination")), each.get("property"))
                 for each in connected
                 if each.get("property") != "view"
             ]
