@@ -3,6 +3,7 @@
 #include "app/morvella_installer_license_vc.hpp"
 #include "platform/cocoa/cocoa_platform.h"
 #include "platform/cocoa/controls.h"
+#include "platform/cocoa/guard.h"
 #include "platform/cocoa/outlet.h"
 
 @implementation MorvellaInstallerLicenseVC
@@ -43,7 +44,7 @@ MORVELLA_OUTLET(AttributedString, licenseText, setLicenseText)
     [super viewDidLoad];
     if (_connected && !_loaded) {
         _loaded = YES;
-        _controller->viewDidLoad();
+        morvella::guarded([&] { _controller->viewDidLoad(); });
     }
 }
 

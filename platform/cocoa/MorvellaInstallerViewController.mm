@@ -8,6 +8,7 @@
 #include "platform/cocoa/cocoa_platform.h"
 #include "platform/cocoa/controls.h"
 #include "platform/cocoa/conversions.h"
+#include "platform/cocoa/guard.h"
 #include "platform/cocoa/outlet.h"
 #include "platform/cocoa/window.h"
 
@@ -39,6 +40,7 @@ class CocoaViewController : public ViewController {
 }  // namespace morvella
 
 using morvella::FileUrl;
+using morvella::guarded;
 using morvella::objectOf;
 using morvella::sharedTextOf;
 using morvella::stringOf;
@@ -62,9 +64,11 @@ using morvella::stringOf;
 - (void)makeController {
     _self = new morvella::CocoaViewController(self);
     _controller = new morvella::MorvellaInstallerViewController(*_self, morvella::cocoaPlatform());
+    morvella::setUnknownStateHandler([self] { _controller->unknownStateReached(); });
 }
 
 - (void)dealloc {
+    morvella::setUnknownStateHandler(nullptr);
     delete _controller;
     delete _self;
     [super dealloc];
@@ -85,14 +89,18 @@ using morvella::stringOf;
     [super viewDidLoad];
     if (_connected && !_loaded) {
         _loaded = YES;
-        _controller->viewDidLoad();
-        [self showSteps];
+        guarded([&] {
+            _controller->viewDidLoad();
+            [self showSteps];
+        });
     }
 }
 
 - (void)windowIsOnScreen {
     _onScreen = YES;
-    [self drawAndAppear];
+    // Whoever opened the installer may be in front of it.
+    [NSApp activateIgnoringOtherApps:YES];
+    guarded([&] { [self drawAndAppear]; });
 }
 
 /// A new page takes the place of the one before.
@@ -135,26 +143,26 @@ using morvella::stringOf;
     NSView* page = [self view];
     if (_onScreen && page != _appearedView) {
         _appearedView = page;
-        _controller->viewDidAppear();
+        guarded([&] { _controller->viewDidAppear(); });
     }
 }
 
 #pragma mark Buttons
 
 - (void)welcomeButton:(id)sender {
-    _controller->welcomeButton();
+    guarded([&] { _controller->welcomeButton(); });
 }
 
 - (void)licenseAcceptedButton:(id)sender {
-    _controller->licenseAcceptedButton();
+    guarded([&] { _controller->licenseAcceptedButton(); });
 }
 
 - (void)beginInstallButton:(id)sender {
-    _controller->beginInstallButton();
+    guarded([&] { _controller->beginInstallButton(); });
 }
 
 - (void)installDoneButton:(id)sender {
-    _controller->installDoneButton();
+    guarded([&] { _controller->installDoneButton(); });
 }
 
 #pragma mark Properties

@@ -2,6 +2,7 @@
 #include <dispatch/dispatch.h>
 
 #include "platform/cocoa/conversions.h"
+#include "platform/cocoa/guard.h"
 #include "platform/cocoa/handle.h"
 #include "platform/cocoa/system.h"
 
@@ -29,7 +30,7 @@ void CocoaLog::writeLine(const std::string& line) {
 
 void CocoaRunLoop::dispatchAsync(std::function<void()> work) {
     dispatch_async(dispatch_get_main_queue(), ^{
-        work();
+        guarded(work);
     });
 }
 
@@ -51,7 +52,7 @@ void CocoaRunLoop::scheduleRepeatingTimer(double interval, std::function<void(Ti
                                             repeats:YES
                                               block:^(NSTimer* fired) {
                                                   CocoaTimer current(fired);
-                                                  tick(current);
+                                                  guarded([&] { tick(current); });
                                               }];
     [[NSRunLoop mainRunLoop] addTimer:timer forMode:NSDefaultRunLoopMode];
 }

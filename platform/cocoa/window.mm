@@ -1,6 +1,7 @@
 #include "platform/cocoa/window.h"
 
 #include "platform/cocoa/conversions.h"
+#include "platform/cocoa/guard.h"
 
 namespace morvella {
 
@@ -41,8 +42,10 @@ void CocoaWindow::beginSheet(const Alert& alert, AlertAnswered answered) {
     [sheet.get() beginSheetModalForWindow:object()
                         completionHandler:^(NSModalResponse response) {
                             const auto state = [[sheet.get() suppressionButton] state];
-                            answered({.response = static_cast<int>(response),
-                                      .suppressionState = static_cast<ControlState>(state)});
+                            guarded([&] {
+                                answered({.response = static_cast<int>(response),
+                                          .suppressionState = static_cast<ControlState>(state)});
+                            });
                         }];
 }
 

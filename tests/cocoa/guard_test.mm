@@ -1,0 +1,97 @@
+#include "platform/cocoa/guard.h"
+
+#import <AppKit/AppKit.h>
+#include <gtest/gtest.h>
+
+#include "platform/cocoa/cocoa_platform.h"
+
+/// Stands for the application; counts how often it is asked to end.
+@interface StubApplication : NSObject {
+  @public
+    int endings;
+}
+- (void)terminate:(id)sender;
+@end
+
+@implementation StubApplication
+
+- (void)terminate:(id)sender {
+    ++endings;
+}
+
+@end
+
+namespace morvella {
+
+namespace {
+
+void raise() {
+    [NSException raise:@"StubException" format:@"raised on purpose"];
+}
+
+class GuardTest : public ::testing::Test {
+  protected:
+    GuardTest() {
+        NSApp = static_cast<id>(application);
+        setUnknownStateHandler([this] { ++unknownStates; });
+    }
+
+    ~GuardTest() override {
+        setUnknownStateHandler(nullptr);
+        NSApp = nil;
+        [application release];
+    }
+
+    StubApplication* application = [[StubApplication alloc] init];
+    int unknownStates = 0;
+};
+
+TEST_F(GuardTest, LetsWorkThatRaisesNothingBe) {
+    bool worked = false;
+    guarded([&] { worked = true; });
+    EXPECT_TRUE(worked);
+    EXPECT_EQ(unknownStates, 0);
+    EXPECT_EQ(application->endings, 0);
+}
+
+TEST_F(GuardTest, TellsOfAnExceptionAndGoesOn) {
+    guarded([] { raise(); });
+    EXPECT_EQ(unknownStates, 1);
+    EXPECT_EQ(application->endings, 0);
+}
+
+TEST_F(GuardTest, TellsOnceWhereWaysInAreNested) {
+    guarded([] { guarded([] { raise(); }); });
+    EXPECT_EQ(unknownStates, 1);
+}
+
+TEST_F(GuardTest, EndsTheApplicationIfTellingRaisesToo) {
+    setUnknownStateHandler([] { raise(); });
+    guarded([] { raise(); });
+    EXPECT_EQ(application->endings, 1);
+}
+
+TEST_F(GuardTest, EndsTheApplicationIfNobodyIsToldOfIt) {
+    setUnknownStateHandler(nullptr);
+    guarded([] { raise(); });
+    EXPECT_EQ(application->endings, 1);
+}
+
+TEST_F(GuardTest, StandsBeforeTheMainQueueAndTheTimers) {
+    RunLoop& runLoop = cocoaPlatform().runLoop;
+    runLoop.dispatchAsync([] { raise(); });
+    runLoop.scheduleRepeatingTimer(0.001, [](Timer& timer) {
+        timer.invalidate();
+        raise();
+    });
+    NSDate* deadline = [NSDate dateWithTimeIntervalSinceNow:10];
+    while (unknownStates<2 && [deadline timeIntervalSinceNow]> 0) {
+        [[NSRunLoop mainRunLoop] runMode:NSDefaultRunLoopMode
+                              beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.01]];
+    }
+    EXPECT_EQ(unknownStates, 2);
+}
+
+}  // namespace
+
+}  // namespace morvella
