@@ -19,8 +19,6 @@ class CocoaButton : public Handle<Button, NSButton*> {
 class CocoaTextFieldCell : public Handle<TextFieldCell, NSTextFieldCell*> {
   public:
     using Handle::Handle;
-    /// The whole title is also shown as the tool tip of the cell's control, for where it is
-    /// shortened.
     void setTitle(const std::string& title) override;
 };
 

@@ -22,8 +22,23 @@ void CocoaButton::setHidden(bool hidden) {
 
 void CocoaTextFieldCell::setTitle(const std::string& title) {
     [object() setTitle:stringOf(title)];
-    [[object() controlView] setToolTip:stringOf(title)];
 }
+
+namespace {
+
+/// Text without a colour of its own is black, on a dark background too.
+void colorWhatHasNoColor(NSMutableAttributedString* text) {
+    NSRange range = NSMakeRange(0, 0);
+    for (NSUInteger start = 0; start < [text length]; start = NSMaxRange(range)) {
+        if (![text attribute:NSForegroundColorAttributeName atIndex:start effectiveRange:&range]) {
+            [text addAttribute:NSForegroundColorAttributeName
+                         value:[NSColor textColor]
+                         range:range];
+        }
+    }
+}
+
+}  // namespace
 
 void CocoaTextView::setAttributedString(const std::shared_ptr<AttributedString>& text) {
     NSAttributedString* content = objectOf(text);
@@ -31,8 +46,7 @@ void CocoaTextView::setAttributedString(const std::shared_ptr<AttributedString>&
         content = [[[NSAttributedString alloc] initWithString:@""] autorelease];
     }
     [[object() textStorage] setAttributedString:content];
-    // Text without a colour of its own is black, on a dark background too.
-    [object() setTextColor:[NSColor textColor]];
+    colorWhatHasNoColor([object() textStorage]);
 }
 
 CocoaProgressIndicator::CocoaProgressIndicator(NSProgressIndicator* indicator) : Handle(indicator) {

@@ -4,8 +4,6 @@
 #include "cocoa/recorder.h"
 #include "platform/cocoa/controls.h"
 
-#include <algorithm>
-
 namespace morvella::cocoa_tests {
 
 namespace {
@@ -40,8 +38,7 @@ TEST(ControlsTest, CellGetsItsTitle) {
     CocoaTextFieldCell cell(standIn<NSTextFieldCell>("cell"));
     takeRecorded();
     cell.setTitle("Grüße 100%@");
-    const Lines lines = takeRecorded();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), "cell setTitle: Grüße 100%@"), 1);
+    EXPECT_EQ(takeRecorded(), (Lines{"cell setTitle: Grüße 100%@"}));
 }
 
 TEST(ControlsTest, TextViewsWholeContentIsReplaced) {
@@ -57,15 +54,26 @@ TEST(ControlsTest, TextViewsWholeContentIsReplaced) {
     EXPECT_EQ([storage length], 0U);
 }
 
-TEST(ControlsTest, TextHasTheColourOfTextAfterItsContent) {
-    CocoaTextView view(standIn<NSTextView>("text view"));
-    takeRecorded();
-    view.setAttributedString(nullptr);
-    const Lines lines = takeRecorded();
-    ASSERT_EQ(lines.size(), 2U);
-    EXPECT_EQ(lines[0], "text view textStorage");
-    EXPECT_EQ(lines[1], std::string("text view setTextColor: ") +
-                            [[[NSColor textColor] description] UTF8String]);
+NSColor* colorAt(NSAttributedString* text, NSUInteger index) {
+    return [text attribute:NSForegroundColorAttributeName atIndex:index effectiveRange:nullptr];
+}
+
+TEST(ControlsTest, TextKeepsTheDocumentsColoursAndTheRestHasTheSystems) {
+    NSMutableAttributedString* storage = [[[NSMutableAttributedString alloc] init] autorelease];
+    NSTextView* object = standIn<NSTextView>("text view");
+    [static_cast<Recorder*>(static_cast<id>(object)) answer:storage to:@selector(textStorage)];
+    NSMutableAttributedString* document =
+        [[[NSMutableAttributedString alloc] initWithString:@"plain red plain"] autorelease];
+    NSColor* red = [NSColor colorWithCalibratedRed:1 green:0 blue:0 alpha:1];
+    [document addAttribute:NSForegroundColorAttributeName value:red range:NSMakeRange(6, 3)];
+    CocoaTextView(object).setAttributedString(std::make_shared<CocoaAttributedString>(document));
+    EXPECT_TRUE([[storage string] isEqual:@"plain red plain"]);
+    for (const NSUInteger index : {6, 7, 8}) {
+        EXPECT_TRUE([colorAt(storage, index) isEqual:red]) << index;
+    }
+    for (const NSUInteger index : {0, 5, 9, 14}) {
+        EXPECT_TRUE([colorAt(storage, index) isEqual:[NSColor textColor]]) << index;
+    }
 }
 
 TEST(ControlsTest, IndicatorTurnsInAThreadOfItsOwnForItsSender) {
