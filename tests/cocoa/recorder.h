@@ -40,16 +40,17 @@ void record(const std::string& line);
 /// other one makes no difference. Taken off `lines`.
 Lines takeSettingsBefore(const std::string& line, Lines& lines);
 
-/// Puts `implementation` in the place of a class method as long as this lives.
+/// Puts `implementation` in the place of a method of `owner` as long as this lives. Class methods
+/// belong to the class of the class.
 class Replaced {
   public:
-    Replaced(Class receiver, SEL method, IMP implementation, const char* types);
+    Replaced(Class owner, SEL method, IMP implementation, const char* types);
     ~Replaced();
     Replaced(const Replaced&) = delete;
     Replaced& operator=(const Replaced&) = delete;
 
   private:
-    Class receiver_;
+    Class owner_;
     SEL method_;
     IMP before_;
 };

@@ -50,6 +50,8 @@ std::string describeArgument(NSInvocation* invocation, NSInteger index) {
             return argument<signed char>(invocation, index) ? "YES" : "NO";
         case 'd':
             return std::to_string(argument<double>(invocation, index));
+        case '{':
+            return "structure";
         case '^':
             return argument<void*>(invocation, index) ? "pointer" : "NULL";
         default:
@@ -83,24 +85,22 @@ Lines takeSettingsBefore(const std::string& line, Lines& lines) {
     return settings;
 }
 
-Replaced::Replaced(Class receiver, SEL method, IMP implementation, const char* types)
-    : receiver_(object_getClass(receiver)),
-      method_(method),
-      before_(class_getMethodImplementation(receiver_, method)) {
+Replaced::Replaced(Class owner, SEL method, IMP implementation, const char* types)
+    : owner_(owner), method_(method), before_(class_getMethodImplementation(owner, method)) {
     // GNUstep's runtime would replace an inherited method for all classes.
-    if (!class_addMethod(receiver_, method_, implementation, types)) {
-        class_replaceMethod(receiver_, method_, implementation, types);
+    if (!class_addMethod(owner_, method_, implementation, types)) {
+        class_replaceMethod(owner_, method_, implementation, types);
     }
 }
 
 Replaced::~Replaced() {
-    method_setImplementation(class_getInstanceMethod(receiver_, method_), before_);
+    method_setImplementation(class_getInstanceMethod(owner_, method_), before_);
 }
 
 Answering::Answering(Class receiver, SEL method, id answer)
     : receiver_(receiver),
       method_(method),
-      replaced_(receiver, method, reinterpret_cast<IMP>(answerOf), "@@:") {
+      replaced_(object_getClass(receiver), method, reinterpret_cast<IMP>(answerOf), "@@:") {
     answers[{receiver, sel_getName(method)}] = [answer retain];
 }
 
@@ -186,7 +186,8 @@ using namespace morvella::cocoa_tests;
     }
     if (*[signature methodReturnType] == '@') {
         [invocation setReturnValue:&answer];
-    } else if ([signature methodReturnLength] > 0) {
+    } else if (const NSUInteger length = [signature methodReturnLength];
+               length > 0 && length <= sizeof(long long)) {
         long long number = [answer longLongValue];
         [invocation setReturnValue:&number];
     }

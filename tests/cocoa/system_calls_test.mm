@@ -1,5 +1,6 @@
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
+#import <objc/runtime.h>
 
 #include "cocoa/recorder.h"
 #include "platform/cocoa/handle.h"
@@ -65,7 +66,8 @@ NSTimer* timerMade(id, SEL, NSTimeInterval interval, BOOL repeats, void (^)(NSTi
 TEST(SystemCallsTest, TimerIsAddedToTheMainRunLoopInItsDefaultModeOnly) {
     Recorder* loop = [Recorder named:"main run loop" standingFor:[NSRunLoop class]];
     const Answering answering([NSRunLoop class], @selector(mainRunLoop), loop);
-    const Replaced making([NSTimer class], @selector(timerWithTimeInterval:repeats:block:),
+    const Replaced making(object_getClass([NSTimer class]),
+                          @selector(timerWithTimeInterval:repeats:block:),
                           reinterpret_cast<IMP>(timerMade), "@@:dc@?");
     takeRecorded();
     CocoaRunLoop().scheduleRepeatingTimer(5.0, [](Timer&) {});
