@@ -106,18 +106,18 @@ using morvella::stringOf;
 /// A new page takes the place of the one before.
 - (void)setView:(NSView*)view {
     NSView* shown = _loaded ? [self view] : nil;
-    [super setView:view];
-    if (![shown window]) {
-        return;
-    }
-    // What the platform calls while the window changes comes too early: the page is not drawn yet.
+    NSWindow* window = [shown window];
+    // What the platform calls while the view changes comes too early: the page is not drawn yet.
     const BOOL onScreen = _onScreen;
     _onScreen = NO;
-    [view setFrame:[shown frame]];
-    [[shown superview] replaceSubview:shown with:view];
-    [[view window] makeFirstResponder:[view nextValidKeyView]];
+    [super setView:view];
+    if (window) {
+        [view setFrame:[shown frame]];
+        [[shown superview] replaceSubview:shown with:view];
+        [window makeFirstResponder:[view nextValidKeyView]];
+    }
     _onScreen = onScreen;
-    if (_onScreen) {
+    if (_onScreen && window) {
         [self drawAndAppear];
     }
 }

@@ -1,0 +1,159 @@
+#import <AppKit/AppKit.h>
+#include <gtest/gtest.h>
+#import <objc/runtime.h>
+
+#import "platform/cocoa/StepsSidebar.h"
+
+#include "cocoa/recorder.h"
+
+#include <algorithm>
+
+namespace morvella::cocoa_tests {
+
+namespace {
+
+id font(id, SEL, CGFloat) {
+    return [Recorder named:"font" standingFor:[NSFont class]];
+}
+
+id boldFont(id, SEL, CGFloat) {
+    return [Recorder named:"bold font" standingFor:[NSFont class]];
+}
+
+id image(id, SEL, NSString* name) {
+    return [Recorder named:[name UTF8String] standingFor:[NSImage class]];
+}
+
+void addSubview(id, SEL, NSView* view) {
+    record(std::string("sidebar shows ") + [[view description] UTF8String]);
+}
+
+void setNeedsDisplay(id, SEL, BOOL needs) {
+    record(needs ? "sidebar is drawn anew" : "sidebar is left as it is");
+}
+
+/// A sidebar of recorders.
+class SidebarTest : public ::testing::Test {
+  protected:
+    /// What is sent when it shows these steps, sorted, without where things stand.
+    Lines shown(const std::vector<Step>& steps) {
+        takeRecorded();
+        [sidebar_ setSteps:steps];
+        Lines lines = takeRecorded();
+        std::erase_if(lines,
+                      [](const auto& line) { return line.find("setFrame:") != std::string::npos; });
+        std::sort(lines.begin(), lines.end());
+        return lines;
+    }
+
+  private:
+    static Class classOf(Class one) { return object_getClass(one); }
+    static Recorder* color(const char* name) {
+        return [Recorder named:name standingFor:[NSColor class]];
+    }
+
+    Answering label_ {
+        [NSTextField class], @selector(alloc),
+            [Recorder named:"label" standingFor:[NSTextField class]]
+    };
+    Answering picture_ {
+        [NSImageView class], @selector(alloc),
+            [Recorder named:"picture" standingFor:[NSImageView class]]
+    };
+    Answering ofText_ { [NSColor class], @selector(labelColor), color("text colour") };
+    Answering ofPaleText_ { [NSColor class], @selector(secondaryLabelColor), color("pale colour") };
+    Answering ofMarkedText_ {
+        [NSColor class], @selector(alternateSelectedControlTextColor), color("marked colour")
+    };
+    Replaced font_ {
+        classOf([NSFont class]), @selector(systemFontOfSize:), reinterpret_cast<IMP>(font), "@@:d"
+    };
+    Replaced boldFont_ {
+        classOf([NSFont class]), @selector(boldSystemFontOfSize:), reinterpret_cast<IMP>(boldFont),
+            "@@:d"
+    };
+    Replaced image_ {
+        classOf([NSImage class]), @selector(imageNamed:), reinterpret_cast<IMP>(image), "@@:@"
+    };
+    Replaced adding_ {
+        [StepsSidebar class], @selector(addSubview:), reinterpret_cast<IMP>(addSubview), "v@:@"
+    };
+    Replaced drawing_ {
+        [StepsSidebar class], @selector(setNeedsDisplay:), reinterpret_cast<IMP>(setNeedsDisplay),
+            "v@:c"
+    };
+    StepsSidebar* sidebar_ = [[[StepsSidebar alloc] initWithFrame:NSZeroRect] autorelease];
+};
+
+TEST_F(SidebarTest, HasACheckMarkBeforeAStepThatIsDone) {
+    EXPECT_EQ(shown({{"Welcome", StepState::done, "Welcome, done"}}),
+              (Lines{
+                  "label init",
+                  "label setAccessibilityLabel: Welcome, done",
+                  "label setBezeled: NO",
+                  "label setDrawsBackground: NO",
+                  "label setEditable: NO",
+                  "label setFont: font",
+                  "label setSelectable: NO",
+                  "label setStringValue: Welcome",
+                  "label setTextColor: text colour",
+                  "picture init",
+                  "picture setAccessibilityElement: NO",
+                  "picture setImage: NSMenuOnStateTemplate",
+                  "sidebar is drawn anew",
+                  "sidebar shows label",
+                  "sidebar shows picture",
+              }));
+}
+
+/// What is sent for a step with a number before its name.
+Lines numbered(const std::string& font, const std::string& color) {
+    return {
+        "label init",
+        "label init",
+        "label setAccessibilityElement: NO",
+        "label setAccessibilityLabel: Spoken",
+        "label setAlignment: " + std::to_string(int(NSTextAlignmentCenter)),
+        "label setBezeled: NO",
+        "label setBezeled: NO",
+        "label setDrawsBackground: NO",
+        "label setDrawsBackground: NO",
+        "label setEditable: NO",
+        "label setEditable: NO",
+        "label setFont: " + font,
+        "label setFont: " + font,
+        "label setSelectable: NO",
+        "label setSelectable: NO",
+        "label setStringValue: 1",
+        "label setStringValue: Name",
+        "label setTextColor: " + color,
+        "label setTextColor: " + color,
+        "sidebar is drawn anew",
+        "sidebar shows label",
+        "sidebar shows label",
+    };
+}
+
+TEST_F(SidebarTest, MarksTheCurrentStep) {
+    EXPECT_EQ(shown({{"Name", StepState::current, "Spoken"}}),
+              numbered("bold font", "marked colour"));
+}
+
+TEST_F(SidebarTest, HasWhatIsToComeInPaleText) {
+    EXPECT_EQ(shown({{"Name", StepState::toCome, "Spoken"}}), numbered("font", "pale colour"));
+}
+
+TEST_F(SidebarTest, NumbersTheStepsAndTakesTheOldOnesAway) {
+    const Step step{"Name", StepState::toCome, "Spoken"};
+    const auto has = [](const Lines& lines, const std::string& line) {
+        return std::count(lines.begin(), lines.end(), line);
+    };
+    EXPECT_EQ(has(shown({step, step}), "label setStringValue: 2"), 1);
+    const Lines lines = shown({step});
+    EXPECT_EQ(has(lines, "label removeFromSuperview"), 4);
+    EXPECT_EQ(has(lines, "label setStringValue: 2"), 0);
+}
+
+}  // namespace
+
+}  // namespace morvella::cocoa_tests
