@@ -80,11 +80,8 @@ class Lookup:
         """Of the second run in a process: the first one also loads what the process lacks."""
         return self.run(2)[0][1]
 
-    def median(self):
-        return statistics.median(self.run(1 + measure.ROUNDS)[0][1:])
-
     def memory(self):
-        return statistics.median(self.run(1)[1] for _ in range(measure.ROUNDS))
+        return self.run(1)[1]
 
 
 class Command:

@@ -16,6 +16,7 @@ ARCHIVES = {
 }
 # What the installation cannot do without.
 REQUIRED = ("Morvella/Morvella.app/Contents/Info.plist", "Morvella/Sources/Vellicor.amxd")
+PACK = "bsdtar", "--format", "zip", "-c", "-f"
 
 
 def make_tree(folder, files, size):
@@ -49,5 +50,4 @@ def make_archives(resources, work, files, size):
 
 def pack(folder, archive):
     archive.unlink(missing_ok=True)
-    command = ["zip", "-q", "-r", str(archive), folder.name]
-    subprocess.run(command, cwd=folder.parent, check=True)
+    subprocess.run([*PACK, archive, folder.name], cwd=folder.parent, check=True)

@@ -8,22 +8,26 @@ import re
 import subprocess
 from pathlib import Path
 
-from rows import NAMES, Figure
+from figures import Figure
+from rows import NAMES
 
 BEGIN, END = "<!-- Written by script/bench from here on. -->", "<!-- As far as here. -->"
-HEADINGS = ["Figure", "Ours", "Against", "Theirs", "Ratio", "To reach", ""]
+HEADINGS = ["Figure", "Ours", "Against", "Theirs", "Ratio", "Spread", "To reach", ""]
 
 
 def line(figure):
-    verdict = "reached" if figure.ratio <= figure.limit else "**missed**"
+    def number(value):
+        return "" if value is None else f"{value:.2f}" if value >= 0.1 else f"{value:.4f}"
+
     return [
         figure.figure,
         figure.ours,
         figure.against,
-        figure.others,
-        f"{figure.ratio:.2f}",
-        f"{figure.limit:.2f}",
-        verdict,
+        figure.theirs,
+        number(figure.ratio),
+        number(figure.spread),
+        number(figure.limit),
+        figure.verdict,
     ]
 
 
@@ -50,9 +54,6 @@ def machine(work):
     disk = _first_line("stat", "--file-system", "--format=%T", str(work))
     versions = {
         "bsdtar": _first_line("bsdtar", "--version"),
-        "unzip": _first_line("unzip", "-v"),
-        "zip": "Zip " + _first_line("zip", "-v").split("Zip")[-1].strip(),
-        "7zz": _first_line("7zz"),
         "grep": _first_line("grep", "--version"),
     }
     return [
@@ -82,11 +83,8 @@ class Results:
         before, _, rest = text.partition(BEGIN)
         _, _, after = rest.partition(END)
         table = ["| " + " | ".join(cells) + " |" for cells in self._table()]
-        notes = [f"- {note}" for note in self._notes()]
         conditions = [f"- {each}" for each in [*described, *self._conditions()]]
-        parts = [
-            BEGIN, "\n".join(table), "\n".join(notes), "On this machine:", "\n".join(conditions), END
-        ]  # fmt: skip
+        parts = [BEGIN, "\n".join(table), "On this machine:", "\n".join(conditions), END]
         document.write_text(before + "\n\n".join(parts) + after, encoding="utf-8")
 
     def _figures(self):
@@ -98,9 +96,6 @@ class Results:
         yield HEADINGS
         yield ["---"] * len(HEADINGS)
         yield from map(line, self._figures())
-
-    def _notes(self):
-        return [f"{figure.figure}: {figure.note}." for figure in self._figures() if figure.note]
 
     def _conditions(self):
         by_text = {}

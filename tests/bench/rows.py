@@ -1,14 +1,16 @@
 """The rows of the table. Each function measures its figures and returns them."""
 
-import contextlib
 from dataclasses import dataclass
 
 import archives
+import clone
 import lookups
 import measure
 import windows
+from figures import GB, MB, Figure, amount, compared, files, seconds
 
-KB, MB, GB = 10**3, 10**6, 10**9
+SMALLEST = "the smallest application"
+SCRIPT = "the same commands by a shell script"
 
 
 @dataclass(frozen=True)
@@ -20,52 +22,10 @@ class Sizes:
     many: tuple = (50_000, 100 * MB)
     small: tuple = (200, 10 * MB)
     configuration: int = 100 * MB
-    lengths: tuple = (KB, 10 * KB, 100 * KB, MB, 10 * MB, 100 * MB, 200 * MB)
     entries: int = 100_000
 
 
-QUICK = Sizes(2, 2, (20, 20 * MB), (1000, 2 * MB), (20, MB), 2 * MB, (KB, MB, 2 * MB), 2000)
-
-
-@dataclass
-class Figure:
-    """One line of the table: what was measured, against what, and the ratio that is to be reached."""
-
-    figure: str
-    against: str
-    ours: str
-    others: str
-    ratio: float
-    limit: float
-    note: str = ""
-
-
-def compared(figure, pairs, limit, *, others=None, note="", against=""):
-    other = others or pairs.best_other
-    return Figure(
-        figure,
-        against or other,
-        seconds(pairs.median(pairs.ours)),
-        seconds(pairs.median(other)),
-        pairs.ratio(other),
-        limit,
-        note,
-    )
-
-
-def seconds(value):
-    return f"{value:.2f} s" if value >= 1 else f"{value * 1e3:.3g} ms"
-
-
-def amount(value):
-    for unit, name in ((GB, "GB"), (MB, "MB"), (KB, "KB")):
-        if value >= unit:
-            return f"{value / unit:.3g} {name}"
-    return f"{value:g} bytes"
-
-
-def files(count, size):
-    return f"{amount(size)} in {count:,} files"
+QUICK = Sizes(2, 2, (20, 20 * MB), (1000, 2 * MB), (20, MB), 2 * MB, 2000)
 
 
 class Rows:
@@ -74,21 +34,15 @@ class Rows:
     def __init__(self, programs, work, sizes):
         self._programs, self._work, self._sizes = programs, work, sizes
 
-    @contextlib.contextmanager
-    def _applications(self):
-        with windows.Applications(self._work, self._programs) as applications:
-            yield applications
-
     def start(self):
-        with self._applications() as both:
-            candidates = {}
-            for name, start in (("installer", both.installer), ("smallest", both.smallest)):
-                page = both.first_page(start)
-                candidates[name] = lambda page=page, start=start: both.time_to(page, start)
-            pairs, _ = measure.side_by_side(candidates, self._sizes.short_rounds)
-        return [
-            compared("start to first page drawn", pairs, 1.10, against="the smallest application")
-        ]
+        with windows.Applications(self._work, self._programs) as both:
+            installer, smallest = both.first_page(both.installer), both.first_page(both.smallest)
+            pairs = measure.side_by_side(
+                lambda: both.time_to(installer, both.installer),
+                lambda: both.time_to(smallest, both.smallest),
+                self._sizes.short_rounds,
+            )
+        return [compared("start to first page drawn", SMALLEST, pairs)]
 
     def _installation(self, folder, display, size):
         work = self._work / folder
@@ -98,12 +52,19 @@ class Rows:
     def _install(self, size):
         with windows.Display() as display:
             installation = self._installation("installation", display, size)
-            pairs, _ = measure.side_by_side(
-                {"installer": installation.by_installer, "script": installation.by_script},
-                self._sizes.short_rounds,
+            runs = measure.side_by_side(
+                installation.by_installer, installation.by_script, self._sizes.short_rounds
             )
-        figure = f"whole installation, payload {files(*size)}"
-        return [compared(figure, pairs, 1.02, against="the same commands by a shell script")]
+        whole = [(ours.seconds, script.seconds) for ours, script in runs]
+        outside = [(ours.outside, script.outside) for ours, script in runs]
+        share = [(ours.outside, ours.seconds) for ours, _ in runs]
+        payload = f"payload {files(*size)}"
+        figure = f"installation outside the archiver's runs, {payload}"
+        return [
+            compared(f"whole installation, {payload}", SCRIPT, whole),
+            compared(figure, SCRIPT, outside),
+            compared(figure, "the whole installation", share, 0.015),
+        ]
 
     def install_big(self):
         return self._install(self._sizes.big)
@@ -112,29 +73,23 @@ class Rows:
         return self._install(self._sizes.many)
 
     def memory(self):
-        figures = []
-        with self._applications() as both:
-            for size in (self._sizes.small, self._sizes.big):
-                installation = self._installation(f"installation {size}", both.display, size)
-                installed = {
-                    "installer": lambda: installation.by_installer() and installation.memory[-1],
-                    "smallest": both.smallest_memory,
-                }
-                pairs, _ = measure.side_by_side(installed, self._sizes.rounds)
-                figures.append(
-                    Figure(
-                        f"the installer's own peak memory, whole run, {amount(size[1])} payload",
-                        "the smallest application",
-                        amount(pairs.median("installer") * 1024),
-                        amount(pairs.median("smallest") * 1024),
-                        pairs.ratio(),
-                        1.15,
-                    )
-                )
-        return figures
+        return [self._memory(size) for size in (self._sizes.small, self._sizes.big)]
+
+    def _memory(self, size):
+        folder = self._work / amount(size[1])
+        folder.mkdir()
+        with windows.Applications(folder, self._programs) as both:
+            installation = self._installation(folder / "installation", both.display, size)
+            pairs = measure.side_by_side(
+                lambda: installation.by_installer().memory,
+                both.smallest_memory,
+                self._sizes.rounds,
+            )
+        figure = f"the installer's own peak memory, whole run, {amount(size[1])} payload"
+        return compared(figure, SMALLEST, pairs, 1.15, unit=amount)
 
     def _configuration(self, size, inside_section=False):
-        folder = self._work / "preferences"
+        folder = self._work / f"preferences {size}"
         file = lookups.write_configuration(folder, size, inside_section=inside_section)
         return file, [
             lookups.Lookup(self._programs, name, folder, lookups.FOUND)
@@ -142,60 +97,43 @@ class Rows:
         ]
 
     def library_cfg(self):
-        figures = []
+        return [*self._library_cfg(inside=False), *self._library_cfg(inside=True)]
+
+    def _library_cfg(self, inside):
+        file, (lookup, foundation) = self._configuration(self._sizes.configuration, inside)
         tiny = self._work / "tiny.cfg"
         tiny.write_text("<ProjectName Value=")
-        for inside in (False, True):
-            where = "inside the section" if inside else "before the section"
-            figure = f"User Library from a Library.cfg of {amount(self._sizes.configuration)}, "
-            file, (lookup, foundation) = self._configuration(self._sizes.configuration, inside)
 
-            def grep(path):
-                return ["grep", "-c", "<ProjectName Value=", path]
+        def grep(path):
+            return ["grep", "-c", "<ProjectName Value=", path]
 
-            # To a pipe: what it knows nobody will read, it does not count.
-            command = lookups.Command(grep, file, tiny, stdout=-1)
-            pairs, _ = measure.side_by_side(
-                {"lookup": lookup.seconds, "grep -c": command.seconds}, self._sizes.rounds
-            )
-            figures.append(compared(figure + f"all lines {where}", pairs, 1.5))
-            pairs, _ = measure.side_by_side(
-                {"lookup": lookup.seconds, "Foundation's way": foundation.seconds},
-                self._sizes.rounds,
-            )
-            figures.append(compared(figure + f"all lines {where}", pairs, 0.1))
-            grown = lookup.memory()
-            figures.append(
-                Figure(
-                    f"peak memory of that, all lines {where}",
-                    "the file",
-                    amount(grown),
-                    amount(file.stat().st_size),
-                    grown / file.stat().st_size,
-                    1.2,
-                )
-            )
-        return figures
+        # To a pipe: what it knows nobody will read, it does not count.
+        command = lookups.Command(grep, file, tiny, stdout=-1)
+        rounds, size = self._sizes.rounds, file.stat().st_size
+        lines = f"all lines {'inside' if inside else 'before'} the section"
+        figure = f"User Library from a Library.cfg of {amount(size)}, {lines}"
+        by_grep = measure.side_by_side(lookup.seconds, command.seconds, rounds)
+        by_foundation = measure.side_by_side(lookup.seconds, foundation.seconds, rounds)
+        memory = measure.side_by_side(lookup.memory, lambda: size, rounds)
+        return [
+            compared(figure, "grep -c", by_grep, 1.5),
+            compared(figure, "Foundation's way", by_foundation, 0.1),
+            compared(f"peak memory of that, {lines}", "the file", memory, 1.2, unit=amount),
+        ]
 
     def linear(self):
-        """Of the shortest and the longest file, the seconds for each byte."""
-        each = {}
-        for length in self._sizes.lengths:
-            file, (lookup, _) = self._configuration(length)
-            each[length] = lookup.median() / file.stat().st_size
-        *_, million, longest = [length for length in each if length >= MB]
-        note = "ns per byte: " + ", ".join(
-            f"{amount(length)} {value * 1e9:.2f}" for length, value in each.items()
+        size = self._sizes.configuration
+        once, (lookup, _) = self._configuration(size)
+        twice, (lookup_in_twice, _) = self._configuration(2 * size)
+        pairs = measure.side_by_side(
+            lambda: lookup_in_twice.seconds() / twice.stat().st_size,
+            lambda: lookup.seconds() / once.stat().st_size,
+            self._sizes.rounds,
         )
+        figure = f"time per byte of a Library.cfg of {amount(2 * size)}"
         return [
-            Figure(
-                f"time per byte of a Library.cfg of {amount(longest)}",
-                f"of {amount(million)}",
-                f"{each[longest] * 1e9:.2f} ns",
-                f"{each[million] * 1e9:.2f} ns",
-                each[longest] / each[million],
-                1.2,
-                note,
+            compared(
+                figure, f"of {amount(size)}", pairs, 1.2, unit=lambda each: f"{each * 1e9:.2f} ns"
             )
         ]
 
@@ -206,40 +144,45 @@ class Rows:
         empty.mkdir()
         lookup = lookups.Lookup(self._programs, "latest-folder", home, latest)
         command = lookups.Command(lambda path: ["ls", "-U", path], folder, empty)
-        pairs, _ = measure.side_by_side(
-            {"lookup": lookup.seconds, "ls -U": command.seconds}, self._sizes.rounds
-        )
+        pairs = measure.side_by_side(lookup.seconds, command.seconds, self._sizes.rounds)
         figure = f"latest preferences folder among {self._sizes.entries:,} entries"
-        return [compared(figure, pairs, 1.5)]
+        return [compared(figure, "ls -U", pairs)]
 
-    def _archive(self, size, packing):
+    def _unpack(self, size):
         archive = archives.Archives(self._work, self._programs, *size)
-        candidates = archive.packing() if packing else archive.unpacking()
-        rounds = self._sizes.rounds if packing else self._sizes.short_rounds
-        pairs, warm_up = measure.side_by_side(candidates, rounds)
-        times = (
-            f"{name} {seconds(pairs.median(name) if name in pairs.seconds else once)}"
-            + ("" if name in pairs.seconds else " (once)")
-            for name, once in warm_up.items()
-        )
-        note = ", ".join(times)
-        if packing:
-            larger = archive.sizes["stand-in"] / archive.sizes["zip"] - 1
-            note += f"; its archive against zip's: {larger:+.1%}"
-        verb = "packing" if packing else "unpacking"
-        return [compared(f"the archiver stand-in, {verb} {files(*size)}", pairs, 1.05, note=note)]
+        pairs = archive.unpacking(self._sizes.short_rounds)
+        return [compared(f"the archiver stand-in, unpacking {files(*size)}", "bsdtar", pairs, 1.05)]
 
     def unpack_big(self):
-        return self._archive(self._sizes.big, packing=False)
+        return self._unpack(self._sizes.big)
 
     def unpack_many(self):
-        return self._archive(self._sizes.many, packing=False)
+        return self._unpack(self._sizes.many)
+
+    def _pack(self, size):
+        archive = archives.Archives(self._work, self._programs, *size)
+        pairs = archive.packing(self._sizes.rounds)
+        return [compared(f"the archiver stand-in, packing {files(*size)}", "bsdtar", pairs, 1.05)]
 
     def pack_big(self):
-        return self._archive(self._sizes.big, packing=True)
+        return self._pack(self._sizes.big)
 
     def pack_many(self):
-        return self._archive(self._sizes.many, packing=True)
+        return self._pack(self._sizes.many)
+
+    def tests(self):
+        """One run each: they are no timed test."""
+        cloned = clone.Clone(self._work / "clone")
+        fresh = cloned.test()
+        cloned.change_core()
+        again = cloned.test()
+        return [
+            Figure(figure, seconds(taken), "what is asked", seconds(most), taken / most, limit=1)
+            for figure, taken, most in (
+                ("script/test in a fresh clone", fresh, 300),
+                ("script/test again, one file of the core changed", again, 90),
+            )
+        ]
 
 
 NAMES = [
@@ -254,4 +197,5 @@ NAMES = [
     "unpack-many",
     "pack-big",
     "pack-many",
+    "tests",
 ]

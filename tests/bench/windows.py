@@ -7,6 +7,7 @@ import signal
 import subprocess
 import sys
 import time
+from dataclasses import dataclass
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "end_to_end"))
@@ -19,10 +20,12 @@ from waiting import wait_until  # noqa: E402
 
 import measure  # noqa: E402
 import payload  # noqa: E402
+from stopwatch import Stopwatch  # noqa: E402
 
 # How often the screen is looked at, in seconds. It lies in shared memory: nobody is asked for it.
 LOOK = 0.002
-FONTS = ("Archivo-Medium.ttf", "OpenSans-Regular.ttf")
+# Where the title of a page lies below the upper edge of the window's content, in pixels.
+TITLE = 34
 CONFIGURATION = """GNUSTEP_USER_CONFIG_FILE=
 GNUSTEP_USER_DEFAULTS_DIR={folder}
 GNUSTEP_USER_DIR_LIBRARY={folder}
@@ -32,18 +35,18 @@ GNUSTEP_USER_DIR_LIBRARY={folder}
 class Page:
     """A page as it looks when it stands still, to be waited for in later runs."""
 
-    def __init__(self, installer, picture):
-        self._area, self._picture = installer._content, picture
+    def __init__(self, running):
+        running.wait_for_stillness()
+        window = running.display.area(running.window)
         # Only this line, through the title, is looked at all the time: looking at the whole page
         # takes so much of the machine that it would slow down what is measured.
-        self._line = Rectangle(self._area.x, self._area.y + 34, self._area.width, 1)
-        self._line_picture = installer.display.picture(self._line)
+        title = window.y + window.height - running.interface.height + TITLE
+        self._areas = (Rectangle(window.x, title, window.width, 1), window)
+        self._pictures = [running.display.picture(area) for area in self._areas]
 
     def is_shown(self, display):
-        return (
-            display.picture(self._line) == self._line_picture
-            and display.picture(self._area) == self._picture
-        )
+        pairs = zip(self._areas, self._pictures)
+        return all(display.picture(area) == picture for area, picture in pairs)
 
     def wait(self, display, what):
         wait_until(lambda: self.is_shown(display), what, seconds=600, interval=LOOK)
@@ -97,7 +100,8 @@ class Applications:
 
     def first_page(self, start):
         with start() as running:
-            return Page(running, running.wait_for_first_page())
+            running.wait_for_first_page()
+            return Page(running)
 
     def time_to(self, page, start):
         wait_until(lambda: not page.is_shown(self.display), "the last window to go")
@@ -113,6 +117,15 @@ class Applications:
             return measure.peak_memory(running.process)
 
 
+@dataclass(frozen=True)
+class Run:
+    """One installation: the seconds of the whole and without the archiver's runs."""
+
+    seconds: float
+    outside: float
+    memory: int = 0  # The installer's own peak, in bytes.
+
+
 class Installation:
     """A bundle with a payload of a given size, to be installed on one fresh stage after another."""
 
@@ -122,44 +135,42 @@ class Installation:
         shutil.copytree(programs.bundle, self.bundle)
         payload.make_archives(self.bundle / "Resources", work / "payload", files, size)
         shutil.rmtree(work / "payload")
+        self._archiver = Stopwatch(programs, self.bundle / "Helpers/ditto")
         self._last_page = None
-        self.memory = []
 
     def _fresh_stage(self):
         shutil.rmtree(self._work / "stage", ignore_errors=True)
         stage = stages.make(self._work / "stage")
+        self._archiver.reset()
         measure.settle()
         return stage
 
+    def _run(self, began, memory=0):
+        seconds = time.perf_counter() - began
+        return Run(seconds, seconds - self._archiver.seconds(runs=len(payload.ARCHIVES)), memory)
+
     def by_installer(self):
-        """The seconds from the release of the settings page's button until the last page is shown."""
+        """From the release of the settings page's button until the last page is shown."""
         stage = self._fresh_stage()
         with Installer(self._display, self.bundle, stage) as installer:
             installer.wait_for_first_page()
             installer.press("welcomeButton:")
             installer.press("licenseAcceptedButton:")
-            before = installer.picture()
-            content, button = installer._content, installer.interface.button("beginInstallButton:")
-            x, y = button.center
-            self._display.press_mouse(content.x + x, content.y + y)
-            installer.wait_for_stillness(unlike=before)
+            installer.hold_down(installer.interface.button("beginInstallButton:"))
             began = time.perf_counter()
             self._display.release_mouse()
             if not self._last_page:
-                wait_until(stage_is_complete(stage), "the installation", seconds=600)
-                self._last_page = Page(installer, installer.wait_for_stillness())
+                wait_until((stage.destination / ".Morvella.app").exists, "its end", seconds=600)
+                self._last_page = Page(installer)
             self._last_page.wait(self._display, "the last page")
-            seconds = time.perf_counter() - began
-            self.memory.append(measure.peak_memory(installer.process))
-        return seconds
+            return self._run(began, measure.peak_memory(installer.process))
 
     def by_script(self):
         stage = self._fresh_stage()
         folders = (stage.user_library, stage.fonts, stage.applications, stage.shared)
-        script = Path(__file__).resolve().with_name("install.sh")
-        began = time.perf_counter()
-        command = ["sh", script, self.bundle, *folders]
+        command = ["sh", Path(__file__).with_name("install.sh"), self.bundle, *folders]
         quiet = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+        began = time.perf_counter()
         with subprocess.Popen(command, stdin=subprocess.DEVNULL, **quiet) as sh:
 
             def has_ended():
@@ -168,11 +179,7 @@ class Installation:
                 return sh.poll() is not None
 
             wait_until(has_ended, "the script's end", seconds=600, interval=LOOK)
-            seconds = time.perf_counter() - began
+            run = self._run(began)
         if sh.returncode != 0:
             raise RuntimeError(f"the script ended with {sh.returncode}")
-        return seconds
-
-
-def stage_is_complete(stage):
-    return (stage.destination / ".Morvella.app").exists
+        return run
