@@ -3,6 +3,12 @@
 #import "ns_event.h"
 #import "sheet_cover.h"
 
+namespace {
+
+constexpr NSTimeInterval longestSleep = 0.05;
+
+}  // namespace
+
 @implementation CompletedApplication
 
 /// The desktop's own list of windows stands for GNUstep's window with the application's icon.
@@ -23,13 +29,30 @@
     }
 }
 
+/// GNUstep goes to sleep now and then although a click waits in its queue, and sleeps on until
+/// something else happens: for half a minute if nothing does.
+- (NSEvent*)eventMatchingMask:(NSUInteger)mask
+                    untilDate:(NSDate*)date
+                       inMode:(NSString*)mode
+                      dequeue:(BOOL)dequeue {
+    NSEvent* event = nil;
+    do {
+        NSDate* wakeUp = [NSDate dateWithTimeIntervalSinceNow:longestSleep];
+        event = [super nextEventMatchingMask:mask
+                                   untilDate:date ? [wakeUp earlierDate:date] : nil
+                                      inMode:mode
+                                     dequeue:dequeue];
+    } while (!event && [date timeIntervalSinceNow] > 0);
+    return event;
+}
+
 /// GNUstep hands out the first of quick clicks the wrong way round, so that a control waits for a
 /// release that it has missed.
 - (NSEvent*)nextEventMatchingMask:(NSUInteger)mask
                         untilDate:(NSDate*)date
                            inMode:(NSString*)mode
                           dequeue:(BOOL)dequeue {
-    NSEvent* event = [super nextEventMatchingMask:mask untilDate:date inMode:mode dequeue:dequeue];
+    NSEvent* event = [self eventMatchingMask:mask untilDate:date inMode:mode dequeue:dequeue];
     if (!dequeue) {
         return event;
     }
