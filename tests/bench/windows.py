@@ -13,8 +13,9 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "end_to_end"))
 
 import stage as stages  # noqa: E402
+from application import Application  # noqa: E402
 from display import Display  # noqa: E402
-from installer import Installer  # noqa: E402
+from installer import LICENCE, SETTINGS, SIZE, WELCOME, Installer  # noqa: E402
 from picture import Rectangle  # noqa: E402
 from waiting import wait_until  # noqa: E402
 
@@ -40,7 +41,7 @@ class Page:
         window = running.display.area(running.window)
         # Only this line, through the title, is looked at all the time: looking at the whole page
         # takes so much of the machine that it would slow down what is measured.
-        title = window.y + window.height - running.interface.height + TITLE
+        title = window.y + window.height - SIZE[1] + TITLE
         self._areas = (Rectangle(window.x, title, window.width, 1), window)
         self._pictures = [running.display.picture(area) for area in self._areas]
 
@@ -87,10 +88,10 @@ class Applications:
                     os.kill(int(environment.parent.name), signal.SIGKILL)
 
     def installer(self):
-        return Installer(self.display, self._programs.bundle, self.stage)
+        return Application(self.display, self._programs.bundle, self.stage)
 
     def smallest(self, display=None):
-        return Installer(
+        return Application(
             display or self.display,
             self._programs.smallest,
             self.stage,
@@ -131,7 +132,7 @@ class Installation:
 
     def __init__(self, work, programs, display, files, size):
         self._work, self._display = work, display
-        self.bundle = work / programs.bundle.name
+        self.bundle, self._built = work / programs.bundle.name, programs.bundle
         shutil.copytree(programs.bundle, self.bundle)
         payload.make_archives(self.bundle / "Resources", work / "payload", files, size)
         shutil.rmtree(work / "payload")
@@ -152,11 +153,13 @@ class Installation:
     def by_installer(self):
         """From the release of the settings page's button until the last page is shown."""
         stage = self._fresh_stage()
-        with Installer(self._display, self.bundle, stage) as installer:
-            installer.wait_for_first_page()
-            installer.press("welcomeButton:")
-            installer.press("licenseAcceptedButton:")
-            installer.hold_down(installer.interface.button("beginInstallButton:"))
+        with Installer(self._display, self.bundle, stage, built=self._built) as installer:
+            installer.wait_for_page(WELCOME)
+            installer.press("Next")
+            installer.wait_for_page(LICENCE)
+            installer.press("Accept")
+            installer.wait_for_choice(SETTINGS)
+            installer.hold_down("Next")
             began = time.perf_counter()
             self._display.release_mouse()
             if not self._last_page:

@@ -5,10 +5,18 @@ import os
 import shutil
 import subprocess
 import tempfile
+import time
 from pathlib import Path
+
+from Xlib import XK, X
+from Xlib.display import Display as Connection
+from Xlib.ext import xtest
 
 from picture import Picture, Rectangle
 from waiting import wait_until
+
+# Two presses of one kind within this time, in seconds, are one double press to the application.
+DOUBLE_PRESS = 0.6
 
 
 class Display:
@@ -19,16 +27,22 @@ class Display:
     def __enter__(self):
         self._folder = Path(tempfile.mkdtemp(prefix="morvella-display-"))
         self._processes = []
+        self._connection = None
+        self._last_key = None, 0.0
         try:
             self.name = self._start_server()
-            self._environment = {"PATH": os.environ["PATH"], "DISPLAY": self.name}
+            self._connection = Connection(self.name)
             self._start_window_manager()
+            self._file = open(self._folder / "Xvfb_screen0", "rb")
+            self._frame_buffer = mmap.mmap(self._file.fileno(), 0, prot=mmap.PROT_READ)
         except BaseException:
             self.__exit__()
             raise
         return self
 
     def __exit__(self, *_):
+        if self._connection:
+            self._connection.close()
         for process in reversed(self._processes):
             process.terminate()
             process.wait()
@@ -51,56 +65,83 @@ class Display:
         return f":{number}"
 
     def _start_window_manager(self):
-        environment = {**self._environment, "HOME": str(self._folder)}
+        environment = {"PATH": os.environ["PATH"], "DISPLAY": self.name, "HOME": str(self._folder)}
         with open(self._folder / "window-manager.log", "wb") as log:
             manager = subprocess.Popen(
                 ["openbox", "--sm-disable"], env=environment, stdout=log, stderr=log
             )
         self._processes.append(manager)
-        wait_until(lambda: self._asks("get_num_desktops"), "the window manager")
+        wait_until(lambda: self._root_property("_NET_SUPPORTING_WM_CHECK"), "the window manager")
 
-    def _run(self, *command):
-        return subprocess.run(
-            command,
-            env=self._environment,
-            stdout=subprocess.PIPE,
-            stderr=subprocess.DEVNULL,
-            text=True,
-            check=True,
-        ).stdout
+    def _root_property(self, name):
+        connection = self._connection
+        found = connection.screen().root.get_full_property(
+            connection.get_atom(name), X.AnyPropertyType
+        )
+        return found.value[0] if found else None
 
-    def _asks(self, *question):
-        """xdotool's answer, or nothing if it has none."""
-        try:
-            return self._run("xdotool", *question).strip()
-        except subprocess.CalledProcessError:
-            return ""
+    def active_window(self):
+        return self._root_property("_NET_ACTIVE_WINDOW")
 
     def windows(self, title):
         """The visible windows whose title is exactly this."""
-        return self._asks("search", "--onlyvisible", "--name", f"^{title}$").split()
+        return [window.id for window in self._below(self._connection.screen().root, title)]
+
+    def _below(self, window, title):
+        for child in window.query_tree().children:
+            if self._title(child) == title and child.get_attributes().map_state == X.IsViewable:
+                yield child
+            yield from self._below(child, title)
+
+    def _title(self, window):
+        found = window.get_full_property(
+            self._connection.get_atom("_NET_WM_NAME"), X.AnyPropertyType
+        )
+        return found.value.decode() if found else None
 
     def area(self, window):
         """Where the content of a window lies on the screen."""
-        # xdotool counts the frame that the window manager draws twice.
-        answer = self._run("xwininfo", "-id", window)
-        lines = dict(line.strip().split(": ", 1) for line in answer.splitlines() if ": " in line)
-        names = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
-        return Rectangle(*(int(lines[name]) for name in names))
+        content = self._connection.create_resource_object("window", window)
+        size = content.get_geometry()
+        corner = content.translate_coords(self._connection.screen().root, 0, 0)
+        # The protocol counts from the other window's corner.
+        return Rectangle(-corner.x, -corner.y, size.width, size.height)
 
     def picture(self, area):
-        with open(self._folder / "Xvfb_screen0", "rb") as file:
-            with mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ) as frame_buffer:
-                return Picture.of_screen(frame_buffer, area)
+        return Picture.of_screen(self._frame_buffer, area)
+
+    # What a person does
 
     def press_mouse(self, x, y):
-        self._run("xdotool", "mousemove", str(x), str(y), "mousedown", "1")
+        xtest.fake_input(self._connection, X.MotionNotify, x=x, y=y)
+        xtest.fake_input(self._connection, X.ButtonPress, 1)
+        self._connection.sync()
 
     def release_mouse(self):
-        self._run("xdotool", "mouseup", "1")
+        xtest.fake_input(self._connection, X.ButtonRelease, 1)
+        self._connection.sync()
 
     def key(self, *names):
-        self._run("xdotool", "key", *names)
+        """Presses keys, as in "Tab" or "shift+Tab".
 
-    def active_window(self):
-        return self._asks("getactivewindow")
+        The same key again waits until the two are no double press: on the next page the second of
+        them would rightly do nothing.
+        """
+        for name in names:
+            last, when = self._last_key
+            if name == last:
+                time.sleep(max(0.0, when + DOUBLE_PRESS - time.monotonic()))
+            self._press_together(name.split("+"))
+            self._last_key = name, time.monotonic()
+
+    def _press_together(self, names):
+        codes = [self._connection.keysym_to_keycode(_keysym(name)) for name in names]
+        for code in codes:
+            xtest.fake_input(self._connection, X.KeyPress, code)
+        for code in reversed(codes):
+            xtest.fake_input(self._connection, X.KeyRelease, code)
+        self._connection.sync()
+
+
+def _keysym(name):
+    return XK.string_to_keysym({"shift": "Shift_L", "alt": "Alt_L"}.get(name, name))

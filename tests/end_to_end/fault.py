@@ -11,26 +11,30 @@ from pathlib import Path
 import snapshot
 from expectations import BACKUP_NAME, FONTS, critical
 from scenario import Scenario
+from waiting import PATIENCE
 from walking import walk
 
 
 class Fault(Scenario):
+    # For one step, in seconds.
+    patience = PATIENCE
+
     def run_to_the_end(self, stage, *, actions=(), **options):
         """Answers everything with Return; returns the log."""
         with self.launch(stage, **options) as installer:
-            self.assertEqual(walk(installer, actions), 0)
+            assert walk(installer, actions, self.patience) == 0
             return installer.log
 
     def expect_run(self, stage, *lines, actions=(), **options):
         """Answers everything with Return; the whole log is `lines`, and nothing else is touched."""
         with self.untouched_elsewhere(stage), self.launch(stage, **options) as installer:
-            self.assertEqual(walk(installer, actions), 0)
+            assert walk(installer, actions, self.patience) == 0
             self.expect_log(installer, *lines)
 
     def expect_criticals(self, log, *messages):
         """Exactly these critical sheets were asked for, in this order."""
         asked = [line for line in log if line.startswith("critical error:")]
-        self.assertEqual(asked, [critical(message) for message in messages])
+        assert asked == [critical(message) for message in messages]
 
     @contextlib.contextmanager
     def untouched_elsewhere(self, stage):
@@ -42,10 +46,10 @@ class Fault(Scenario):
         problems = snapshot.differences(
             without_own_places(before, stage), without_own_places(after, stage, new)
         )
-        self.assertEqual(problems, [], "what the installer must not touch has changed")
+        assert problems == [], "what the installer must not touch has changed"
 
     def expect_nothing_lost(self, stage, before):
-        self.assertEqual(lost(stage, before), [], "lost files")
+        assert lost(stage, before) == [], "lost files"
 
 
 def files_in(items):

@@ -7,6 +7,8 @@ gate.cpp.
 import mmap
 import struct
 
+from inspector import installed_module
+
 # The two numbers of the shared file.
 ARRIVED, ALLOWED = range(2)
 NUMBER = struct.Struct("=i")
@@ -15,9 +17,7 @@ EVERYTHING = 2**31 - 1
 
 class Gate:
     def __init__(self, file, bundle):
-        library = bundle.parent / "tests/end_to_end/libgate.so"
-        if not library.exists():
-            raise FileNotFoundError(f"{library} must be built")
+        library = installed_module(bundle, "libgate.so")
         file.write_bytes(bytes(2 * NUMBER.size))
         with open(file, "r+b") as opened:
             self._numbers = mmap.mmap(opened.fileno(), 0)

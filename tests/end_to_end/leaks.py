@@ -14,6 +14,7 @@ from pathlib import Path
 
 import stage as stages
 from display import Display
+from gate import Gate
 from installer import Installer
 from tour import Tour
 
@@ -48,9 +49,11 @@ def take_tour(executable, folder):
         "ASAN_OPTIONS": SANITIZER.format(log=folder / "leaks"),
         "LSAN_OPTIONS": "exitcode=0:max_leaks=0",
     }
+    gate = Gate(folder / "gate", executable.parent)
+    environment.update(gate.environment)
     with Display() as display:
         with Installer(display, executable.parent, stage, environment=environment) as installer:
-            Tour(installer, previous=True).walk()
+            Tour(installer, gate, previous=True).walk()
     return "\n\n".join(path.read_text() for path in folder.glob("leaks.*"))
 
 

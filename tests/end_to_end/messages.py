@@ -1,4 +1,4 @@
-"""What the critical sheets say."""
+"""What the sheets say."""
 
 BUNDLE_CORRUPT = (
     "Installer bundle corrupt, please dowload the installer again or contact support."
@@ -17,3 +17,16 @@ NO_SHARED_DATA = "Could not access shared user data, aborting."
 NO_USER_FILES = "Could not install user files, aborting."
 NOT_INSTALLED = "Install failed"
 NOT_VERIFIED = "Install failed to verify, aborting."
+
+# Not critical.
+PREVIOUS_INSTALLATION = "Previous installation of Morvella must be deleted."
+MAKE_BACKUP = (
+    "Make a zip backup of the current Morvella folder.\n"
+    "Backups are located in the user library folder."
+)
+# Critical, but not the end.
+NOT_AVAILABLE = "User Library is currently not available"
+CONNECT_DRIVE = (
+    "If you are using external or network drive please make sure that it is connected.\n"
+    "Once it's connected the installation will proceed."
+)

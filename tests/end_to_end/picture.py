@@ -18,11 +18,6 @@ class Rectangle:
     def center(self):
         return self.x + self.width // 2, self.y + self.height // 2
 
-    def grown(self, margin):
-        return Rectangle(
-            self.x - margin, self.y - margin, self.width + 2 * margin, self.height + 2 * margin
-        )
-
     def within(self, outer):
         left, top = max(self.x, 0), max(self.y, 0)
         right = min(self.x + self.width, outer.width)

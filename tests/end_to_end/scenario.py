@@ -1,41 +1,23 @@
 """What every end-to-end test starts from: a folder of its own, stages, bundles and installers."""
 
-import os
 import shutil
-import tempfile
-import unittest
 import zipfile
-from pathlib import Path
+
+import pytest
 
 import expectations
+import folders
 import snapshot
 import stage as stages
-from installer import Installer
-from waiting import wait_until
-
-NOBODY = 65534
+from installer import FINISH, LICENCE, SETTINGS, WELCOME, Installer
 
 
-class Scenario(unittest.TestCase):
-    """The runner sets `display`, `bundle` and `evidence` before a test runs."""
-
-    display = bundle = evidence = None
-    maxDiff = None
-
-    def setUp(self):
-        self.folder = Path(tempfile.mkdtemp(prefix="morvella-test-")).resolve()
-        self.folder.chmod(0o755)
-        self.addCleanup(self._remove_folder)
-
-    def _remove_folder(self):
-        for folder, _, _ in os.walk(self.folder):
-            os.chmod(folder, 0o755)
-        # The Live application may still be writing down what it was asked to open.
-        wait_until(self._is_removed, f"the end of {self.folder}")
-
-    def _is_removed(self):
-        shutil.rmtree(self.folder, ignore_errors=True)
-        return not self.folder.exists()
+class Scenario:
+    @pytest.fixture(autouse=True)
+    def prepare(self, display, bundle, evidence):
+        self.display, self.bundle, self.built, self.evidence = display, bundle, bundle, evidence
+        with folders.temporary_folder("test") as self.folder:
+            yield
 
     # What a test starts from
 
@@ -60,54 +42,61 @@ class Scenario(unittest.TestCase):
         old.unlink()
 
     def ordinary_user(self, stage):
-        """A user whom permissions hold back, who owns the stage; root passes through them all."""
-        if os.geteuid() != 0:
-            return None
-        for path in [stage.root, *stage.root.rglob("*")]:
-            os.chown(path, NOBODY, NOBODY, follow_symlinks=False)
-        return NOBODY
+        """A user whom permissions hold back, who owns the stage."""
+        return folders.ordinary_user(stage.root)
 
     def launch(self, stage, arguments=None, *, bundle=None, **options):
         options.setdefault("evidence", self.evidence)
-        return Installer(self.display, bundle or self.bundle, stage, arguments, **options)
+        return Installer(
+            self.display, bundle or self.bundle, stage, arguments, built=self.built, **options
+        )
 
     # What a test does
 
     def go_to_licence(self, installer):
-        installer.wait_for_first_page()
-        return installer.press("welcomeButton:")
+        installer.wait_for_page(WELCOME)
+        installer.press("Next")
+        return installer.wait_for_page(LICENCE)
 
     def go_to_settings(self, installer):
+        """Whatever sheet the page may show then."""
         self.go_to_licence(installer)
-        return installer.press("licenseAcceptedButton:")
+        installer.press("Accept")
+        return installer.wait_for_state(lambda state: state.page == SETTINGS, "the settings page")
 
     def begin_installation(self, installer):
         """Leaves the settings page; what comes next is the caller's to wait for."""
         self.go_to_settings(installer)
-        installer.click(installer.interface.button("beginInstallButton:"))
+        installer.wait_for_choice(SETTINGS)
+        installer.press("Next")
 
     def install(self, installer):
         """Walks to the last page."""
         self.begin_installation(installer)
-        installer.wait_for_line(expectations.HIDING)
-        return installer.wait_for_stillness()
+        return installer.wait_for_page(FINISH)
 
     def leave(self, installer):
         """Presses the last page's button."""
-        installer.click(installer.interface.button("installDoneButton:"))
+        installer.press("Finish")
         self.expect_end(installer)
 
     def quit_critical_sheet(self, installer, message):
         """Waits for the sheet and presses its only button."""
-        installer.wait_for_line(expectations.critical(message))
-        installer.wait_for_stillness()
-        installer.key("Return")
+        installer.wait_for_sheet(message)
+        assert expectations.critical(message) in installer.log
+        installer.press("Quit")
+        self.expect_end(installer)
+
+    def quit_any_sheet(self, installer):
+        """Waits for a critical sheet, whatever it says, and presses its only button."""
+        installer.wait_for_state(lambda state: state.sheet and state.sheet.style == 2, "a sheet")
+        installer.press("Quit")
         self.expect_end(installer)
 
     # What a test expects
 
     def expect_end(self, installer):
-        self.assertEqual(installer.wait_for_end(), 0)
+        assert installer.wait_for_end() == 0
 
     def expect_log(self, installer, *lines):
         expectations.expect_log(installer, list(lines))

@@ -83,7 +83,7 @@ class Stage:
         return self.root / "Volumes" / self.names.volume
 
     @property
-    def drawer(self):
+    def unmounted_volume(self):
         """Where a volume lies while it is not mounted."""
         return self.root / "Unmounted" / self.names.volume
 
@@ -160,7 +160,7 @@ class Stage:
 
     def mount(self):
         """Brings the missing volume: one rename, so nobody ever sees half of it."""
-        self.drawer.rename(self.volume)
+        self.unmounted_volume.rename(self.volume)
 
 
 def make(root, *, previous=False, unmounted=False, demo=True, names=Names()):
@@ -179,7 +179,7 @@ def make(root, *, previous=False, unmounted=False, demo=True, names=Names()):
     if previous:
         _make_previous_installation(stage)
     if unmounted:
-        stage.volume.rename(stage.drawer)
+        stage.volume.rename(stage.unmounted_volume)
     return stage
 
 
@@ -225,7 +225,7 @@ def _make_folders(stage):
     for folder in (stage.fonts, stage.documents, stage.shared, stage.kit, stage.root / "Volumes"):
         folder.mkdir(parents=True)
     if stage.unmounted:
-        stage.drawer.parent.mkdir()
+        stage.unmounted_volume.parent.mkdir()
     _write(stage.user_library / "Presets/Instruments/Soft Keys.adg", "a preset of the user's own\n")
     _write(stage.user_library / "Samples/Recorded/Rain.wav", "a recording of the user's own\n")
 

@@ -12,13 +12,14 @@ from expectations import (
 )
 from fault import Fault
 from messages import NO_USER_FILES, NO_UTILITIES, NOT_INSTALLED
+from installer import FINISH, INSTALLATION
 from waiting import wait_until
 
 KIBIBYTE = 1 << 10
 DIFFERENT_PICTURES = 4
 
 
-class ArchiverFaults(Fault):
+class TestArchiverFaults(Fault):
     """The archiver does its work, or does not, and then behaves strangely."""
 
     def replace_archiver(self, script, only="-"):
@@ -126,16 +127,19 @@ class ArchiverFaults(Fault):
         with self.launch(stage) as installer:
             self.begin_installation(installer)
             installer.wait_for_line(font_lines(self.bundle, stage)[-1])
-            pictures = set()
+            area, pictures = installer.content, set()
 
             def turns():
-                pictures.add(installer.picture().pixels)
+                pictures.add(self.display.picture(area).pixels)
                 return len(pictures) >= DIFFERENT_PICTURES
 
             wait_until(turns, "the indicator to turn")
+            state = installer.state()
+            assert state.place == INSTALLATION
+            (indicator,) = state.indicators
+            assert indicator.running and not indicator.hidden
             go.touch()
-            installer.wait_for_line(HIDING)
-            installer.wait_for_stillness()
+            installer.wait_for_page(FINISH)
             self.leave(installer)
 
     # While it packs

@@ -7,7 +7,7 @@ from scenario import Scenario
 MEBIBYTE = 1 << 20
 
 
-class BadLiveApplication(Scenario):
+class TestBadLiveApplication(Scenario):
     """What the argument "liveapp" may be, or may name, instead of a Live application."""
 
     def expect_no_user_library(self, live, reason, stage=None):
@@ -79,7 +79,7 @@ class BadLiveApplication(Scenario):
         self.expect_unknown_version(stage)
 
 
-class BadLibraryCfg(Scenario):
+class TestBadLibraryCfg(Scenario):
     def expect_status_4(self, stage):
         before = self.snapshot(stage)
         with self.launch(stage) as installer:
@@ -136,4 +136,4 @@ class BadLibraryCfg(Scenario):
         with self.launch(stage) as installer:
             self.install(installer)
             self.leave(installer)
-        self.assertTrue((stage.destination / "Sources/Vellicor.amxd").exists())
+        assert (stage.destination / "Sources/Vellicor.amxd").exists()

@@ -21,13 +21,12 @@ from messages import NO_APPLICATIONS, NO_USER_FILES, NO_UTILITIES, NOT_INSTALLED
 from scenario import Scenario
 
 
-class BadArchives(Scenario):
+class TestBadArchives(Scenario):
     def install_and_quit(self, bundle, *lines):
         stage = self.make_stage()
         with self.launch(stage, bundle=bundle) as installer:
-            self.install(installer)
-            installer.key("Return")
-            self.expect_end(installer)
+            self.begin_installation(installer)
+            self.quit_any_sheet(installer)
             expected = [*start_lines(stage), *font_lines(bundle, stage)]
             for line in lines:
                 expected += line(stage) if callable(line) else [line]
@@ -45,8 +44,8 @@ class BadArchives(Scenario):
             critical(NO_USER_FILES),
             HIDING,
         )
-        self.assertTrue(stage.shared_data.is_dir())
-        self.assertEqual(list(stage.shared_data.iterdir()), [])
+        assert stage.shared_data.is_dir()
+        assert list(stage.shared_data.iterdir()) == []
 
     def test_damaged_utilities(self):
         bundle = self.copy_bundle()
@@ -62,7 +61,7 @@ class BadArchives(Scenario):
             *shader_lines(bundle),
             HIDING,
         )
-        self.assertTrue((stage.shared_data / "ISF").is_dir())
+        assert (stage.shared_data / "ISF").is_dir()
 
     def test_damaged_suite(self):
         bundle = self.copy_bundle()
@@ -76,10 +75,10 @@ class BadArchives(Scenario):
             "aborting, couldn't hide the app file.",
             critical(NOT_INSTALLED),
         )
-        self.assertFalse(stage.destination.exists())
+        assert not stage.destination.exists()
 
 
-class FoldersThatCannotBeUsed(Scenario):
+class TestFoldersThatCannotBeUsed(Scenario):
     def test_missing_font_folder_stops_nothing(self):
         stage = self.make_stage()
         stage.fonts.rmdir()
@@ -101,9 +100,8 @@ class FoldersThatCannotBeUsed(Scenario):
         stage.applications.chmod(0o555)
         before = self.snapshot(stage)
         with self.launch(stage, bundle=bundle, user=user) as installer:
-            self.install(installer)
-            installer.key("Return")
-            self.expect_end(installer)
+            self.begin_installation(installer)
+            self.quit_any_sheet(installer)
             self.expect_log(
                 installer,
                 *start_lines(stage),

@@ -1,6 +1,8 @@
 import os
 import subprocess
 
+import pytest
+
 import disturbed
 import snapshot
 from expectations import HIDING, critical, font_lines, start_lines
@@ -10,23 +12,24 @@ from messages import NOT_VERIFIED
 KIBIBYTE, MEBIBYTE = 1 << 10, 1 << 20
 
 
-class FullDisk(Fault):
+class TestFullDisk(Fault):
     """The whole stage lies on a small disk of its own.
 
     Where none can be mounted, the files that the archiver writes may not grow instead: to the
     archiver that looks the same.
     """
 
-    def setUp(self):
-        super().setUp()
+    @pytest.fixture(autouse=True)
+    def mount_disk(self, prepare):
         self.disk = self.folder / "disk"
         self.disk.mkdir()
         mount = ["mount", "-t", "tmpfs", "-o", f"size={64 * MEBIBYTE}", "tmpfs", self.disk]
         self.mounted = subprocess.run(mount, stderr=subprocess.DEVNULL, check=False).returncode == 0
-        if self.mounted:
-            self.addCleanup(subprocess.run, ["umount", self.disk], check=True)
-        else:
+        if not self.mounted:
             print("No disk can be mounted here: the archiver's files are limited instead.")
+        yield
+        if self.mounted:
+            subprocess.run(["umount", self.disk], check=True)
 
     def leave_free(self, size):
         if self.mounted:
@@ -66,7 +69,7 @@ class FullDisk(Fault):
         )
         if self.mounted:
             added = dict(self.snapshot(stage).items() - before.items())
-            self.assertEqual(set(added.values()), {snapshot.FOLDER}, "half a file is left behind")
+            assert set(added.values()) == {snapshot.FOLDER}, "half a file is left behind"
 
     def test_while_packing(self):
         stage = self.make_stage("disk/stage", previous=True)
@@ -77,4 +80,4 @@ class FullDisk(Fault):
         run = disturbed.Run(previous=disturbed.not_backed_up)
         self.expect_run(stage, *run.log(self.bundle, stage))
         self.expect_nothing_lost(stage, before)
-        self.assertEqual(backups(stage, "*"), [])
+        assert backups(stage, "*") == []

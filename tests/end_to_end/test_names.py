@@ -5,7 +5,7 @@ from scenario import Scenario
 from stage import Names
 
 
-class UnusualNames(Scenario):
+class TestUnusualNames(Scenario):
     """Names of folders, from the launch arguments to the last file, unchanged."""
 
     def expect_complete_run(self, folder="stage", **names):

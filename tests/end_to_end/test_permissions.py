@@ -1,8 +1,8 @@
-import contextlib
 import os
-import shutil
 import stat
 from pathlib import Path
+
+import pytest
 
 import disturbed
 import snapshot
@@ -111,73 +111,60 @@ RUNS = {
 }
 
 
-class Permissions(Fault):
+def points():
+    """Each folder with each of the two modes; the sweeps are those of the user's own folders."""
+    for mode in (UNREADABLE, UNWRITABLE):
+        for place in RUNS:
+            of_user = place.startswith(f"{HOME}/")
+            yield pytest.param(
+                place, mode, marks=pytest.mark.sweep(of_user, mode), id=f"{mode:o} {place}"
+            )
+
+
+POINTS = list(points())
+
+
+class TestPermissions(Fault):
     """Each folder of the stage in turn is one that an ordinary user may not use."""
 
-    def setUp(self):
-        super().setUp()
+    @pytest.fixture(autouse=True)
+    def copy(self, prepare):
         self.bundle = self.copy_bundle()  # Every user may read this one.
 
     def test_table_names_every_folder(self):
         stage = self.make_stage_with_trash()
         items = self.snapshot(stage).items()
         folders = {str(path) for path, item in items if item == snapshot.FOLDER}
-        self.assertEqual(RUNS.keys(), folders | {"."})
+        assert RUNS.keys() == folders | {"."}
 
-    def test_unreadable_folder_of_the_user(self):
-        self.go_through(UNREADABLE, of_user=True)
-
-    def test_unreadable_folder_of_the_machine(self):
-        self.go_through(UNREADABLE, of_user=False)
-
-    def test_unwritable_folder_of_the_user(self):
-        self.go_through(UNWRITABLE, of_user=True)
-
-    def test_unwritable_folder_of_the_machine(self):
-        self.go_through(UNWRITABLE, of_user=False)
-
-    def go_through(self, mode, of_user):
-        places = [place for place in RUNS if place.startswith(f"{HOME}/") == of_user]
-        for place in places:
-            with self.telling(f"{place} with permissions {mode:o}"):
-                self.run_with(place, mode, RUNS[place][mode == UNWRITABLE])
-        print(f"{len(places)} folders with permissions {mode:o}")
-
-    @contextlib.contextmanager
-    def telling(self, what):
-        try:
-            yield
-        except Exception as problem:
-            problem.add_note(what)
-            raise
-
-    def make_stage_with_trash(self):
-        stage = self.make_stage(previous=True)
-        for folder in ("files", "info"):
-            (stage.trash / folder).mkdir(parents=True)
-        return stage
-
-    def run_with(self, place, mode, run):
+    @pytest.mark.parametrize(("place", "mode"), POINTS)
+    def test_folder(self, place, mode):
+        run = RUNS[place][mode == UNWRITABLE]
         stage = self.make_stage_with_trash()
         user = self.ordinary_user(stage)
         before = self.snapshot(stage)
         with self.untouched_elsewhere(stage):
             (stage.root / place).chmod(mode)
             with self.launch(stage, user=user) as installer:
-                self.assertEqual(walk(installer, self.actions(installer, mode, run)), 0)
+                assert walk(installer, self.actions(installer, mode, run)) == 0
                 self.expect_log(installer, *run.log(self.bundle, stage))
                 criticals = [line for line in installer.log if line.startswith("critical")]
             give_back(stage.root, mode)
-        self.assertEqual(lost(stage, before), list(run.replaced))
+        assert lost(stage, before) == list(run.replaced)
         self.expect_installed(stage, run.installed)
         expect_opened(stage, [str(stage.demo_set)] if run.demo and not criticals else [])
-        shutil.rmtree(stage.root)
+    def make_stage_with_trash(self):
+        stage = self.make_stage(previous=True)
+        for folder in ("files", "info"):
+            (stage.trash / folder).mkdir(parents=True)
+        return stage
 
     def actions(self, installer, mode, run):
         """What to do before each page is left, the sheet about the User Library counted as one."""
         if run != WAITS:
             return []
-        return [nothing, nothing, nothing, lambda: wait_until_library_is_back(installer, mode)]
+        # Before the sheet that says so is answered; it is looked for only then.
+        return [nothing, nothing, lambda: give_back(installer.stage.root, mode)]
 
     def expect_installed(self, stage, names):
         after = self.snapshot(stage)
@@ -190,7 +177,7 @@ class Permissions(Fault):
         }
         for name, place in pieces.items():
             items = installed(self.bundle, stage, **{**none, **place}).items()
-            self.assertEqual(items <= after.items(), name in names, f"{name} in place")
+            assert (items <= after.items()) == (name in names), f"{name} in place"
 
 
 def give_back(root, mode):
@@ -206,9 +193,3 @@ def folders_in(root):
     for folder, names, _ in os.walk(root):
         for name in names:
             yield Path(folder) / name
-
-
-def wait_until_library_is_back(installer, mode):
-    waiting = installer.picture()
-    give_back(installer.stage.root, mode)
-    installer.wait_for_stillness(unlike=waiting)

@@ -22,7 +22,7 @@ from fault import Fault
 from messages import NO_SHARED_DATA, NO_USER_FILES
 
 
-class Destination(Fault):
+class TestDestination(Fault):
     """Something else than a previous installation stands where the suite will be."""
 
     def make_stage_with_folder_elsewhere(self):
@@ -40,7 +40,7 @@ class Destination(Fault):
         )
         self.expect_nothing_lost(stage, before)
         after = self.snapshot(stage)
-        self.assertLessEqual(installed(self.bundle, stage).items(), after.items())
+        assert installed(self.bundle, stage).items() <= after.items()
 
     def test_file(self):
         stage = self.make_stage()
@@ -53,7 +53,7 @@ class Destination(Fault):
         self.replace(stage, HANDLED)
         (backup,) = stage.user_library.glob("MorvellaBackup-*.zip")
         packed = snapshot.placed(snapshot.of_folder(elsewhere), Path("Morvella"))
-        self.assertEqual(snapshot.of_archive(backup), packed)
+        assert snapshot.of_archive(backup) == packed
 
     def test_dangling_link(self):
         stage = self.make_stage()
@@ -61,7 +61,7 @@ class Destination(Fault):
         self.replace(stage, *disturbed.not_readable(self.bundle, stage))
 
 
-class Fonts(Fault):
+class TestFonts(Fault):
     def test_fonts_with_other_contents_stay(self):
         stage = self.make_stage()
         for font in FONTS:
@@ -76,7 +76,7 @@ class Fonts(Fault):
         expect_files(stage, {**installed(self.bundle, stage), **before})
 
 
-class SharedData(Fault):
+class TestSharedData(Fault):
     """What stands in the way of the shaders."""
 
     def expect_shaders(self, stage, *shaders, to, **options):

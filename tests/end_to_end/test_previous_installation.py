@@ -14,22 +14,28 @@ from expectations import (
     suite_lines,
     utility_lines,
 )
-from messages import NOT_TRASHED, STILL_THERE
+from messages import MAKE_BACKUP, NOT_TRASHED, PREVIOUS_INSTALLATION, STILL_THERE
 from scenario import Scenario
 
 
-class PreviousInstallation(Scenario):
+class TestPreviousInstallation(Scenario):
     def ask(self, installer):
         """Walks to the sheet that asks for the old folder's deletion."""
-        self.go_to_settings(installer)
-        return installer.press("beginInstallButton:")
+        self.begin_installation(installer)
+        return installer.wait_for_sheet(PREVIOUS_INSTALLATION)
+
+    def install_without_backup(self, installer):
+        self.ask(installer)
+        installer.press(MAKE_BACKUP)
+        installer.wait_for_tick(MAKE_BACKUP, False)
+        installer.press("Continue")
 
     def test_quit_changes_nothing(self):
         stage = self.make_stage(previous=True)
         before = self.snapshot(stage)
         with self.launch(stage) as installer:
             self.ask(installer)
-            installer.press_second_button_of_sheet()
+            installer.press("Quit")
             self.expect_end(installer)
             self.expect_log(installer, *start_lines(stage))
         self.expect_untouched(stage, before)
@@ -39,12 +45,8 @@ class PreviousInstallation(Scenario):
         before = self.snapshot(stage)
         old = stage.destination.relative_to(stage.root)
         with self.launch(stage) as installer:
-            self.ask(installer)
-            installer.untick_box_of_sheet()
-            installer.key("Return")
-            installer.wait_for_line(HIDING)
-            installer.wait_for_stillness()
-            self.leave(installer)
+            self.install_without_backup(installer)
+            installer.finish()
         utilities = stage.utilities.relative_to(stage.root)
         trashed = {
             "Morvella": snapshot.below(before, old),
@@ -62,10 +64,8 @@ class PreviousInstallation(Scenario):
         before = self.snapshot(stage)
         with self.launch(stage) as installer:
             self.ask(installer)
-            installer.key("Return")
-            installer.wait_for_line(HIDING)
-            installer.wait_for_stillness()
-            self.leave(installer)
+            installer.press("Continue")
+            installer.finish()
             self.expect_log(
                 installer,
                 *start_lines(stage),
@@ -75,29 +75,23 @@ class PreviousInstallation(Scenario):
                 *utility_lines(self.bundle, stage, replaced=True),
                 HIDING,
             )
-        self.assertEqual(len(list(stage.user_library.glob("MorvellaBackup-*.zip"))), 1)
-        self.assertEqual(
-            sorted(path.name for path in (stage.trash / "files").iterdir()),
-            ["Morvella", "Morvella.2"],
-        )
+        assert len(list(stage.user_library.glob("MorvellaBackup-*.zip"))) == 1
+        trashed = sorted(path.name for path in (stage.trash / "files").iterdir())
+        assert trashed == ["Morvella", "Morvella.2"]
         after = self.snapshot(stage)
         for place in (stage.destination, stage.utilities, stage.shared_data, stage.fonts):
             place = place.relative_to(stage.root)
-            self.assertEqual(snapshot.below(after, place), snapshot.below(before, place))
+            assert snapshot.below(after, place) == snapshot.below(before, place)
 
     def test_plain_file_in_its_place_counts_as_one(self):
         stage = self.make_stage()
         stage.destination.write_text("a file of the user's own\n")
         with self.launch(stage) as installer:
-            self.ask(installer)
-            installer.untick_box_of_sheet()
-            installer.key("Return")
-            installer.wait_for_line(HIDING)
-            installer.wait_for_stillness()
-            self.leave(installer)
+            self.install_without_backup(installer)
+            installer.finish()
         trashed = stage.trash / "files/Morvella"
-        self.assertEqual(trashed.read_text(), "a file of the user's own\n")
-        self.assertTrue((stage.destination / "Sources/Vellicor.amxd").exists())
+        assert trashed.read_text() == "a file of the user's own\n"
+        assert (stage.destination / "Sources/Vellicor.amxd").exists()
 
     def test_trash_that_cannot_be_used_ends_in_a_critical_sheet(self):
         stage = self.make_stage(previous=True)
@@ -105,14 +99,9 @@ class PreviousInstallation(Scenario):
         stage.trash.write_text("not a folder\n")
         before = snapshot.below(self.snapshot(stage), stage.destination.relative_to(stage.root))
         with self.launch(stage) as installer:
-            self.ask(installer)
-            installer.untick_box_of_sheet()
-            installer.key("Return")
-            installer.wait_for_line(HIDING)
-            installer.wait_for_stillness()
+            self.install_without_backup(installer)
+            self.quit_any_sheet(installer)
             lines = installer.log
-            installer.key("Return")
-            self.expect_end(installer)
         expected = [
             *start_lines(stage),
             f"failed to move to trash:{file_url(stage.destination)}/",
@@ -121,7 +110,7 @@ class PreviousInstallation(Scenario):
             critical(STILL_THERE),
             HANDLED,
         ]
-        self.assertEqual(lines[: len(expected)], expected)
+        assert lines[: len(expected)] == expected
         after = snapshot.below(self.snapshot(stage), stage.destination.relative_to(stage.root))
         own = Path("My Patches/Evening Drone.adv")
-        self.assertEqual(after[own], before[own])
+        assert after[own] == before[own]

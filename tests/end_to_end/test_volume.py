@@ -1,3 +1,5 @@
+import pytest
+
 from disturbed import Run, not_hidden, suite_refused
 from expectations import (
     HANDLED,
@@ -28,11 +30,11 @@ def gone_while_asked(bundle, stage):
     ]
 
 
-class Volume(Fault):
+class TestVolume(Fault):
     """The volume of the User Library goes away after the settings page has shown it."""
 
-    def setUp(self):
-        super().setUp()
+    @pytest.fixture(autouse=True)
+    def copy(self, prepare):
         self.bundle = self.copy_bundle()  # Every user may read this one.
 
     def make_mounted_stage(self, **options):
@@ -53,14 +55,14 @@ class Volume(Fault):
 
     def run_while_it_goes(self, stage, *lines, pages):
         """It goes away when so many pages have been left, and comes back after the run."""
-        going = self.moved(stage, stage.volume, stage.drawer)
-        coming = self.moved(stage, stage.drawer, stage.volume)
+        going = self.moved(stage, stage.volume, stage.unmounted_volume)
+        coming = self.moved(stage, stage.unmounted_volume, stage.volume)
         before = self.snapshot(stage)
         with self.untouched_elsewhere(stage):
             with self.launch(stage, user=self.user) as installer:
-                self.assertEqual(walk(installer, [nothing] * pages + [going]), 0)
+                assert walk(installer, [nothing] * pages + [going]) == 0
                 self.expect_log(installer, *lines)
-            self.assertEqual(list(stage.volume.parent.iterdir()), [])
+            assert list(stage.volume.parent.iterdir()) == []
             coming()
         self.expect_nothing_lost(stage, before)
 
@@ -69,7 +71,7 @@ class Volume(Fault):
         self.expect_criticals(self.run_to_the_end(stage, user=self.user))
         self.expect_nothing_lost(stage, before)
         pieces = installed(self.bundle, stage, fonts=(), shaders_to=None)
-        self.assertLessEqual(pieces.items(), self.snapshot(stage).items())
+        assert pieces.items() <= self.snapshot(stage).items()
 
     def test_goes_away_before_the_installation(self):
         stage = self.make_mounted_stage()
@@ -98,8 +100,8 @@ class Volume(Fault):
         before = self.snapshot(stage)
 
         def go_and_come():
-            self.moved(stage, stage.volume, stage.drawer)()
-            self.moved(stage, stage.drawer, stage.volume)()
+            self.moved(stage, stage.volume, stage.unmounted_volume)()
+            self.moved(stage, stage.unmounted_volume, stage.volume)()
 
         self.expect_run(
             stage,

@@ -12,57 +12,85 @@ import sys
 from pathlib import Path
 
 import expectations
+import folders
 import snapshot
 import stage as stages
+from changes import PACKING, at_work, wait_for_change
 from display import Display
-from installer import Installer
+from gate import Gate
+from installer import FINISH, LICENCE, SETTINGS, WELCOME, Installer
+from messages import NOT_AVAILABLE, PREVIOUS_INSTALLATION
 
 
 class Tour:
-    """`keep(name, picture)` is given a picture of each page and sheet."""
+    """The installer runs with the environment of `gate`.
 
-    def __init__(self, installer, *, previous=False, demo=True, keep=lambda name, picture: None):
-        self.installer, self.stage = installer, installer.stage
-        self._previous, self._demo, self._keep = previous, demo, keep
+    `keep(name, picture)` is given a picture of each page and sheet.
+    """
+
+    def __init__(self, installer, gate, *, previous=False, demo=True, keep=None):
+        self.installer, self.gate, self.stage = installer, gate, installer.stage
+        self._changes = 0
+        self._previous, self._demo = previous, demo
+        self._keep = keep or (lambda name, picture: None)
         self._before = snapshot.of_folder(self.stage.root)
 
     def walk(self):
         """From the first page until the process has ended by itself."""
         installer = self.installer
-        self._keep("welcome", installer.wait_for_first_page())
-        self._keep("licence", installer.press("welcomeButton:"))
-        settings = installer.press("licenseAcceptedButton:")
+        installer.wait_for_page(WELCOME)
+        self._show("welcome")
+        installer.press("Next")
+        installer.wait_for_page(LICENCE)
+        self._show("licence")
+        installer.press("Accept")
         if self.stage.unmounted:
-            settings = self._bring_the_volume(settings)
-        self._keep("settings", settings)
+            self._bring_the_volume()
+        installer.wait_for_choice(SETTINGS)
+        self._show("settings")
         self._install()
-        installer.click(installer.interface.button("installDoneButton:"))
-        status = installer.wait_for_end()
-        assert status == 0, f"the installer ended with {status}"
+        installer.wait_for_page(FINISH)
+        self._show("post-installation")
+        installer.finish()
 
-    def _bring_the_volume(self, sheet):
+    def _show(self, name):
+        self._keep(name, self.installer.picture())
+
+    def _bring_the_volume(self):
         installer = self.installer
-        assert "UL unavailable" in installer.log, "the volume is not missed"
-        self._keep("volume-missing-sheet", sheet)
-        installer.key("Return")
-        waiting = installer.wait_for_stillness(unlike=sheet)
-        self._keep("settings-waiting", waiting)
+        installer.wait_for_sheet(NOT_AVAILABLE)
+        self._show("volume-missing-sheet")
+        installer.press("OK")
+        installer.wait_for_page(SETTINGS)
+        self._show("settings-waiting")
         self.stage.mount()
-        return installer.wait_for_stillness(unlike=waiting)
 
     def _install(self):
+        """Its work is held for a moment, or nobody could look at what is shown meanwhile."""
         installer = self.installer
+        installer.press("Next")
         if self._previous:
-            before = installer.press("beginInstallButton:")
-            self._keep("previous-installation-sheet", before)
-            go_on = lambda: installer.key("Return")  # noqa: E731
-        else:
-            before = installer.hold_down(installer.interface.button("beginInstallButton:"))
-            go_on = installer.display.release_mouse
-        installing = installer.watch(go_on, expectations.HIDING)
-        assert installing != before, "the installation page was not seen"
-        self._keep("installation", installing)
-        self._keep("post-installation", installer.wait_for_stillness(unlike=installing))
+            installer.wait_for_sheet(PREVIOUS_INSTALLATION)
+            self._show("previous-installation-sheet")
+            installer.press("Continue")
+            self._hold(PACKING)
+            installer.wait_for_state(lambda state: turns(state.sheet.accessory), "a backup")
+            self._show("backup")
+        self._hold("morvella.zip")
+        installer.wait_for_state(lambda state: not state.sheets and turns(state), "its work")
+        self._show("installation")
+        self.gate.open()
+
+    def _hold(self, worker):
+        """Lets it work until `worker` is about to make a change."""
+        while True:
+            self.gate.allow(self._changes)
+            self._changes += 1
+            if not wait_for_change(self.installer, self.gate, self._changes):
+                break
+            if at_work(self.installer) == worker:
+                return
+        raise AssertionError(f"nothing was done by {worker}")
 
     def expect_complete(self):
         """Everything lies where it belongs, nothing of the user's is lost, the demo is open."""
@@ -70,7 +98,7 @@ class Tour:
         expected, trashed = dict(self._before), {}
         if stage.unmounted:
             expected = snapshot.moved(
-                expected, stage.drawer.relative_to(stage.root), stage.volume.relative_to(stage.root)
+                expected, stage.unmounted_volume.relative_to(stage.root), stage.volume.relative_to(stage.root)
             )
         if self._previous:
             for old in (stage.destination, stage.utilities):
@@ -103,20 +131,27 @@ class Tour:
         ]
 
 
+def turns(view):
+    return any(indicator.running and not indicator.hidden for indicator in view.indicators)
+
+
 def take(executable, folder, options, pictures):
     """Makes a stage in `folder` and takes the tour that the options ask for."""
     chosen = stages.chosen(options)
     stage = stages.make(folder, **chosen)
     keep = lambda name, picture: picture.save(pictures / f"{name}.png")  # noqa: E731
-    with Display() as display, Installer(display, executable.parent, stage) as installer:
-        tour = Tour(installer, previous=chosen["previous"], demo=chosen["demo"], keep=keep)
-        try:
-            tour.walk()
-        finally:
-            print("The installer's log:")
-            print("".join(f"    {line}\n" for line in installer.output.splitlines()))
-        expectations.expect_log(installer, tour.expected_log())
-        tour.expect_complete()
+    bundle = executable.parent
+    with Display() as display, folders.temporary_folder("tour") as folder:
+        gate = Gate(folder / "gate", bundle)
+        with Installer(display, bundle, stage, environment=gate.environment) as installer:
+            tour = Tour(installer, gate, previous=chosen["previous"], demo=chosen["demo"], keep=keep)
+            try:
+                tour.walk()
+            finally:
+                print("The installer's log:")
+                print("".join(f"    {line}\n" for line in installer.output.splitlines()))
+            expectations.expect_log(installer, tour.expected_log())
+            tour.expect_complete()
     print("Installed:")
     print_tree(stage)
     print(f"Stage: {stage.root}")

@@ -2,14 +2,15 @@
 
 import time
 
-PATIENCE = 60.0
+# No step of the installer takes a person's patience longer than this, in seconds.
+PATIENCE = 10.0
 
 
 class TimedOut(AssertionError):
     """What was waited for did not happen in time."""
 
 
-def wait_until(happened, what, seconds=PATIENCE, interval=0.03):
+def wait_until(happened, what, seconds=PATIENCE, interval=0.01):
     """Returns the first true value of `happened()`."""
     deadline = time.monotonic() + seconds
     while True:

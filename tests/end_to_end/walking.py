@@ -1,15 +1,21 @@
-"""Through everything that comes up by the Return key alone, to the end of the installer."""
+"""Through everything that comes up, to the end of the installer, by what Return would press."""
 
 import contextlib
 from pathlib import Path
 
-from waiting import TimedOut
+from waiting import PATIENCE, wait_until
+
+ENDED = object()
 
 
 def children(process):
     """{process: command line} of what a process has started and what still runs."""
     found = {}
-    for child in Path(f"/proc/{process}/task/{process}/children").read_text().split():
+    try:
+        started = Path(f"/proc/{process}/task/{process}/children").read_text().split()
+    except (FileNotFoundError, ProcessLookupError):
+        return found
+    for child in started:
         with contextlib.suppress(FileNotFoundError):
             line = Path(f"/proc/{child}/cmdline").read_bytes().decode("utf-8", "replace")
             if line:
@@ -17,31 +23,42 @@ def children(process):
     return found
 
 
-def walk(installer, actions=()):
-    """Presses Return at every page and sheet until the installer has ended; its exit status.
+def walk(installer, actions=(), seconds=PATIENCE):
+    """Clicks the default button of every page and sheet until the installer has ended.
 
-    `actions` are called before the first keys, one before each.
+    `actions` are called before the first clicks, one before each. No step may take more `seconds`.
+    Returns the exit status.
     """
     actions = iter(actions)
-    page = installer.wait_for_first_page()
-    while page:
+    state = await_choice(installer, None)
+    while state:
         next(actions, lambda: None)()
-        page = go_on(installer, page)
+        state = go_on(installer, state, seconds)
     return installer.wait_for_end()
 
 
-def go_on(installer, before):
-    """Presses Return; the picture of what comes then, when the work is done; None at the end."""
-    installer.key("Return")
-    page = None
-    try:
-        while page is None or children(installer.process.pid):
-            page = installer.wait_for_stillness(unlike=before)
-    except (TimedOut, FileNotFoundError):
-        if installer.process.poll() is None:
-            raise
-        return None
-    return page
+def go_on(installer, state, seconds=PATIENCE):
+    """Clicks the default button; the state that offers the next one, None at the end."""
+    installer.click(installer.wait_for_choice(state.place).pressable)
+    return await_choice(installer, state.place, seconds)
+
+
+def await_choice(installer, before, seconds=PATIENCE):
+    """Waits until there is something to press elsewhere than at `before`; None if it ended."""
+    last = None
+
+    def choice():
+        nonlocal last
+        state = installer.state(seconds)
+        if not state:
+            return ENDED if installer.process.poll() is not None else None
+        # A sheet that has been answered stays until its work is done; others come up meanwhile.
+        works = children(installer.process.pid) or not state.visible
+        last, same = (state.page, state.place), last == (state.page, state.place)
+        return state if same and not works and state.place != before and state.pressable else None
+
+    found = wait_until(choice, f"what comes after {before}", seconds)
+    return None if found is ENDED else found
 
 
 def nothing():

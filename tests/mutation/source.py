@@ -6,7 +6,7 @@ import re
 from dataclasses import dataclass
 
 TOKEN = re.compile(
-    r"""(?P<skip>\s+|//[^\n]*|/\*.*?\*/|\#(?:\\.|[^\\\n])*)
+    r"""(?P<skip>\s+|//[^\n]*|/\*.*?\*/|\#[^\n]*)
     |(?P<text>"(?:\\.|[^"\\])*"|'(?:\\.|[^'\\])*')
     |(?P<number>\d[\w.]*)
     |(?P<word>[A-Za-z_]\w*)

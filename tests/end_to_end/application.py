@@ -1,0 +1,138 @@
+"""An application in its real window, driven from outside as a person would drive it."""
+
+import os
+import re
+import subprocess
+import tempfile
+from pathlib import Path
+
+from waiting import PATIENCE, TimedOut, wait_until
+
+LOG_PREFIX = re.compile(r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} .+?\[\d+:\d+\] ", re.MULTILINE)
+STILL_PICTURES = 4
+
+
+class Application:
+    """One run of the application at `bundle`. Use as a context: it never outlives it."""
+
+    def __init__(
+        self, display, bundle, stage, arguments=None, *, environment=None, user=None, evidence=None
+    ):
+        """`evidence` is where a failed test finds what was written and shown, without an extension."""
+        self.display, self.bundle, self.stage = display, Path(bundle), stage
+        self._evidence = evidence
+        self._arguments = stage.arguments if arguments is None else arguments
+        self._environment = {
+            "PATH": os.environ["PATH"],
+            "DISPLAY": display.name,
+            **stage.environment,
+            **(environment or {}),
+        }
+        self._user = user
+
+    def __enter__(self):
+        executable = self.bundle / self.bundle.stem
+        self._output = tempfile.TemporaryFile()
+        self.process = subprocess.Popen(
+            [executable, *self._arguments],
+            env={name: value for name, value in self._environment.items() if value is not None},
+            stdin=subprocess.DEVNULL,
+            stdout=self._output,
+            stderr=self._output,
+            **({"user": self._user, "group": self._user, "extra_groups": []} if self._user else {}),
+        )
+        return self
+
+    def __exit__(self, failure, *_):
+        if failure and self._evidence:
+            self._keep_evidence()
+        if self.process.poll() is None:
+            self.process.kill()
+        self.process.wait()
+        self._output.close()
+
+    def _keep_evidence(self):
+        self.display.picture(self.display.screen).save(Path(f"{self._evidence}.png"))
+        Path(f"{self._evidence}.log").write_text(self.output, encoding="utf-8")
+
+    # What it wrote
+
+    @property
+    def output(self):
+        """Everything it wrote to standard output and standard error."""
+        size = os.fstat(self._output.fileno()).st_size
+        return os.pread(self._output.fileno(), size, 0).decode("utf-8", "backslashreplace")
+
+    @property
+    def log(self):
+        """The log lines' texts, in order; a text may hold line breaks of its own."""
+        pieces = LOG_PREFIX.split(self.output)
+        stray = [pieces[0]] if pieces[0] else []
+        return stray + [piece.removesuffix("\n") for piece in pieces[1:]]
+
+    def wait_for_line(self, text, seconds=PATIENCE):
+        self.wait(lambda: text in self.log, f"the log line {text!r}", seconds)
+
+    # What it shows
+
+    @property
+    def window(self):
+        title = self.bundle.stem
+        return self.wait(lambda: self.display.windows(title), "the window")[0]
+
+    @property
+    def content(self):
+        """Where the window's content lies on the screen, the menu in the window included."""
+        return self.display.area(self.window)
+
+    def wait_for_stillness(self, unlike=None):
+        """The picture that the window shows as soon as the application rests and it stands still.
+
+        Where `unlike` is a picture, the window must look different from it first.
+        """
+        content = self.content
+        last, still = None, 0
+
+        def rests():
+            nonlocal last, still
+            now = self.display.picture(content)
+            calm = self._rests() and now == last and now != unlike
+            last, still = now, still + 1 if calm else 0
+            return now if still >= STILL_PICTURES else None
+
+        return self.wait(rests, "another picture" if unlike else "a still picture")
+
+    def wait_for_first_page(self):
+        self.wait(lambda: self.display.active_window() == self.window, "the window to be active")
+        return self.wait_for_stillness()
+
+    def _rests(self):
+        """Whether its main thread sleeps, rather than works or waits for the processor."""
+        try:
+            status = Path(f"/proc/{self.process.pid}/stat").read_text()
+        except FileNotFoundError:
+            return False
+        return status.rpartition(")")[2].split()[0] == "S"
+
+    # Its end
+
+    def close_window(self):
+        self.display.key("alt+F4")
+
+    def wait_for_end(self, seconds=PATIENCE):
+        """Waits until the process ends by itself; its exit status."""
+        self.wait(lambda: self.process.poll() is not None, "the application to end", seconds)
+        return self.process.returncode
+
+    def wait(self, happened, what, seconds=PATIENCE, **polling):
+        def happened_or_died():
+            ended = self.process.poll() is not None
+            value = happened()
+            if not value and ended:
+                raise TimedOut(f"it ended with {self.process.returncode} before {what}")
+            return value
+
+        try:
+            return wait_until(happened_or_died, what, seconds, **polling)
+        except TimedOut as late:
+            raise TimedOut(f"{late}\nit wrote:\n{self.output}") from None
