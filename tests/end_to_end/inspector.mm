@@ -73,8 +73,7 @@ NSDictionary* describeButton(NSButton* button) {
         @"pressed" : @([[button cell] isHighlighted] != NO),
         @"focused" : @(isFirst != NO),
         @"key" : text([button keyEquivalent]),
-        @"ticks" : @([[button cell] showsStateBy] != NSNoCellMask &&
-                     [[button cell] highlightsBy] != NSNoCellMask && [button image] != nil),
+        @"ticks" : @([[button cell] showsStateBy] != NSNoCellMask),
         @"frame" : frameOf(button)
     };
 }
@@ -184,16 +183,13 @@ NSArray* describeSheets(NSWindow* window) {
     return sheets;
 }
 
-/// Each text in it and whether it is bold; a picture has an empty text.
+/// Each text in it; a picture has an empty one.
 NSArray* describeSidebar(NSView* view) {
     if (isNamed(view, @"StepsSidebar")) {
         NSMutableArray* parts = [NSMutableArray array];
         for (NSView* part in [view subviews]) {
             const BOOL isText = [part isKindOfClass:[NSTextField class]];
-            NSTextField* field = isText ? static_cast<NSTextField*>(part) : nil;
-            const NSFontTraitMask traits =
-                [[NSFontManager sharedFontManager] traitsOfFont:[field font]];
-            [parts addObject:@[ text([field stringValue]), @((traits & NSBoldFontMask) != 0) ]];
+            [parts addObject:isText ? [static_cast<NSTextField*>(part) stringValue] : @""];
         }
         return parts;
     }

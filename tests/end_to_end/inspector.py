@@ -95,6 +95,10 @@ class View(Part):
     def indicators(self):
         return [Part(indicator) for indicator in self._described["indicators"]]
 
+    @property
+    def documents(self):
+        return [Part(document) for document in self._described["documents"]]
+
     def control(self, title):
         (found,) = [control for control in self.controls if control.title == title]
         return found

@@ -9,6 +9,7 @@ import expectations
 import folders
 import snapshot
 import stage as stages
+from descriptions import CRITICAL, critical_sheet, whole_sheet
 from installer import FINISH, LICENCE, SETTINGS, WELCOME, Installer
 
 
@@ -82,14 +83,17 @@ class Scenario:
 
     def quit_critical_sheet(self, installer, message):
         """Waits for the sheet and presses its only button."""
-        installer.wait_for_sheet(message)
+        assert whole_sheet(installer.wait_for_sheet(message)) == critical_sheet(message)
         assert expectations.critical(message) in installer.log
         installer.press("Quit")
         self.expect_end(installer)
 
     def quit_any_sheet(self, installer):
         """Waits for a critical sheet, whatever it says, and presses its only button."""
-        installer.wait_for_state(lambda state: state.sheet and state.sheet.style == 2, "a sheet")
+        state = installer.wait_for_state(
+            lambda state: state.sheet and state.sheet.style == CRITICAL, "a critical sheet"
+        )
+        assert whole_sheet(state.sheet) == critical_sheet(state.sheet.message)
         installer.press("Quit")
         self.expect_end(installer)
 
