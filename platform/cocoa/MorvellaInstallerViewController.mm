@@ -2,6 +2,7 @@
 
 #import <QuartzCore/QuartzCore.h>
 
+#import "platform/cocoa/PressMonitor.h"
 #import "platform/cocoa/StepsSidebar.h"
 
 #include "app/morvella_installer_view_controller.hpp"
@@ -100,6 +101,7 @@ using morvella::stringOf;
     _onScreen = YES;
     // Whoever opened the installer may be in front of it.
     [NSApp activateIgnoringOtherApps:YES];
+    [PressMonitor start];
     guarded([&] { [self drawAndAppear]; });
 }
 
@@ -127,6 +129,7 @@ using morvella::stringOf;
     [self showSteps];
     [[[self view] window] displayIfNeeded];
     [CATransaction flush];
+    [PressMonitor screenChanged];
     [self viewDidAppear];
 }
 

@@ -23,6 +23,7 @@
 #define NSEventTypeLeftMouseDown NSLeftMouseDown
 #define NSEventMaskKeyDown NSKeyDownMask
 #define NSEventMaskLeftMouseDown NSLeftMouseDownMask
+#define NSEventModifierFlagCommand NSCommandKeyMask
 
 typedef NSEvent* (^LocalEventHandler)(NSEvent* event);
 

@@ -128,11 +128,31 @@ class Display:
         them would rightly do nothing.
         """
         for name in names:
-            last, when = self._last_key
-            if name == last:
-                time.sleep(max(0.0, when + DOUBLE_PRESS - time.monotonic()))
+            self._wait_for_single_press(name)
             self._press_together(name.split("+"))
             self._last_key = name, time.monotonic()
+
+    def _wait_for_single_press(self, name):
+        last, when = self._last_key
+        if name == last:
+            time.sleep(max(0.0, when + DOUBLE_PRESS - time.monotonic()))
+
+    def press_key_quickly(self, name, times):
+        self._wait_for_single_press(name)
+        for _ in range(times):
+            self._press_together([name])
+        self._last_key = name, time.monotonic()
+
+    def hold_key(self, name, seconds):
+        """Holds a key down for some time, in which the system repeats it."""
+        self._wait_for_single_press(name)
+        code = self._connection.keysym_to_keycode(_keysym(name))
+        xtest.fake_input(self._connection, X.KeyPress, code)
+        self._connection.sync()
+        time.sleep(seconds)
+        xtest.fake_input(self._connection, X.KeyRelease, code)
+        self._connection.sync()
+        self._last_key = name, time.monotonic()
 
     def _press_together(self, names):
         codes = [self._connection.keysym_to_keycode(_keysym(name)) for name in names]

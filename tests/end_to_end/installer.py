@@ -134,9 +134,19 @@ class Installer(Application):
         self.display.release_mouse()
 
     def press_mouse_on(self, part):
+        self.display.press_mouse(*self._next_place_on(part))
+
+    def click_quickly(self, part, times):
+        """A multiple click."""
+        place = self._next_place_on(part)
+        for _ in range(times):
+            self.display.press_mouse(*place)
+            self.display.release_mouse()
+
+    def _next_place_on(self, part):
         area, content, self._clicks = part.area, self.content, self._clicks + 1
         aside = area.width * (1 + self._clicks % 4) // 6
-        self.display.press_mouse(content.x + area.x + aside, content.y + area.center[1])
+        return content.x + area.x + aside, content.y + area.center[1]
 
     def press(self, title):
         """Clicks the button or box with this title, in the uppermost sheet or else on the page."""
