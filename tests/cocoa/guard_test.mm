@@ -3,6 +3,7 @@
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
 
+#import "platform/cocoa/MorvellaInstallerViewController.h"
 #include "platform/cocoa/cocoa_platform.h"
 
 /// Stands for the application; counts how often it is asked to end.
@@ -21,7 +22,8 @@
 
 @end
 
-namespace morvella {
+using morvella::guarded;
+using morvella::setUnknownStateHandler;
 
 namespace {
 
@@ -77,10 +79,20 @@ TEST_F(GuardTest, EndsTheApplicationIfNobodyIsToldOfIt) {
     EXPECT_EQ(application->endings, 1);
 }
 
+TEST_F(GuardTest, StandsBeforeTheButtons) {
+    MorvellaInstallerViewController* door =
+        [[[MorvellaInstallerViewController alloc] initWithNibName:nil bundle:nil] autorelease];
+    setUnknownStateHandler([this] { ++unknownStates; });
+    // It understands nothing that a check box does.
+    [door setPostInstallOpenDemoSetCheck:static_cast<id>(application)];
+    [door installDoneButton:nil];
+    EXPECT_EQ(unknownStates, 1);
+}
+
 TEST_F(GuardTest, StandsBeforeTheMainQueueAndTheTimers) {
-    RunLoop& runLoop = cocoaPlatform().runLoop;
+    morvella::RunLoop& runLoop = morvella::cocoaPlatform().runLoop;
     runLoop.dispatchAsync([] { raise(); });
-    runLoop.scheduleRepeatingTimer(0.001, [](Timer& timer) {
+    runLoop.scheduleRepeatingTimer(0.001, [](morvella::Timer& timer) {
         timer.invalidate();
         raise();
     });
@@ -93,5 +105,3 @@ TEST_F(GuardTest, StandsBeforeTheMainQueueAndTheTimers) {
 }
 
 }  // namespace
-
-}  // namespace morvella

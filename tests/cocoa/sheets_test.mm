@@ -4,8 +4,10 @@
 
 #include "cocoa/recorder.h"
 #include "platform/cocoa/controls.h"
+#include "platform/cocoa/guard.h"
 #include "platform/cocoa/window.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -59,12 +61,14 @@ class SheetsTest : public ::testing::Test {
 
     /// Begins the sheet; nobody but the platform holds it then. Returns what it was given before,
     /// and after that what was done with it.
-    Lines begin(const Alert& shown) {
+    Lines begin(
+        const Alert& shown, const std::function<void()>& act = [] {}) {
         NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
         {
             const Answering making([NSAlert class], @selector(alloc), alert());
-            window.beginSheet(shown, [this, held = held_](const AlertAnswer& given) {
+            window.beginSheet(shown, [this, act, held = held_](const AlertAnswer& given) {
                 answer = given;
+                act();
                 EXPECT_EQ([Recorder livingNamed:"alert"], 1);
             });
         }
@@ -95,6 +99,15 @@ class SheetsTest : public ::testing::Test {
     Retained<AlertRecorder*> alert_;
     std::shared_ptr<int> held_ = std::make_shared<int>();
 };
+
+TEST_F(SheetsTest, AnswerThatRaisesAnExceptionIsToldOf) {
+    int told = 0;
+    setUnknownStateHandler([&] { ++told; });
+    begin({.messageText = "Question"}, [] { [NSException raise:@"StubException" format:@""]; });
+    press(NSAlertFirstButtonReturn);
+    setUnknownStateHandler(nullptr);
+    EXPECT_EQ(told, 1);
+}
 
 TEST_F(SheetsTest, HaveWhatTheAlertHoldsAndNothingElse) {
     const Lines given = begin(
