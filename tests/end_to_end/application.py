@@ -1,12 +1,15 @@
 """An application in its real window, driven from outside as a person would drive it."""
 
+import contextlib
 import os
 import re
+import signal
 import subprocess
 import tempfile
 from pathlib import Path
 
 from waiting import PATIENCE, TimedOut, wait_until
+from walking import children
 
 LOG_PREFIX = re.compile(r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} .+?\[\d+:\d+\] ", re.MULTILINE)
 STILL_PICTURES = 4
@@ -47,7 +50,12 @@ class Application:
         if failure and self._evidence:
             self._keep_evidence()
         if self.process.poll() is None:
+            started = children(self.process.pid)
             self.process.kill()
+            # What it waited for may be held, and would wait for ever.
+            for child in started:
+                with contextlib.suppress(ProcessLookupError):
+                    os.kill(child, signal.SIGKILL)
         self.process.wait()
         self._output.close()
 

@@ -1,5 +1,7 @@
 import plistlib
 
+import pytest
+
 from expectations import critical, demo_line, live_line, start_lines
 from messages import NO_LIVE_SET, NO_USER_LIBRARY
 from scenario import Scenario
@@ -122,10 +124,12 @@ class TestBadLibraryCfg(Scenario):
         stage.library_cfg.write_text(content.replace("UserLibrary>", "OtherLibrary>"))
         self.expect_status_4(stage)
 
+    @pytest.mark.slow
     def test_200_megabytes_without_an_entry(self):
         line = b'<ProjectName Value="Elsewhere" />\n'
         self.expect_status_4(self.with_content(line * (200 * MEBIBYTE // len(line))))
 
+    @pytest.mark.slow
     def test_200_megabytes_before_the_entry(self):
         stage = self.make_stage()
         content = stage.library_cfg.read_bytes()

@@ -111,6 +111,7 @@ class TestHostileArchives(Fault):
             path.write_bytes(path.read_bytes().replace(b"Ger?t", "Gerät".encode("latin-1")))
         self.expect_taken()
 
+    @pytest.mark.slow
     def test_ten_thousand_entries(self):
         self.patience = 60  # Three times ten thousand files take what they take.
         self.add(*((f"TOP/Many/{number}.txt", PLANTED) for number in range(10_000)))

@@ -2,6 +2,8 @@
 
 import re
 
+import pytest
+
 from descriptions import (
     CRITICAL,
     WARNING,
@@ -167,6 +169,7 @@ class TestPages(Scenario):
             assert whole_page(installer.state()) == expected
             self.quit_critical_sheet(installer, BUNDLE_CORRUPT)
 
+    @pytest.mark.slow
     def test_user_library_that_is_not_there_yet(self):
         """The button does nothing, by click and by Return, until it is there."""
         stage = self.make_stage(unmounted=True)

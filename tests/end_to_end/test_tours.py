@@ -1,3 +1,5 @@
+import pytest
+
 from scenario import Scenario
 from tour import Tour
 
@@ -43,6 +45,7 @@ class TestTours(Scenario):
         shown = list(self.take(previous=True))
         assert shown == [*self.pages[:3], "previous-installation-sheet", "backup", *self.pages[3:]]
 
+    @pytest.mark.slow
     def test_unmounted_volume_is_waited_for(self):
         shown = list(self.take(unmounted=True))
         waiting = ["volume-missing-sheet", "settings-waiting"]
