@@ -15,7 +15,8 @@ sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "end_to_end"))
 import stage as stages  # noqa: E402
 from application import Application  # noqa: E402
 from display import Display  # noqa: E402
-from installer import LICENCE, SETTINGS, SIZE, WELCOME, Installer  # noqa: E402
+from descriptions import LICENCE, SETTINGS, WELCOME  # noqa: E402
+from installer import SIZE, Installer  # noqa: E402
 from picture import Rectangle  # noqa: E402
 from waiting import wait_until  # noqa: E402
 

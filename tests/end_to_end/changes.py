@@ -10,7 +10,8 @@ import stage as stages
 from display import Display
 from expectations import HIDING
 from gate import Gate
-from installer import FINISH, LICENCE, SETTINGS, WELCOME, Installer
+from descriptions import FINISH, LICENCE, SETTINGS, WELCOME
+from installer import Installer
 from messages import PREVIOUS_INSTALLATION
 from waiting import wait_until
 from walking import children

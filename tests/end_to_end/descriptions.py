@@ -1,5 +1,14 @@
 """Pages and sheets as a whole, to be compared."""
 
+# The pages, by their titles.
+WELCOME = "Welcome"
+LICENCE = "Licence Agreement"
+SETTINGS = "Your User Library"
+INSTALLATION = "Installing Morvella"
+FINISH = "Morvella Is Installed"
+# Before the first page.
+INITIAL = "Getting Ready"
+
 CRITICAL, WARNING = 2, 0
 STEPS = ["Welcome", "Licence", "User Library", "Installation", "Finish"]
 

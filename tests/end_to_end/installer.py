@@ -3,17 +3,10 @@
 import functools
 
 from application import STILL_PICTURES, Application
+from descriptions import FINISH
 from inspector import Inspector
 from picture import Rectangle
 from waiting import PATIENCE, TimedOut
-
-WELCOME = "Welcome"
-LICENCE = "Licence Agreement"
-SETTINGS = "Your User Library"
-INSTALLATION = "Installing Morvella"
-FINISH = "Morvella Is Installed"
-# Before the first page.
-INITIAL = "Getting Ready"
 
 # Of the window's content.
 SIZE = [720, 480]
@@ -92,15 +85,17 @@ class Installer(Application):
         def settled(state):
             nonlocal last, seen
             area = self.display.area(state.window)
-            complete = state.size[2:] == SIZE and state.size[3] < state.height == area.height
-            seen = seen + 1 if complete and area == last else 0
-            last = area
-            return seen >= STILL_PICTURES
+            complete = state.size[3] < state.height == area.height
+            seen = seen + 1 if complete and (area, state.size) == last else 0
+            last = area, state.size
+            # GNUstep now and then takes the menu's height from the page, and leaves it so.
+            return seen >= (STILL_PICTURES if state.size[2:] == SIZE else 10 * STILL_PICTURES)
 
         self.wait_until_active()
-        self.wait_for_state(settled, "the window to have its menu and its size")
-        width, height = SIZE
-        return Rectangle(last.x, last.y + last.height - height, width, height)
+        self.wait_for_state(settled, "the window to have its menu")
+        area, (_, _, width, height) = last
+        width, height = round(width), round(height)
+        return Rectangle(area.x, area.y + area.height - height, width, height)
 
     def wait_until_placed(self):
         """Until the window and what is in it have found their places."""

@@ -9,8 +9,16 @@ import expectations
 import folders
 import snapshot
 import stage as stages
-from descriptions import CRITICAL, critical_sheet, whole_sheet
-from installer import FINISH, LICENCE, SETTINGS, WELCOME, Installer
+from descriptions import (
+    FINISH,
+    LICENCE,
+    SETTINGS,
+    WELCOME,
+    critical_sheet,
+    whole_sheet,
+)
+from installer import Installer
+from walking import await_choice
 
 
 class Scenario:
@@ -89,10 +97,9 @@ class Scenario:
         self.expect_end(installer)
 
     def quit_any_sheet(self, installer):
-        """Waits for a critical sheet, whatever it says, and presses its only button."""
-        state = installer.wait_for_state(
-            lambda state: state.sheet and state.sheet.style == CRITICAL, "a critical sheet"
-        )
+        """Waits for a critical sheet about the installation, and presses its only button."""
+        installer.wait_for_line(expectations.HIDING)
+        state = await_choice(installer, None)
         assert whole_sheet(state.sheet) == critical_sheet(state.sheet.message)
         installer.press("Quit")
         self.expect_end(installer)

@@ -1,5 +1,6 @@
 import snapshot
 from disturbed import Run, not_backed_up
+from descriptions import FINISH, INSTALLATION
 from expectations import (
     HIDING,
     critical,
@@ -12,7 +13,6 @@ from expectations import (
 )
 from fault import Fault
 from messages import NO_USER_FILES, NO_UTILITIES, NOT_INSTALLED
-from installer import FINISH, INSTALLATION
 from waiting import wait_until
 
 KIBIBYTE = 1 << 10

@@ -8,11 +8,11 @@ import pytest
 import changes
 import expectations
 import snapshot
+from descriptions import FINISH
 from changes import INSTALLER, PACKING, at_work, start_installation, wait_for_change
 from expectations import HIDING
 from fault import Fault, backups, lost
 from gate import Gate
-from installer import FINISH
 from waiting import wait_until
 from walking import children
 

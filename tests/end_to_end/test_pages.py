@@ -6,7 +6,13 @@ import pytest
 
 from descriptions import (
     CRITICAL,
+    FINISH,
+    INITIAL,
+    INSTALLATION,
+    LICENCE,
+    SETTINGS,
     WARNING,
+    WELCOME,
     box,
     button,
     critical_sheet,
@@ -17,7 +23,6 @@ from descriptions import (
     whole_sheet,
 )
 from gate import Gate
-from installer import FINISH, INITIAL, INSTALLATION, LICENCE, SETTINGS, WELCOME
 from messages import (
     BUNDLE_CORRUPT,
     CONNECT_DRIVE,

@@ -1,6 +1,6 @@
 import expectations
+from descriptions import FINISH, LICENCE, SETTINGS, WELCOME
 from gate import Gate
-from installer import FINISH, LICENCE, SETTINGS, WELCOME
 from messages import PREVIOUS_INSTALLATION
 from scenario import Scenario
 

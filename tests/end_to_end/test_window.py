@@ -1,6 +1,6 @@
 import expectations
+from descriptions import FINISH, INITIAL, LICENCE, SETTINGS, WELCOME
 from gate import Gate
-from installer import FINISH, INITIAL, LICENCE, SETTINGS, WELCOME
 from messages import BUNDLE_CORRUPT, NOT_AVAILABLE, PREVIOUS_INSTALLATION
 from scenario import Scenario
 

@@ -18,7 +18,8 @@ import stage as stages
 from changes import PACKING, at_work, wait_for_change
 from display import Display
 from gate import Gate
-from installer import FINISH, LICENCE, SETTINGS, WELCOME, Installer
+from descriptions import FINISH, LICENCE, SETTINGS, WELCOME
+from installer import Installer
 from messages import NOT_AVAILABLE, PREVIOUS_INSTALLATION
 
 

@@ -3,6 +3,8 @@
 import contextlib
 from pathlib import Path
 
+from descriptions import CRITICAL, INSTALLATION
+from expectations import HIDING
 from waiting import PATIENCE, wait_until
 
 ENDED = object()
@@ -52,13 +54,18 @@ def await_choice(installer, before, seconds=PATIENCE):
         state = installer.state(seconds)
         if not state:
             return ENDED if installer.process.poll() is not None else None
-        # A sheet that has been answered stays until its work is done; others come up meanwhile.
-        works = children(installer.process.pid) or not state.visible
+        works = children(installer.process.pid) or not state.visible or installs(installer, state)
         last, same = (state.page, state.place), last == (state.page, state.place)
         return state if same and not works and state.place != before and state.pressable else None
 
     found = wait_until(choice, f"what comes after {before}", seconds)
     return None if found is ENDED else found
+
+
+def installs(installer, state):
+    """Whether the installation goes on behind a critical sheet, or is about to begin there."""
+    critical = state.sheet and state.sheet.style == CRITICAL
+    return state.page == INSTALLATION and critical and HIDING not in installer.log
 
 
 def nothing():
