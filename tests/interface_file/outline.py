@@ -84,8 +84,9 @@ class Outline:
             return self._joined(tag, element, element)
         if tag in ("textField", "button"):
             return self._joined(self._kind(element), element, element.find("*[@key='cell']"))
-        is_view = tag in ("customView", "textView", "progressIndicator")
-        if is_view or element.get("id") in self._outlets:
+        is_view = tag in ("customView", "imageView", "textView", "progressIndicator")
+        is_outlet = element.get("id") in self._outlets and element.get("key") != "cell"
+        if is_view or is_outlet:
             return self._joined(self._kind(element), element, None)
         return None
 

@@ -71,6 +71,8 @@ class Trial:
                 noticed = worker.is_noticed(change)
                 if noticed is not None:
                     self.results[change] = noticed
+                if noticed is False:
+                    print(f"not noticed: {change.path}:{change.line} {change.name}", flush=True)
             # Otherwise something else than the changes makes tests fail.
             worker.check_unchanged()
         except Exception as problem:  # pylint: disable=broad-except

@@ -6,7 +6,7 @@ import re
 from dataclasses import dataclass
 
 TOKEN = re.compile(
-    r"""(?P<skip>\s+|//[^\n]*|/\*.*?\*/|\#[^\n]*)
+    r"""(?P<skip>\s+|//[^\n]*|/\*.*?\*/|\#(?:\\.|[^\\\n])*)
     |(?P<text>"(?:\\.|[^"\\])*"|'(?:\\.|[^'\\])*')
     |(?P<number>\d[\w.]*)
     |(?P<word>[A-Za-z_]\w*)
@@ -20,7 +20,8 @@ HEADED = {"if", "for", "while", "switch"}
 TRUTHS = {"true": "false", "false": "true", "YES": "NO", "NO": "YES"}
 METHOD = re.compile(r"^[-+] ?\([^{};]*\{", re.MULTILINE)
 LAYOUT = {"NSMakeRect", "systemFontOfSize", "boldSystemFontOfSize", "xRadius", "yRadius"}
-SETTER = re.compile(r"\[([\w.()]+) set[A-Z]")
+# Also where it is done under a condition or several times.
+SETTER = re.compile(r"(?:(?:if|for) \([^{]*\{\s*)?\[+([\w.()]+)[^;]*? (set|add)[A-Z]")
 DECLARED = {"const", "constexpr", "auto", "using", "static", "@"}
 
 
@@ -218,19 +219,25 @@ class Source:
             if self.tokens[start].text not in DECLARED:
                 yield "removed", first, stop, ""
             does = self._does_something(start)
-            if does and last and not self._are_in_any_order(last[0], start):
+            if does and last and not self._are_in_any_order(last, (start, end)):
                 place, after = self.tokens[last[0]].start, self.tokens[last[1] - 1].end
                 one, other = self.content[place:after], self.content[first:stop]
                 yield "swapped", place, stop, other + self.content[after:first] + one
             last = (start, end) if does else None
 
     def _are_in_any_order(self, one, other):
-        """Whether the order of the two statements hardly ever matters: both leave, or both set a
-        property of one object."""
-        if self._is_exit(one) and self._is_exit(other):
+        """Whether the order of the two statements hardly ever matters: both leave, or both set
+        something of one object."""
+        if self._is_exit(one[0]) and self._is_exit(other[0]):
             return True
-        setters = [SETTER.match(self.content, self.tokens[start].start) for start in (one, other)]
-        return all(setters) and setters[0][1] == setters[1][1]
+        texts = [self._text(*statement) for statement in (one, other)]
+        setters = [SETTER.match(text) for text in texts]
+        if not all(setters) or any("return" in text for text in texts):
+            return False
+        return setters[0][1] == setters[1][1] and "set" in (setters[0][2], setters[1][2])
+
+    def _text(self, start, end):
+        return self.content[self.tokens[start].start : self.tokens[end - 1].end]
 
     def _is_exit(self, start):
         """Whether the statement only leaves, under a condition."""

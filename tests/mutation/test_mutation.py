@@ -3,6 +3,7 @@
 import unittest
 
 from interface_file import interface_changes
+from parts import changes, parts
 from source import Source
 
 
@@ -36,6 +37,16 @@ class SourceTest(unittest.TestCase):
 
     def test_places_of_drawn_things_are_left_alone(self):
         self.assertEqual(changed("g(NSMakeRect(1, 2, 3, 4));"), set())
+
+    def test_macros_are_left_alone(self):
+        self.assertEqual(changed("#define GO(a) \\\n    f(1, a)\n"), set())
+
+
+class PartsTest(unittest.TestCase):
+    def test_all_parts_of_the_installer_can_be_changed(self):
+        for part, files in parts().items():
+            with self.subTest(part):
+                self.assertTrue([change for file in files for change in changes(file)])
 
 
 class InterfaceFileTest(unittest.TestCase):
