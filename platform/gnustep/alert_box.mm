@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#import "alert_icon.h"
-#import "complement.h"
 #import "ns_alert.h"
 
 namespace {
@@ -16,51 +14,41 @@ constexpr CGFloat iconGap = 16;
 constexpr CGFloat gap = 12;
 constexpr CGFloat buttonHeight = 28;
 constexpr CGFloat buttonWidth = 88;
-constexpr CGFloat helpSize = 22;
 constexpr CGFloat cornerRadius = 10;
+
+/// Gives `control` the height that its text needs in lines of at most `width`.
+void wrap(NSControl* control, NSFont* font, CGFloat width) {
+    [control setFont:font];
+    [[control cell] setWraps:YES];
+    const NSSize size = [[control cell] cellSizeForBounds:NSMakeRect(0, 0, width, 10000)];
+    [control setFrameSize:NSMakeSize(std::min(width, static_cast<CGFloat>(ceil(size.width))),
+                                     ceil(size.height))];
+}
 
 NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
     NSTextField* field = [[[NSTextField alloc] initWithFrame:NSZeroRect] autorelease];
     [field setStringValue:text ? text : @""];
-    [field setFont:font];
-    [field setTextColor:[NSColor controlTextColor]];
     [field setEditable:NO];
     [field setSelectable:NO];
     [field setBezeled:NO];
-    [field setBordered:NO];
     [field setDrawsBackground:NO];
-    [[field cell] setWraps:YES];
-    const NSSize size = [[field cell] cellSizeForBounds:NSMakeRect(0, 0, width, 10000)];
-    [field setFrameSize:NSMakeSize(width, ceil(size.height))];
+    wrap(field, font, width);
+    [field setFrameSize:NSMakeSize(width, NSHeight([field frame]))];
     return field;
 }
 
-}  // namespace
-
-/// A round button with a question mark.
-@interface AlertHelpButton : NSButton
-@end
-
-@implementation AlertHelpButton
-
-- (void)drawRect:(NSRect)rect {
-    NSBezierPath* circle = [NSBezierPath bezierPathWithOvalInRect:NSInsetRect([self bounds], 1, 1)];
-    [([[self cell] isHighlighted] ? [NSColor controlShadowColor]
-                                  : [NSColor controlBackgroundColor]) set];
-    [circle fill];
-    [[NSColor controlShadowColor] set];
-    [circle stroke];
-    NSDictionary* attributes = @{
-        NSFontAttributeName : [NSFont boldSystemFontOfSize:13],
-        NSForegroundColorAttributeName : [NSColor controlTextColor]
-    };
-    const NSSize size = [@"?" sizeWithAttributes:attributes];
-    [@"?" drawAtPoint:NSMakePoint(NSMidX([self bounds]) - size.width / 2,
-                                  NSMidY([self bounds]) - size.height / 2)
-        withAttributes:attributes];
+NSImageView* picture(NSImage* image, NSRect frame) {
+    NSImageView* view = [[[NSImageView alloc] initWithFrame:frame] autorelease];
+    [view setImage:image];
+    [view setImageScaling:NSImageScaleProportionallyUpOrDown];
+    return view;
 }
 
-@end
+CGFloat widthOf(NSButton* button) {
+    return std::max(buttonWidth, static_cast<CGFloat>(ceil([[button cell] cellSize].width)) + 24);
+}
+
+}  // namespace
 
 @implementation AlertBox
 
@@ -72,12 +60,13 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
     if (self) {
         [self setAutoresizesSubviews:NO];
         _alert = [alert retain];
+        CGFloat buttons = ([_alert showsHelp] ? buttonHeight : -gap) + 2 * margin;
         for (NSButton* button in [_alert buttons]) {
             [button setTarget:target];
             [button setAction:action];
+            buttons += gap + widthOf(button);
         }
-        const CGFloat wanted = std::max(usualWidth, [self widthOfButtons] + 2 * margin);
-        [self layOutWithWidth:std::min(wanted, width - 2 * margin)];
+        [self layOutWithWidth:std::min(std::max(usualWidth, buttons), width - 2 * margin)];
         [self closeKeyViewLoop];
     }
     return self;
@@ -94,26 +83,11 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
 
 #pragma mark Layout
 
-- (CGFloat)widthOfButton:(NSButton*)button {
-    return std::max(buttonWidth, static_cast<CGFloat>(ceil([[button cell] cellSize].width)) + 24);
-}
-
-/// The row of buttons, with the help button at its left end.
-- (CGFloat)widthOfButtons {
-    CGFloat width = [_alert showsHelp] ? helpSize : -gap;
-    for (NSButton* button in [_alert buttons]) {
-        width += gap + [self widthOfButton:button];
-    }
-    return width;
-}
-
 - (void)layOutWithWidth:(CGFloat)width {
     const CGFloat left = shadow + margin + iconSize + iconGap;
     const CGFloat textWidth = width + shadow - margin - left;
-    const NSRect iconFrame = NSMakeRect(shadow + margin, shadow + margin, iconSize, iconSize);
-    [self addSubview:[[[AlertIcon alloc] initWithAlert:_alert frame:iconFrame] autorelease]];
-
     CGFloat top = shadow + margin;
+    [self addIconAt:NSMakePoint(shadow + margin, top)];
     top = [self add:label([_alert messageText], [NSFont boldSystemFontOfSize:13], textWidth)
                  at:NSMakePoint(left, top)];
     if ([[_alert informativeText] length] > 0) {
@@ -121,12 +95,13 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
                      at:NSMakePoint(left, top + gap / 2)];
     }
     if ([_alert showsSuppressionButton]) {
-        top = [self addSuppressionButtonAt:NSMakePoint(left, top + gap) width:textWidth];
+        wrap([_alert suppressionButton], [NSFont systemFontOfSize:12], textWidth);
+        top = [self add:[_alert suppressionButton] at:NSMakePoint(left, top + gap)];
     }
     if ([_alert accessoryView]) {
         top = [self add:[_alert accessoryView] at:NSMakePoint(left, top + gap)];
     }
-    top = std::max(top, NSMaxY(iconFrame)) + margin;
+    top = std::max(top, shadow + margin + iconSize) + margin;
     [self addButtonsAt:NSMakePoint(width + shadow - margin, top)];
     [self setFrameSize:NSMakeSize(width + 2 * shadow, top + buttonHeight + margin + shadow)];
 }
@@ -138,29 +113,32 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
     return NSMaxY([view frame]);
 }
 
-- (CGFloat)addSuppressionButtonAt:(NSPoint)origin width:(CGFloat)width {
-    NSButton* button = [_alert suppressionButton];
-    [button setFont:[NSFont systemFontOfSize:12]];
-    [[button cell] setWraps:YES];
-    const NSSize size = [[button cell] cellSizeForBounds:NSMakeRect(0, 0, width, 10000)];
-    [button setFrameSize:NSMakeSize(std::min(width, static_cast<CGFloat>(ceil(size.width))),
-                                    ceil(size.height))];
-    return [self add:button at:origin];
+/// The alert's own icon, else the application's, with a sign on it if the alert is critical.
+- (void)addIconAt:(NSPoint)origin {
+    NSImage* icon = [_alert icon] ? [_alert icon] : [NSApp applicationIconImage];
+    const NSRect frame = NSMakeRect(origin.x, origin.y, iconSize, iconSize);
+    [self addSubview:picture(icon, frame)];
+    if ([_alert alertStyle] == NSCriticalAlertStyle) {
+        NSImage* sign = [NSImage imageNamed:@"AlertCaution"];
+        [self addSubview:picture(sign, NSMakeRect(NSMidX(frame), NSMidY(frame) + 2, 27, 25))];
+    }
 }
 
 /// `corner` is the upper right one.
 - (void)addButtonsAt:(NSPoint)corner {
     for (NSButton* button in [_alert buttons]) {
-        const CGFloat width = [self widthOfButton:button];
+        const CGFloat width = widthOf(button);
         [button setBezelStyle:NSRoundedBezelStyle];
         [button setFrame:NSMakeRect(corner.x - width, corner.y, width, buttonHeight)];
         [self addSubview:button];
         corner.x -= width + gap;
     }
     if ([_alert showsHelp]) {
-        NSRect frame = NSMakeRect(shadow + margin, corner.y + (buttonHeight - helpSize) / 2,
-                                  helpSize, helpSize);
-        NSButton* help = [[[AlertHelpButton alloc] initWithFrame:frame] autorelease];
+        NSButton* help = [[[NSButton alloc]
+            initWithFrame:NSMakeRect(shadow + margin, corner.y, buttonHeight, buttonHeight)]
+            autorelease];
+        [help setBezelStyle:NSRoundedBezelStyle];
+        [help setTitle:@"?"];
         [help setTarget:self];
         [help setAction:@selector(showHelp:)];
         [self addSubview:help];
@@ -169,14 +147,16 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
 
 /// Tab goes through the controls in the order in which they were added.
 - (void)closeKeyViewLoop {
-    NSMutableArray* controls = [NSMutableArray array];
+    NSView* first = nil;
+    NSView* last = nil;
     for (NSView* view in [self subviews]) {
         if ([view acceptsFirstResponder]) {
-            [[controls lastObject] setNextKeyView:view];
-            [controls addObject:view];
+            first = first ? first : view;
+            [last setNextKeyView:view];
+            last = view;
         }
     }
-    [[controls lastObject] setNextKeyView:[controls objectAtIndex:0]];
+    [last setNextKeyView:first];
 }
 
 #pragma mark Answers
@@ -213,14 +193,8 @@ NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
                                          xRadius:cornerRadius + spread
                                          yRadius:cornerRadius + spread] fill];
     }
-    NSBezierPath* outline = [NSBezierPath bezierPathWithRoundedRect:NSInsetRect(box, 0.5, 0.5)
-                                                            xRadius:cornerRadius
-                                                            yRadius:cornerRadius];
     [[NSColor windowBackgroundColor] set];
-    [outline fill];
-    [[NSColor colorWithCalibratedWhite:0 alpha:0.25] set];
-    [outline setLineWidth:1];
-    [outline stroke];
+    [[NSBezierPath bezierPathWithRoundedRect:box xRadius:cornerRadius yRadius:cornerRadius] fill];
 }
 
 @end

@@ -1,3 +1,4 @@
+#import <AppKit/AppKit.h>
 #import <GNUstepGUI/GSDisplayServer.h>
 #import <QuartzCore/QuartzCore.h>
 

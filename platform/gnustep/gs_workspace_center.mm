@@ -1,3 +1,5 @@
+#import <Foundation/Foundation.h>
+
 /// Through this, GNUstep's workspace tells other applications that this one runs, and hears from
 /// them.
 // NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the name is GNUstep's.

@@ -1,4 +1,4 @@
-#include "property_list.h"
+#import "property_list.h"
 
 /// A bundle laid out as on macOS, of which GNUstep does not find the information dictionary.
 @interface MacBundle : NSBundle
@@ -23,17 +23,6 @@
     BOOL isDirectory = NO;
     [[NSFileManager defaultManager] fileExistsAtPath:[url path] isDirectory:&isDirectory];
     return isDirectory ? [[[MacBundle alloc] initWithPath:[url path]] autorelease] : nil;
-}
-
-/// GNUstep's own looks in every folder for every file type that any of its libraries can read,
-/// which takes longer than the rest of the start.
-- (NSString*)pathForImageResource:(NSString*)name {
-    if ([[name pathExtension] length] > 0) {
-        return [self pathForResource:name ofType:nil];
-    }
-    NSString* path = [self pathForResource:name ofType:@"png"];
-    return path ? path
-                : [NSBundle pathForLibraryResource:name ofType:@"tiff" inDirectory:@"Images"];
 }
 
 @end

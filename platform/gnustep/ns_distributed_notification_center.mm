@@ -1,3 +1,5 @@
+#import <Foundation/Foundation.h>
+
 @implementation NSDistributedNotificationCenter (Complement)
 
 /// GNUstep's display backend takes its leave here when the application ends, and its own method

@@ -1,6 +1,6 @@
 #pragma once
 
-#import "complement.h"
+#import <AppKit/AppKit.h>
 
 @interface NSEvent (Monitors)
 /// What the monitors leave of an event that is about to be sent; nil if nothing. Each event must

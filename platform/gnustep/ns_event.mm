@@ -1,38 +1,6 @@
 #import "ns_event.h"
 
-#include <Block.h>
-
-/// A block is not an object here, so a list cannot keep it as one: it keeps this instead.
-@interface EventMonitor : NSObject {
-    NSEventMask _mask;
-    LocalEventHandler _handler;
-}
-- (instancetype)initWithMask:(NSEventMask)mask handler:(LocalEventHandler)handler;
-- (NSEvent*)watched:(NSEvent*)event;
-@end
-
-@implementation EventMonitor
-
-- (instancetype)initWithMask:(NSEventMask)mask handler:(LocalEventHandler)handler {
-    self = [super init];
-    if (self) {
-        _mask = mask;
-        _handler = Block_copy(handler);
-    }
-    return self;
-}
-
-- (void)dealloc {
-    Block_release(_handler);
-    [super dealloc];
-}
-
-/// The event, or what the handler puts in its place.
-- (NSEvent*)watched:(NSEvent*)event {
-    return _mask & NSEventMaskFromType([event type]) ? _handler(event) : event;
-}
-
-@end
+#import "kept_block.h"
 
 namespace {
 
@@ -68,6 +36,7 @@ NSEvent* withRepeatTold(NSEvent* event) {
                                               keyCode:[event keyCode]];
 }
 
+/// Of a mask and a handler each.
 NSMutableArray* monitors() {
     static NSMutableArray* monitors = [[NSMutableArray alloc] init];
     return monitors;
@@ -78,7 +47,7 @@ NSMutableArray* monitors() {
 @implementation NSEvent (Complement)
 
 + (id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(LocalEventHandler)handler {
-    EventMonitor* monitor = [[[EventMonitor alloc] initWithMask:mask handler:handler] autorelease];
+    NSArray* monitor = @[ @(mask), [KeptBlock copyOf:handler] ];
     [monitors() addObject:monitor];
     return monitor;
 }
@@ -89,8 +58,11 @@ NSMutableArray* monitors() {
 
 + (NSEvent*)watched:(NSEvent*)event {
     event = withRepeatTold(event);
-    for (EventMonitor* monitor in [[monitors() copy] autorelease]) {
-        event = event ? [monitor watched:event] : nil;
+    for (NSArray* monitor in [[monitors() copy] autorelease]) {
+        const NSEventMask mask = [[monitor objectAtIndex:0] unsignedLongLongValue];
+        if (event && (mask & NSEventMaskFromType([event type]))) {
+            event = reinterpret_cast<LocalEventHandler>([[monitor objectAtIndex:1] block])(event);
+        }
     }
     return event;
 }

@@ -1,6 +1,6 @@
 #include <cstdlib>
 
-#include <Foundation/NSPathUtilities.h>
+#import <Foundation/Foundation.h>
 
 /// GNUstep's own asks the account for its home, whatever HOME says. This one takes its place in
 /// GNUstep's libraries too, because the executable's symbols come first.

@@ -1,3 +1,5 @@
+#import <Foundation/Foundation.h>
+
 #include <unistd.h>
 #include <chrono>
 #include <cstdint>

@@ -1,12 +1,7 @@
 #include <poll.h>
-#include <spawn.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <csignal>
-#include <cstring>
-#include <string>
-#include <utility>
 #include <vector>
 
 // This header does not say that it is C.
@@ -14,80 +9,40 @@ extern "C" {
 #include <sys/pidfd.h>
 }
 
+#include <glib.h>
+
 #import "ns_progress_indicator.h"
 
 namespace {
 
 constexpr int animationInterval = 80;  // milliseconds
 
-/// Where the stand-in for a tool of macOS lies; nil if there is none.
+/// Where the stand-in for a tool of macOS lies; any other tool's own path.
 NSString* standInFor(NSString* tool) {
     if (![tool isEqualToString:@"/usr/bin/ditto"]) {
-        return nil;
+        return tool;
     }
     return [[[NSBundle mainBundle] bundlePath] stringByAppendingPathComponent:@"Helpers/ditto"];
 }
 
-/// What a child is started with.
-class Spawn {
-  public:
-    Spawn() {
-        posix_spawn_file_actions_init(&actions_);
-        posix_spawnattr_init(&attributes_);
-        // GNUstep ignores it, and a child would go on doing so.
-        sigset_t brokenPipe;
-        sigemptyset(&brokenPipe);
-        sigaddset(&brokenPipe, SIGPIPE);
-        posix_spawnattr_setsigdefault(&attributes_, &brokenPipe);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF);
-    }
-    ~Spawn() {
-        posix_spawnattr_destroy(&attributes_);
-        posix_spawn_file_actions_destroy(&actions_);
-    }
-    Spawn(const Spawn&) = delete;
-    Spawn& operator=(const Spawn&) = delete;
-
-    void connect(int stream, NSFileHandle* handle) {
-        if (handle) {
-            posix_spawn_file_actions_adddup2(&actions_, [handle fileDescriptor], stream);
-        }
-    }
-
-    void setDirectory(NSString* path) {
-        if (path) {
-            posix_spawn_file_actions_addchdir_np(&actions_, [path UTF8String]);
-        }
-    }
-
-    /// The first of `arguments` is the executable. The system's reason if that failed, else 0.
-    int start(std::vector<std::string> arguments, pid_t* child) {
-        posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
-        std::vector<char*> texts;
-        texts.reserve(arguments.size() + 1);
-        for (std::string& argument : arguments) {
-            texts.push_back(argument.data());
-        }
-        texts.push_back(nullptr);
-        return posix_spawn(child, texts[0], &actions_, &attributes_, texts.data(), environ);
-    }
-
-  private:
-    posix_spawn_file_actions_t actions_;
-    posix_spawnattr_t attributes_;
-};
-
-/// The child's end of what was set as one of its outputs.
+/// What was set as an output may be a pipe.
 NSFileHandle* writingEnd(id output) {
     return [output isKindOfClass:[NSPipe class]] ? [output fileHandleForWriting] : output;
 }
 
-/// Closes this process's copy of the child's end, so that a reader sees the end when the child
-/// closes its own.
+int descriptor(id output) {
+    return output ? [writingEnd(output) fileDescriptor] : -1;
+}
+
 void closePipe(id output) {
     if ([output isKindOfClass:[NSPipe class]]) {
         [[output fileHandleForWriting] closeFile];
     }
+}
+
+/// Runs in the child.
+void restoreSignals(gpointer /*data*/) {
+    static_cast<void>(std::signal(SIGXFSZ, SIG_DFL));
 }
 
 }  // namespace
@@ -103,31 +58,29 @@ void closePipe(id output) {
 /// to work in a folder that is not there. Standard input and an environment of its own are not
 /// offered.
 - (void)launch {
-    NSString* standIn = standInFor([self launchPath]);
-    NSString* path = standIn ? standIn : [self launchPath];
-    const int reason = [self startExecutable:path];
-    if (reason != 0) {
+    NSString* path = standInFor([self launchPath]);
+    std::vector<char*> arguments = {const_cast<char*>([path UTF8String])};
+    for (NSString* argument in [self arguments]) {
+        arguments.push_back(const_cast<char*>([argument UTF8String]));
+    }
+    arguments.push_back(nullptr);
+    GError* reason = nullptr;
+    g_spawn_async_with_pipes_and_fds(
+        [_currentDirectoryPath UTF8String], arguments.data(), nullptr, G_SPAWN_DO_NOT_REAP_CHILD,
+        restoreSignals, nullptr, -1, descriptor(_standardOutput), descriptor(_standardError),
+        nullptr, nullptr, 0, &_taskId, nullptr, nullptr, nullptr, &reason);
+    if (reason) {
+        NSString* text = [NSString stringWithUTF8String:reason->message];
+        g_error_free(reason);
         [NSException raise:NSInvalidArgumentException
-                    format:@"“%@” could not be started: %s.", path, std::strerror(reason)];
+                    format:@"“%@” could not be started: %@.", path, text];
     }
     _hasLaunched = YES;
+    // Only the child's own copies keep a reader from seeing the end. One pipe may serve both.
     closePipe(_standardOutput);
     if (_standardError != _standardOutput) {
         closePipe(_standardError);
     }
-}
-
-/// The system's reason if that failed, else 0.
-- (int)startExecutable:(NSString*)path {
-    std::vector<std::string> arguments = {[path UTF8String]};
-    for (NSString* argument in [self arguments]) {
-        arguments.emplace_back([argument UTF8String]);
-    }
-    Spawn spawn;
-    spawn.connect(STDOUT_FILENO, writingEnd(_standardOutput));
-    spawn.connect(STDERR_FILENO, writingEnd(_standardError));
-    spawn.setDirectory(_currentDirectoryPath);
-    return spawn.start(std::move(arguments), &_taskId);
 }
 
 /// GNUstep's own looks ten times a second. Nothing of the run loop runs meanwhile; only what turns

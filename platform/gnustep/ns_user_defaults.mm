@@ -1,4 +1,4 @@
-#include "property_list.h"
+#import "property_list.h"
 
 /// The defaults of one domain only. A suite's are kept as on macOS, in the home folder's
 /// `Library/Preferences`; the launch arguments' cannot be changed.
@@ -25,41 +25,36 @@
     [super dealloc];
 }
 
-- (BOOL)holdsArguments {
-    return [_domain isEqualToString:NSArgumentDomain];
-}
-
-- (NSString*)folder {
-    return [NSHomeDirectory() stringByAppendingPathComponent:@"Library/Preferences"];
-}
-
 - (NSString*)file {
     return
-        [[self folder] stringByAppendingPathComponent:[_domain stringByAppendingString:@".plist"]];
+        [NSString stringWithFormat:@"%@/Library/Preferences/%@.plist", NSHomeDirectory(), _domain];
 }
 
 - (NSDictionary*)values {
-    if ([self holdsArguments]) {
-        return [[NSUserDefaults standardUserDefaults] volatileDomainForName:NSArgumentDomain];
-    }
-    NSDictionary* values = propertyListDictionary([self file]);
-    return values ? values : @{};
+    return [_domain isEqualToString:NSArgumentDomain]
+               ? [[NSUserDefaults standardUserDefaults] volatileDomainForName:NSArgumentDomain]
+               : propertyListDictionary([self file]);
 }
 
 - (id)objectForKey:(NSString*)key {
     return [[self values] objectForKey:key];
 }
 
-- (void)setObject:(id)value forKey:(NSString*)key {
-    if ([self holdsArguments]) {
+- (id)valueForKey:(NSString*)key {
+    return [self objectForKey:key];
+}
+
+- (void)setValue:(id)value forKey:(NSString*)key {
+    if ([_domain isEqualToString:NSArgumentDomain]) {
         return;
     }
-    NSMutableDictionary* values = [[[self values] mutableCopy] autorelease];
+    NSMutableDictionary* values = [NSMutableDictionary dictionaryWithDictionary:[self values]];
     [values removeObjectForKey:key];
     if (value) {
         [values setObject:value forKey:key];
     }
-    [[NSFileManager defaultManager] createDirectoryAtURL:[NSURL fileURLWithPath:[self folder]
+    NSString* folder = [[self file] stringByDeletingLastPathComponent];
+    [[NSFileManager defaultManager] createDirectoryAtURL:[NSURL fileURLWithPath:folder
                                                                     isDirectory:YES]
                              withIntermediateDirectories:YES
                                               attributes:nil
@@ -69,18 +64,6 @@
                                                options:0
                                                  error:NULL] writeToFile:[self file]
                                                               atomically:YES];
-}
-
-- (void)removeObjectForKey:(NSString*)key {
-    [self setObject:nil forKey:key];
-}
-
-- (id)valueForKey:(NSString*)key {
-    return [self objectForKey:key];
-}
-
-- (void)setValue:(id)value forKey:(NSString*)key {
-    [self setObject:value forKey:key];
 }
 
 @end

@@ -1,3 +1,5 @@
+#import <AppKit/AppKit.h>
+
 /// The life cycle is there to be overridden and to be called as `super`; nothing here calls it.
 @implementation NSViewController (Complement)
 

@@ -1,3 +1,5 @@
+#import <AppKit/AppKit.h>
+
 @implementation NSWindow (Complement)
 
 - (BOOL)preventsApplicationTerminationWhenModal {

@@ -1,4 +1,4 @@
-#include "property_list.h"
+#import "property_list.h"
 
 NSDictionary* propertyListDictionary(NSString* path) {
     NSData* data = [NSData dataWithContentsOfFile:path options:0 error:NULL];

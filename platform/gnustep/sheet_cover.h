@@ -1,6 +1,6 @@
 #pragma once
 
-#import "complement.h"
+#import <AppKit/AppKit.h>
 
 @class AlertBox;
 @class CompletedAlert;

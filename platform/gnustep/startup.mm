@@ -1,29 +1,65 @@
-#include <dlfcn.h>
+#include <glib.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
 #import "ns_application.h"
-#import "palette.h"
+#import "theme.h"
 
 // NOLINTNEXTLINE(readability-identifier-naming): the name is GNUstep's, which has no header for it.
 extern "C" const char* GSPathHandling(const char* mode);
 
 namespace {
 
-/// Without a stage the installer would work on this machine's own root.
+namespace fs = std::filesystem;
+
+/// Ends the process before it has shown a window.
+[[noreturn]] void refuse(std::string_view sentence) {
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, sentence.data(), sentence.size());
+    _exit(2);
+}
+
+void requireUtf8(char** texts) {
+    for (; *texts; ++texts) {
+        if (!g_utf8_validate(*texts, -1, nullptr)) {
+            refuse("The environment and the arguments must be UTF-8.\n");
+        }
+    }
+}
+
+/// GNUstep's libraries raise an exception over other texts, and do so while they are loaded.
+void checkTexts(int /*count*/, char** arguments, char** environment) {
+    requireUtf8(arguments);
+    requireUtf8(environment);
+}
+
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the linker's own table.
+[[gnu::section(".preinit_array"), gnu::used]] auto* const beforeLibraries = &checkTexts;
+
+/// Empty if the variable does not name a folder by its whole path.
+fs::path folderIn(const char* variable) {
+    const char* path = std::getenv(variable);
+    std::error_code failed;
+    return path && *path == '/' ? fs::weakly_canonical(path, failed) : fs::path();
+}
+
+/// Without a stage the installer would work on this machine's own root, and with a home elsewhere
+/// on the account's real one.
 void requireStage() {
-    const char* stage = std::getenv("MORVELLA_STAGE");
-    if (!stage || *stage != '/') {
-        constexpr std::string_view message =
-            "MORVELLA_STAGE must name the folder on which the installer shall run.\n";
-        [[maybe_unused]] const ssize_t written =
-            write(STDERR_FILENO, message.data(), message.size());
-        _exit(2);
+    const fs::path stage = folderIn("MORVELLA_STAGE");
+    if (stage.empty()) {
+        refuse("MORVELLA_STAGE must name the folder on which the installer shall run.\n");
+    }
+    const fs::path home = folderIn("HOME");
+    if (std::mismatch(stage.begin(), stage.end(), home.begin(), home.end()).first != stage.end()) {
+        refuse("HOME must name a folder inside MORVELLA_STAGE.\n");
     }
 }
 
@@ -59,16 +95,36 @@ void keepSettingsNowhere() {
     if (const char* runtime = std::getenv("XDG_RUNTIME_DIR")) {
         setenv("XDG_CACHE_HOME", runtime, 1);
     }
-    // Nothing is typed here, so the long table of composed characters need not be read.
-    setenv("XCOMPOSEFILE", "/dev/null", 1);
     keepSettingsNowhere();
+    // A write beyond the limit of a file's size fails instead.
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+}
+
+/// They are defaults: a user's own settings still win.
+void registerPalette() {
+    NSString* path = [[NSBundle mainBundle] pathForResource:@"palette" ofType:@"plist"];
+    if (path) {
+        [[NSUserDefaults standardUserDefaults]
+            registerDefaults:[NSDictionary dictionaryWithContentsOfFile:path]];
+    }
+    [GSTheme setTheme:[[[MorvellaTheme alloc] initWithBundle:[NSBundle mainBundle]] autorelease]];
+}
+
+void requireInterfaceFile() {
+    NSString* path = [[NSBundle mainBundle] pathForResource:@"MainMenu" ofType:@"xib"];
+    NSData* data = path ? [NSData dataWithContentsOfFile:path] : nil;
+    if (!data || ![[[[NSXMLParser alloc] initWithData:data] autorelease] parse]) {
+        refuse("The installer's interface file is missing or damaged.\n");
+    }
 }
 
 }  // namespace
 
-/// Takes the place of GNUstep's own, which it calls when everything is prepared.
-int NSApplicationMain(int argc, const char** argv) {
+/// Takes the place of GNUstep's own, which would run on without a window.
+int NSApplicationMain(int /*argc*/, const char** /*argv*/) {
     requireStage();
+    NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
+    requireInterfaceFile();
     registerPalette();
     [CompletedApplication sharedApplication];
     // GNUstep would end the application in its normal way from within the signal handler, which may
@@ -76,7 +132,10 @@ int NSApplicationMain(int argc, const char** argv) {
     for (const int number : {SIGTERM, SIGINT}) {
         static_cast<void>(std::signal(number, SIG_DFL));
     }
-    const auto run =
-        reinterpret_cast<decltype(&NSApplicationMain)>(dlsym(RTLD_NEXT, "NSApplicationMain"));
-    return run(argc, argv);
+    if (![NSBundle loadNibNamed:@"MainMenu" owner:NSApp] || [[NSApp windows] count] == 0) {
+        refuse("The installer's interface file shows no window.\n");
+    }
+    [pool release];
+    [NSApp run];
+    return 0;
 }

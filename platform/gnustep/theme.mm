@@ -159,19 +159,11 @@ NSRect bodyOfButton(NSRect frame) {
     return [NSColor windowBackgroundColor];
 }
 
-- (NSColor*)menuBarBackgroundColor {
-    return [NSColor windowBackgroundColor];
-}
-
 - (NSColor*)menuBorderColor {
     return [NSColor gridColor];
 }
 
 - (NSColor*)menuBarBorderColor {
-    return [NSColor gridColor];
-}
-
-- (NSColor*)menuSeparatorColor {
     return [NSColor gridColor];
 }
 

@@ -1,3 +1,5 @@
+#import <AppKit/AppKit.h>
+#include <dispatch/dispatch.h>
 #include <gtest/gtest.h>
 
 #include "gnustep/turn.hpp"

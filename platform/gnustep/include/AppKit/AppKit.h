@@ -1,16 +1,12 @@
 #pragma once
 
-/// Comes before every file of the Cocoa layer on GNUstep: after it the names exist that the layer
-/// uses of Apple's frameworks and that GNUstep lacks. Each class completed has a file of its own
-/// beside this.
+// GNUstep's AppKit, and what it lacks of Apple's.
 
-// GNUstep's is a whole number of seconds.
-#define systemUptime wholeSystemUptime
-#import <Foundation/NSProcessInfo.h>
-#undef systemUptime
+#pragma GCC system_header
 
-#import <AppKit/AppKit.h>
-#include <dispatch/dispatch.h>
+#include <Foundation/Foundation.h>
+
+#include_next <AppKit/AppKit.h>
 
 #define NSAlertStyleWarning NSWarningAlertStyle
 #define NSAlertStyleInformational NSInformationalAlertStyle
@@ -32,11 +28,6 @@ typedef NSEvent* (^LocalEventHandler)(NSEvent* event);
 /// sent in its place, or nil.
 + (id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(LocalEventHandler)handler;
 + (void)removeMonitor:(id)monitor;
-@end
-
-@interface NSProcessInfo (Complement)
-/// In seconds, on the clock of the events' times.
-- (NSTimeInterval)systemUptime;
 @end
 
 typedef void (^AlertCompletionHandler)(NSModalResponse response);
@@ -70,27 +61,4 @@ typedef void (^AlertCompletionHandler)(NSModalResponse response);
 - (BOOL)isViewLoaded;
 - (void)viewDidLoad;
 - (void)viewDidAppear;
-@end
-
-@interface NSFileManager (Complement)
-- (NSArray*)URLsForDirectory:(NSSearchPathDirectory)directory
-                   inDomains:(NSSearchPathDomainMask)domains;
-@end
-
-@interface NSFileManager (Trash)
-/// Where the item went is not told: `resultingUrl` is set to nil.
-- (BOOL)trashItemAtURL:(NSURL*)url resultingItemURL:(NSURL**)resultingUrl error:(NSError**)error;
-@end
-
-typedef NSUInteger NSDataReadingOptions;
-enum { NSDataReadingMappedIfSafe = 1 };
-
-@interface NSData (Complement)
-+ (instancetype)dataWithContentsOfFile:(NSString*)path
-                               options:(NSDataReadingOptions)options
-                                 error:(NSError**)error;
-@end
-
-@interface NSUserDefaults (Complement)
-- (instancetype)initWithSuiteName:(NSString*)name;
 @end
