@@ -2,6 +2,9 @@
 
 #import "platform/cocoa/MorvellaInstallerLicenseVC.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 #include "platform/cocoa/guard.h"
 
 using namespace morvella::cocoa_tests;
@@ -18,6 +21,22 @@ TEST_F(DoorLifeCycleTest, IsLoadedOnceHoweverOftenThePlatformSays) {
     EXPECT_EQ(timesLoaded(), 1);
     EXPECT_EQ(times("super awakeFromNib"), 1);
     EXPECT_EQ(times("super viewDidLoad"), 4);
+}
+
+TEST_F(DoorLifeCycleTest, CallsWhatItInheritsBeforeItsOwnWork) {
+    const std::string work = "bundle URLForResource:withExtension: license.rtf nil";
+    MorvellaInstallerLicenseVC* licence =
+        [[[MorvellaInstallerLicenseVC alloc] initWithNibName:nil bundle:nil] autorelease];
+    [licence setLicenseView:static_cast<id>(text)];
+    for (NSViewController* each : std::initializer_list<NSViewController*>{door, licence}) {
+        takeNews();
+        [each awakeFromNib];
+        const Lines& lines = news();
+        ASSERT_GE(lines.size(), 3U);
+        EXPECT_EQ(lines.front(), "super awakeFromNib");
+        EXPECT_LT(std::find(lines.begin(), lines.end(), "super viewDidLoad"),
+                  std::find(lines.begin(), lines.end(), work));
+    }
 }
 
 TEST_F(DoorLifeCycleTest, StartsNoWorkBeforeTheWindowIsOnTheScreen) {
