@@ -27,7 +27,7 @@ void MorvellaInstallerViewController::alertSheet() {
     const std::shared_ptr<Window> window = this->window();
     window->makeKeyAndOrderFront(self.get());
     window->beginSheet(alert, [this, self](const AlertAnswer& answer) {
-        // The first two buttons differ in the lowest bit alone.
+        // "Replace" and "Overwrite" both go on: their codes differ in the lowest bit alone.
         if ((answer.response & ~1) != alertFirstButtonReturn) {
             platform_.application.terminate(self.get());
         }

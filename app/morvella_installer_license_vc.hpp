@@ -7,7 +7,9 @@
 
 namespace morvella {
 
-/// Shows the licence agreement in a text view of its own. Main thread only.
+/// Shows the licence agreement in a text view of its own. Main thread only. The main controller
+/// fills its own outlet to the text view before the first page is shown; this one serves an
+/// interface file that gives the licence page a controller.
 class MorvellaInstallerLicenseVC {
   public:
     explicit MorvellaInstallerLicenseVC(const Platform& platform) : platform_(platform) {}

@@ -23,6 +23,9 @@ class MorvellaInstallerViewController {
 
     /// `viewController` is this controller as the platform sees it and outlives it.
     MorvellaInstallerViewController(ViewController& viewController, const Platform& platform);
+    virtual ~MorvellaInstallerViewController() = default;
+    MorvellaInstallerViewController(const MorvellaInstallerViewController&) = delete;
+    MorvellaInstallerViewController& operator=(const MorvellaInstallerViewController&) = delete;
 
     // State: connected by the interface file.
     MORVELLA_PROPERTY(View, initialView, setInitialView);
@@ -98,28 +101,30 @@ class MorvellaInstallerViewController {
     // live/waiting.cpp
     void waitForUserLibraryAndProceedToInstall();
 
-    // install/orchestration.cpp
+    // install/orchestration.cpp. Its steps, below, can be overridden: one of them changes nothing,
+    // and only who takes its place sees that it is called.
     void doInstallViewAppeared();
     void startInstall();
     void endInstall();
 
     // install/procedure.cpp, install/shared_data.cpp
     /// Puts every piece in its place. Where the suite goes depends on `userLibPath` alone.
-    void installTo(const FileUrl& destination);
+    virtual void installTo(const FileUrl& destination);
     /// Replaces an existing shared product folder instead of leaving it. Not called by the
     /// installer.
     void installToOld(const FileUrl& destination);
 
     // install/verification.cpp
-    bool hideApp(const FileUrl& destination);
-    bool checkInstall(const FileUrl& destination);
+    virtual bool hideApp(const FileUrl& destination);
+    virtual bool checkInstall(const FileUrl& destination);
 
     // install/fonts.cpp
     bool installFontList(const std::vector<std::string>& fontNames);
 
     // install/removal.cpp
     /// Moves the items at the relative `paths` to the Trash, up to the first that cannot be moved.
-    bool removeFilesFromFolder(const std::vector<std::string>& paths, const FileUrl& folder);
+    virtual bool removeFilesFromFolder(const std::vector<std::string>& paths,
+                                       const FileUrl& folder);
 
     // archive/archiver.cpp
     bool decompressResourceToURL(const std::string& resource, const FileUrl& destination);
@@ -136,7 +141,6 @@ class MorvellaInstallerViewController {
     [[nodiscard]] bool shows(const std::shared_ptr<View>& page) const;
     /// The window of the controller's view; the controller shows a view whenever this is asked for.
     [[nodiscard]] std::shared_ptr<Window> window() const;
-    [[nodiscard]] bool isReachable(const std::string& path) const;
 
     void pollUntilReachable(const FileUrl& userLibrary, const std::shared_ptr<const Object>& self);
     void userLibraryBecameReachable(const Object* sender);
@@ -147,14 +151,13 @@ class MorvellaInstallerViewController {
                                       ProgressIndicator& backupIndicator);
     void backUpPreviousInstallation(const Object& sender, ProgressIndicator& backupIndicator);
 
-    bool installFont(const std::string& name);
     void installFontsAndSuite();
     void installUtilities();
     void trashIfPresent(const FileUrl& item);
-    [[nodiscard]] FileUrl sharedFolder(ErrorOut error) const;
-    void installSharedData(const FileUrl& sharedFolder, ErrorOut error);
+    void installSharedData();
+    void replaceSharedData();
+    void unpackSharedData(const FileUrl& sharedFolder, ErrorOut error);
     FileUrl fallBackToDocuments(ErrorOut error);
-    void createProductFolder(const FileUrl& folder, ErrorOut error);
 
     ViewController& viewController_;
     Platform platform_;

@@ -85,8 +85,4 @@ std::shared_ptr<Window> MorvellaInstallerViewController::window() const {
     return viewController_.view()->window();
 }
 
-bool MorvellaInstallerViewController::isReachable(const std::string& path) const {
-    return platform_.files.isReachable(platform_.files.fileUrl(path));
-}
-
 }  // namespace morvella

@@ -9,9 +9,23 @@ namespace morvella::product {
 /// the shared folder and the Documents folder.
 inline constexpr const char* folder = "Morvella";
 
+inline constexpr const char* licenseDocument = "license.rtf";
 inline constexpr std::array fonts = {"Archivo-Medium.ttf", "OpenSans-Regular.ttf"};
 inline constexpr const char* suiteArchive = "morvella.zip";
 inline constexpr std::array utilityArchives = {"Tressimo.zip"};
 inline constexpr std::array shaderArchives = {"ISF.zip"};
+
+/// The suite's application in its folder, as it is unpacked and as it is hidden.
+inline constexpr const char* application = "Morvella.app";
+inline constexpr const char* hiddenApplication = ".Morvella.app";
+/// A device that proves, below the suite's folder, that all of it was unpacked.
+inline constexpr const char* device = "Sources/Vellicor.amxd";
+
+/// Where the shaders lie in the product's folder, and their own folders in there.
+inline constexpr const char* shaderFolder = "ISF";
+inline constexpr std::array shaderSubfolders = {"Dariwent", "Standard"};
+
+/// Below the folder of the Live Set that starts the installer.
+inline constexpr const char* demoSet = "Morvella Basic Demo Project/Morvella Basic Demo.als";
 
 }  // namespace morvella::product

@@ -16,13 +16,13 @@ bool MorvellaInstallerViewController::checkAndLoadResources() {
     const std::shared_ptr<const Bundle> bundle = platform_.bundles.mainBundle();
     for (const std::string& resource : resources) {
         const std::optional<std::string> path = bundle->pathForResource(resource);
-        if (!path || !isReachable(*path)) {
+        if (!path || !platform_.files.isReachable(*path)) {
             platform_.log("resource not found:%@", resource);
             return false;
         }
     }
 
-    enableOpenDemoSetUI(setDemoSetURLFromArgs() && isReachable(*demoSetPath()));
+    enableOpenDemoSetUI(setDemoSetURLFromArgs() && platform_.files.isReachable(*demoSetPath()));
     welcomeVersionString()->setTitle(std::string("Morvella ") + "v2.2");
     return true;
 }

@@ -80,9 +80,12 @@ void MorvellaInstallerViewController::backUpPreviousInstallation(
 }
 
 void MorvellaInstallerViewController::startInstall() {
+    // The sender has no effect; it is the other page's indicator all the same.
     doInstallIndicator()->startAnimation(settingsIndicator().get());
     doInstallIndicator()->setHidden(false);
     const FileUrl destination = *destinationURL();
+    // Nothing is to be removed in this version: the list is where a later one names what an update
+    // leaves over.
     removeFilesFromFolder({}, destination);
     installTo(destination);
     // The application is hidden first: the verification looks for its hidden name.

@@ -6,22 +6,13 @@ namespace morvella {
 void MorvellaInstallerViewController::installTo(const FileUrl& /*destination*/) {
     installFontsAndSuite();
     installUtilities();
-    std::optional<Error> error;
-    const FileUrl shared = sharedFolder(&error);
-    const FileUrl product = FileUrl::directoryRelativeTo(product::folder, shared);
-    // What is shared already stays as it is.
-    if (!platform_.files.fileExists(product.path())) {
-        installSharedData(shared, &error);
-    }
+    installSharedData();
 }
 
 void MorvellaInstallerViewController::installToOld(const FileUrl& /*destination*/) {
     installFontsAndSuite();
     installUtilities();
-    std::optional<Error> error;
-    const FileUrl shared = sharedFolder(&error);
-    trashIfPresent(FileUrl::directoryRelativeTo(product::folder, shared));
-    installSharedData(shared, &error);
+    replaceSharedData();
 }
 
 void MorvellaInstallerViewController::installFontsAndSuite() {

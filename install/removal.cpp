@@ -6,7 +6,7 @@ bool MorvellaInstallerViewController::removeFilesFromFolder(const std::vector<st
                                                             const FileUrl& folder) {
     bool removed = true;
     for (const std::string& path : paths) {
-        const FileUrl item = FileUrl::fileRelativeTo(path, folder);
+        const FileUrl item = platform_.files.fileUrl(FileUrl::fileRelativeTo(path, folder).path());
         // After the first failure the rest stays where it is.
         if (platform_.files.isReachable(item) && removed) {
             removed = moveToTrash(item);

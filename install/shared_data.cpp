@@ -4,21 +4,50 @@
 namespace morvella {
 
 // One error goes through all of this stage and is never cleared: a line about a later step may show
-// the error of an earlier one.
+// the error of an earlier one. Each folder's URL names a directory, although the platform would ask
+// the disk: against a product folder that is not there yet it would resolve "ISF" to a folder of
+// the user's own beside it.
 
-FileUrl MorvellaInstallerViewController::sharedFolder(ErrorOut error) const {
+namespace {
+
+FileUrl sharedFolder(const Platform& platform, ErrorOut error) {
     const std::optional<FileUrl> users =
-        platform_.folders.url(StandardDirectory::users, Domain::local, error);
+        platform.folders.url(StandardDirectory::users, Domain::local, error);
     if (*error) {
-        platform_.log("Warning: Couldn't get local domain user folder, error:%@", *error);
+        platform.log("Warning: Couldn't get local domain user folder, error:%@", *error);
     }
     return FileUrl::directoryRelativeTo("Shared", users.value_or(FileUrl::directory("")));
 }
 
-void MorvellaInstallerViewController::installSharedData(const FileUrl& sharedFolder,
-                                                        ErrorOut error) {
+void createProductFolder(const Platform& platform, const FileUrl& folder, ErrorOut error) {
+    if (!platform.fileChanges.createDirectory(folder, error)) {
+        platform.log("Couldn't create shared folder(%@), error:%@", folder, *error);
+    }
+}
+
+}  // namespace
+
+void MorvellaInstallerViewController::installSharedData() {
+    std::optional<Error> error;
+    const FileUrl shared = sharedFolder(platform_, &error);
+    const FileUrl product = FileUrl::directoryRelativeTo(product::folder, shared);
+    // What is shared already stays as it is.
+    if (!platform_.files.fileExists(product.path())) {
+        unpackSharedData(shared, &error);
+    }
+}
+
+void MorvellaInstallerViewController::replaceSharedData() {
+    std::optional<Error> error;
+    const FileUrl shared = sharedFolder(platform_, &error);
+    trashIfPresent(FileUrl::directoryRelativeTo(product::folder, shared));
+    unpackSharedData(shared, &error);
+}
+
+void MorvellaInstallerViewController::unpackSharedData(const FileUrl& sharedFolder,
+                                                       ErrorOut error) {
     const FileUrl sharedProduct = FileUrl::directoryRelativeTo(product::folder, sharedFolder);
-    createProductFolder(sharedProduct, error);
+    createProductFolder(platform_, sharedProduct, error);
     const FileUrl base = platform_.files.isWritable(sharedProduct.path())
                              ? sharedFolder
                              : fallBackToDocuments(error);
@@ -45,18 +74,12 @@ FileUrl MorvellaInstallerViewController::fallBackToDocuments(ErrorOut error) {
     }
     FileUrl documents = found.value_or(FileUrl::directory(""));
     const FileUrl documentsProduct = FileUrl::directoryRelativeTo(product::folder, documents);
-    const FileUrl shaders = FileUrl::directoryRelativeTo("ISF", documentsProduct);
-    for (const char* name : {"Dariwent", "Standard"}) {
-        trashIfPresent(FileUrl::fileRelativeTo(name, shaders));
+    const FileUrl shaders = FileUrl::directoryRelativeTo(product::shaderFolder, documentsProduct);
+    for (const char* name : product::shaderSubfolders) {
+        trashIfPresent(platform_.files.fileUrl(FileUrl::fileRelativeTo(name, shaders).path()));
     }
-    createProductFolder(documentsProduct, error);
+    createProductFolder(platform_, documentsProduct, error);
     return documents;
-}
-
-void MorvellaInstallerViewController::createProductFolder(const FileUrl& folder, ErrorOut error) {
-    if (!platform_.fileChanges.createDirectory(folder, error)) {
-        platform_.log("Couldn't create shared folder(%@), error:%@", folder, *error);
-    }
 }
 
 }  // namespace morvella

@@ -2,6 +2,7 @@
 #include <array>
 
 #include "app/morvella_installer_view_controller.hpp"
+#include "app/product.hpp"
 #include "platform/paths.hpp"
 
 namespace morvella {
@@ -10,12 +11,12 @@ bool MorvellaInstallerViewController::hideApp(const FileUrl& destination) {
     platform_.log("Hiding the morvella.app to declutter the user library browser...");
     const Files& files = platform_.files;
     const FileUrl source =
-        files.fileUrl(appendingPathComponent(destination.path(), "Morvella.app"));
+        files.fileUrl(appendingPathComponent(destination.path(), product::application));
     if (!files.isReachable(source)) {
         return false;
     }
     const FileUrl target =
-        files.fileUrl(appendingPathComponent(destination.path(), ".Morvella.app"));
+        files.fileUrl(appendingPathComponent(destination.path(), product::hiddenApplication));
     if (files.isReachable(target)) {
         platform_.log("App already exists at destination, deleting.");
         if (!moveToTrash(target)) {
@@ -38,9 +39,9 @@ bool MorvellaInstallerViewController::hideApp(const FileUrl& destination) {
 }
 
 bool MorvellaInstallerViewController::checkInstall(const FileUrl& destination) {
-    constexpr std::array requiredItems = {".Morvella.app", "Sources/Vellicor.amxd"};
+    constexpr std::array requiredItems = {product::hiddenApplication, product::device};
     return std::all_of(requiredItems.begin(), requiredItems.end(), [&](const char* item) {
-        return isReachable(appendingPathComponent(destination.path(), item));
+        return platform_.files.isReachable(appendingPathComponent(destination.path(), item));
     });
 }
 

@@ -18,7 +18,8 @@ constexpr int32_t noEntry = 4;
 }  // namespace user_library_status
 
 /// Looks up Live's preferences folders and the User Library that they name. Holds nothing between
-/// calls; main thread only. All paths are absolute; nothing is returned for what is not found.
+/// calls; main thread only. Its small first letter belongs to the interface, whose names are kept
+/// as they are. All paths are absolute; nothing is returned for what is not found.
 class getLiveUserLib {
   public:
     explicit getLiveUserLib(const Platform& platform) : platform_(platform) {}

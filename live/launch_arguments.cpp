@@ -1,4 +1,5 @@
 #include "app/morvella_installer_view_controller.hpp"
+#include "app/product.hpp"
 
 namespace morvella {
 
@@ -25,8 +26,7 @@ bool MorvellaInstallerViewController::setDemoSetURLFromArgs() {
     if (!value) {
         return false;
     }
-    setDemoSetPath(std::make_shared<const std::string>(
-        value->text() + "Morvella Basic Demo Project/Morvella Basic Demo.als"));
+    setDemoSetPath(std::make_shared<const std::string>(value->text() + product::demoSet));
     platform_.log("will open demo set at %@", *demoSetPath());
     return true;
 }

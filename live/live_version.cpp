@@ -24,11 +24,33 @@ int32_t takeNumber(std::string_view& text) {
     return number;
 }
 
+/// How many bytes the white space character at the start of `text` takes; 0 if none stands there.
+/// To Foundation's integers these are U+0000 to U+0020, U+007F to U+00A0, U+2000 to U+200B and
+/// U+3000.
+size_t whiteSpaceLength(std::string_view text) {
+    const auto isBetween = [](char byte, char first, char last) {
+        return static_cast<unsigned char>(first) <= static_cast<unsigned char>(byte) &&
+               static_cast<unsigned char>(byte) <= static_cast<unsigned char>(last);
+    };
+    if (!text.empty() && (isBetween(text[0], '\0', ' ') || text[0] == '\x7F')) {
+        return 1;
+    }
+    if (text.size() >= 2 && text[0] == '\xC2' && isBetween(text[1], '\x80', '\xA0')) {
+        return 2;
+    }
+    const bool isWideSpace =
+        (text.size() >= 3 && text.starts_with("\xE2\x80") && isBetween(text[2], '\x80', '\x8B')) ||
+        text.starts_with("\xE3\x80\x80");
+    return isWideSpace ? 3 : 0;
+}
+
 }  // namespace
 
 int32_t intValue(std::string_view text) {
     using Limits = std::numeric_limits<int32_t>;
-    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    while (const size_t length = whiteSpaceLength(text)) {
+        text.remove_prefix(length);
+    }
     const bool negative = text.starts_with('-');
     if (negative || text.starts_with('+')) {
         text.remove_prefix(1);

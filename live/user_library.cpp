@@ -21,7 +21,7 @@ std::optional<std::string> getLiveUserLib::getUserLibraryErrorInt(
     *errorInt = user_library_status::undecided;
     const Files& files = platform_.files;
     const std::string configuration = preferenceFolder + "/Library.cfg";
-    if (!files.isReachable(files.fileUrl(configuration))) {
+    if (!files.isReachable(configuration)) {
         *errorInt = user_library_status::noConfiguration;
         return std::nullopt;
     }
@@ -36,8 +36,8 @@ std::optional<std::string> getLiveUserLib::getUserLibraryErrorInt(
         return std::nullopt;
     }
     std::string path = joined(entry);
-    *errorInt = files.isReachable(files.fileUrl(path)) ? user_library_status::found
-                                                       : user_library_status::notReachable;
+    *errorInt =
+        files.isReachable(path) ? user_library_status::found : user_library_status::notReachable;
     return path;
 }
 

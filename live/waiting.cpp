@@ -3,7 +3,7 @@
 namespace morvella {
 
 void MorvellaInstallerViewController::waitForUserLibraryAndProceedToInstall() {
-    if (isReachable(*userLibPath())) {
+    if (platform_.files.isReachable(*userLibPath())) {
         settingsNextButton()->setEnabled(true);
         return;
     }

@@ -5,15 +5,17 @@
 
 namespace morvella {
 
-/// Why an operation of the platform failed, in the platform's own words.
+/// What went wrong, as the platform describes the error object that it handed out: the domain, the
+/// code and what belongs to it, not only the sentence made for the user.
 struct Error {
     std::string description;
 
     bool operator==(const Error&) const = default;
 };
 
-/// An operation that takes an `ErrorOut` writes it on failure and leaves it alone on success, so
-/// that an earlier error stays visible. A null `ErrorOut` says that nobody asks.
+/// An operation that takes an `ErrorOut` writes it if the platform hands out an error, whatever the
+/// operation returns, and leaves it alone if not, so that an earlier error stays visible. A null
+/// `ErrorOut` says that nobody asks: the platform is not asked either.
 using ErrorOut = std::optional<Error>*;
 
 }  // namespace morvella

@@ -11,14 +11,15 @@
 
 namespace morvella {
 
-/// The bytes of a file, valid as long as the object lives.
+/// The bytes of a file as they were when it was read, valid as long as the object lives.
 class FileContents {
   public:
     virtual ~FileContents() = default;
     [[nodiscard]] virtual std::string_view bytes() const = 0;
 };
 
-/// What can be asked of the disk and changes nothing.
+/// What can be asked of the disk and changes nothing. A path that is empty or holds a NUL names
+/// nothing, here and below: every question is answered with no, and every change fails.
 class Files {
   public:
     virtual ~Files() = default;
@@ -28,6 +29,11 @@ class Files {
 
     /// Whether something exists at `url`, a symbolic link that leads nowhere included.
     virtual bool isReachable(const FileUrl& url, ErrorOut error = nullptr) const = 0;
+
+    /// The same of `path` as it is now.
+    [[nodiscard]] bool isReachable(const std::string& path) const {
+        return isReachable(fileUrl(path));
+    }
 
     /// Whether something exists at `path`; a symbolic link counts as what it leads to.
     [[nodiscard]] virtual bool fileExists(const std::string& path) const = 0;
@@ -45,8 +51,8 @@ class Files {
         const std::string& path) const = 0;
 };
 
-/// What changes the disk. Nothing here deletes anything. On failure each returns false, writes the
-/// error, and leaves what was at the source in place; a copy may leave a part of itself behind.
+/// What changes the disk. Nothing here deletes anything. On failure each returns false and leaves
+/// what was at the source in place; a copy that cannot be finished leaves nothing of itself behind.
 class FileChanges {
   public:
     virtual ~FileChanges() = default;

@@ -46,7 +46,8 @@ std::string_view pathExtension(std::string_view path) {
     if (dot == std::string_view::npos || dot == 0) {
         return {};
     }
-    return name.substr(dot + 1);
+    const std::string_view extension = name.substr(dot + 1);
+    return extension.find(' ') == std::string_view::npos ? extension : std::string_view{};
 }
 
 }  // namespace morvella

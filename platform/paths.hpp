@@ -13,8 +13,8 @@ std::string appendingPathComponent(std::string_view path, std::string_view compo
 /// `path` without its last component and the slash before it; "/" stays "/".
 std::string deletingLastPathComponent(std::string_view path);
 
-/// The text after the last "." of the last component; empty if there is none, or if nothing stands
-/// before that ".". Slashes at the end of `path` do not count.
+/// The text after the last "." of the last component; empty if there is none, if nothing stands
+/// before that ".", or if the text holds a blank. Slashes at the end of `path` do not count.
 std::string_view pathExtension(std::string_view path);
 
 /// The pieces of `text` between the occurrences of `separator`, one more than there are of these.

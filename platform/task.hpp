@@ -28,7 +28,7 @@ class TaskRunner {
 
     /// Runs the child and returns when it has ended, without a time-out. What it prints is read
     /// only then, so it must fit in a pipe's buffer. Nothing is returned if it could not be
-    /// started.
+    /// started, as nothing can that has a NUL in its path, its directory or an argument.
     virtual std::optional<TaskResult> run(const Command& command) = 0;
 };
 

@@ -4,6 +4,14 @@
 
 namespace morvella {
 
+// The values are handed to the platform as they are.
+static_assert(static_cast<int>(ControlState::mixed) == NSControlStateValueMixed);
+static_assert(static_cast<int>(ControlState::off) == NSControlStateValueOff);
+static_assert(static_cast<int>(ControlState::on) == NSControlStateValueOn);
+static_assert(static_cast<int>(ProgressIndicatorStyle::bar) == NSProgressIndicatorStyleBar);
+static_assert(static_cast<int>(ProgressIndicatorStyle::spinning) ==
+              NSProgressIndicatorStyleSpinning);
+
 ControlState CocoaButton::state() const {
     return static_cast<ControlState>([object() state]);
 }

@@ -18,6 +18,12 @@ NSString* stringOf(const std::string& text) {
     return string ? [string autorelease] : @"";
 }
 
+NSString* pathOf(const std::string& path) {
+    const bool namesNothing = path.find('\0') != std::string::npos;
+    NSString* string = namesNothing ? @"" : stringOf(path);
+    return [string length] > 0 ? string : @"/dev/null/not a path";
+}
+
 std::shared_ptr<const std::string> sharedTextOf(NSString* text) {
     return text ? std::make_shared<const std::string>(textOf(text)) : nullptr;
 }
@@ -35,7 +41,7 @@ NSArray* stringsOf(const std::vector<std::string>& texts) {
 }
 
 NSURL* urlOf(const FileUrl& url) {
-    return [NSURL fileURLWithPath:stringOf(url.path()) isDirectory:url.namesDirectory()];
+    return [NSURL fileURLWithPath:pathOf(url.path()) isDirectory:url.namesDirectory()];
 }
 
 FileUrl fileUrlOf(NSURL* url) {
@@ -44,9 +50,9 @@ FileUrl fileUrlOf(NSURL* url) {
     return namesDirectory ? FileUrl::directory(path) : FileUrl::file(path);
 }
 
-void writeError(NSError* error, ErrorOut out) {
-    if (out) {
-        *out = Error{textOf([error localizedDescription])};
+ErrorParameter::~ErrorParameter() {
+    if (error_) {
+        *out_ = Error{textOf([error_ description])};
     }
 }
 

@@ -8,9 +8,9 @@ namespace morvella {
 
 namespace {
 
-class MappedContents : public FileContents {
+class DataContents : public FileContents {
   public:
-    explicit MappedContents(NSData* data) : data_(data) {}
+    explicit DataContents(NSData* data) : data_(data) {}
     [[nodiscard]] std::string_view bytes() const override {
         return {static_cast<const char*>([data_.get() bytes]), [data_.get() length]};
     }
@@ -23,36 +23,29 @@ class MappedContents : public FileContents {
 
 FileUrl CocoaFiles::fileUrl(const std::string& path) const {
     BOOL isDirectory = NO;
-    [[NSFileManager defaultManager] fileExistsAtPath:stringOf(path) isDirectory:&isDirectory];
+    [[NSFileManager defaultManager] fileExistsAtPath:pathOf(path) isDirectory:&isDirectory];
     return isDirectory ? FileUrl::directory(path) : FileUrl::file(path);
 }
 
 bool CocoaFiles::isReachable(const FileUrl& url, ErrorOut error) const {
-    NSError* platformError = nil;
-    // The platform would take an empty path for the current folder.
-    const bool reachable =
-        !url.path().empty() && [urlOf(url) checkResourceIsReachableAndReturnError:&platformError];
-    if (!reachable) {
-        writeError(platformError, error);
-    }
-    return reachable;
+    return [urlOf(url) checkResourceIsReachableAndReturnError:ErrorParameter(error)];
 }
 
 bool CocoaFiles::fileExists(const std::string& path) const {
-    return [[NSFileManager defaultManager] fileExistsAtPath:stringOf(path)];
+    return [[NSFileManager defaultManager] fileExistsAtPath:pathOf(path)];
 }
 
 bool CocoaFiles::isReadable(const std::string& path) const {
-    return [[NSFileManager defaultManager] isReadableFileAtPath:stringOf(path)];
+    return [[NSFileManager defaultManager] isReadableFileAtPath:pathOf(path)];
 }
 
 bool CocoaFiles::isWritable(const std::string& path) const {
-    return [[NSFileManager defaultManager] isWritableFileAtPath:stringOf(path)];
+    return [[NSFileManager defaultManager] isWritableFileAtPath:pathOf(path)];
 }
 
 std::optional<std::vector<std::string>> CocoaFiles::contentsOfDirectory(
     const std::string& path) const {
-    NSArray* listed = [[NSFileManager defaultManager] contentsOfDirectoryAtPath:stringOf(path)
+    NSArray* listed = [[NSFileManager defaultManager] contentsOfDirectoryAtPath:pathOf(path)
                                                                           error:NULL];
     if (!listed) {
         return std::nullopt;
@@ -66,56 +59,50 @@ std::optional<std::vector<std::string>> CocoaFiles::contentsOfDirectory(
 }
 
 std::shared_ptr<const FileContents> CocoaFiles::contentsOfFile(const std::string& path) const {
-    NSData* data = [NSData dataWithContentsOfFile:stringOf(path)
-                                          options:NSDataReadingMappedIfSafe
-                                            error:NULL];
-    return data ? std::make_shared<const MappedContents>(data) : nullptr;
+    // Not mapped: Live may cut its file short while the installer looks at it.
+    NSData* data = [NSData dataWithContentsOfFile:pathOf(path) options:0 error:NULL];
+    return data ? std::make_shared<const DataContents>(data) : nullptr;
 }
 
 bool CocoaFileChanges::createDirectory(const FileUrl& url, ErrorOut error) {
-    NSError* platformError = nil;
-    const bool created = [[NSFileManager defaultManager] createDirectoryAtURL:urlOf(url)
-                                                  withIntermediateDirectories:YES
-                                                                   attributes:nil
-                                                                        error:&platformError];
-    if (!created) {
-        writeError(platformError, error);
-    }
-    return created;
+    return [[NSFileManager defaultManager] createDirectoryAtURL:urlOf(url)
+                                    withIntermediateDirectories:YES
+                                                     attributes:nil
+                                                          error:ErrorParameter(error)];
 }
 
 bool CocoaFileChanges::copyItem(const FileUrl& source, const FileUrl& target, ErrorOut error) {
-    NSError* platformError = nil;
-    const bool copied = [[NSFileManager defaultManager] copyItemAtURL:urlOf(source)
-                                                                toURL:urlOf(target)
-                                                                error:&platformError];
-    if (!copied) {
-        writeError(platformError, error);
+    NSFileManager* manager = [NSFileManager defaultManager];
+    NSURL* targetUrl = urlOf(target);
+    const bool wasThere = [targetUrl checkResourceIsReachableAndReturnError:NULL];
+    const bool copied = [manager copyItemAtURL:urlOf(source)
+                                         toURL:targetUrl
+                                         error:ErrorParameter(error)];
+    if (!copied && !wasThere) {
+        // A part of a copy must not pass for the whole.
+        [manager removeItemAtURL:targetUrl error:NULL];
     }
     return copied;
 }
 
 bool CocoaFileChanges::moveItem(const FileUrl& source, const FileUrl& target, ErrorOut error) {
-    NSError* platformError = nil;
-    const bool moved = [[NSFileManager defaultManager] moveItemAtURL:urlOf(source)
-                                                               toURL:urlOf(target)
-                                                               error:&platformError];
-    if (!moved) {
-        writeError(platformError, error);
-    }
-    return moved;
+    return [[NSFileManager defaultManager] moveItemAtURL:urlOf(source)
+                                                   toURL:urlOf(target)
+                                                   error:ErrorParameter(error)];
 }
 
 bool CocoaFileChanges::trashItem(const FileUrl& url, ErrorOut error) {
-    NSError* platformError = nil;
-    const bool trashed = [[NSFileManager defaultManager] trashItemAtURL:urlOf(url)
-                                                       resultingItemURL:NULL
-                                                                  error:&platformError];
-    if (!trashed) {
-        writeError(platformError, error);
-    }
-    return trashed;
+    return [[NSFileManager defaultManager] trashItemAtURL:urlOf(url)
+                                         resultingItemURL:NULL
+                                                    error:ErrorParameter(error)];
 }
+
+// The values are handed to the platform as they are.
+static_assert(static_cast<int>(StandardDirectory::applications) == NSApplicationDirectory);
+static_assert(static_cast<int>(StandardDirectory::users) == NSUserDirectory);
+static_assert(static_cast<int>(StandardDirectory::documents) == NSDocumentDirectory);
+static_assert(static_cast<int>(Domain::user) == NSUserDomainMask);
+static_assert(static_cast<int>(Domain::local) == NSLocalDomainMask);
 
 std::string CocoaStandardFolders::homeDirectory() const {
     return textOf(NSHomeDirectory());
@@ -134,18 +121,13 @@ std::vector<FileUrl> CocoaStandardFolders::urls(StandardDirectory directory, Dom
 
 std::optional<FileUrl> CocoaStandardFolders::url(StandardDirectory directory, Domain domain,
                                                  ErrorOut error) const {
-    NSError* platformError = nil;
     NSURL* found = [[NSFileManager defaultManager]
           URLForDirectory:static_cast<NSSearchPathDirectory>(directory)
                  inDomain:static_cast<NSSearchPathDomainMask>(domain)
         appropriateForURL:nil
                    create:NO
-                    error:&platformError];
-    if (!found) {
-        writeError(platformError, error);
-        return std::nullopt;
-    }
-    return FileUrl::directory(textOf([found path]));
+                    error:ErrorParameter(error)];
+    return found ? std::optional(FileUrl::directory(textOf([found path]))) : std::nullopt;
 }
 
 }  // namespace morvella

@@ -6,6 +6,8 @@
 #include "platform/cocoa/handle.h"
 #include "platform/cocoa/system.h"
 
+#include <algorithm>
+
 namespace morvella {
 
 void CocoaApplication::terminate(const Object* sender) {
@@ -58,14 +60,21 @@ void CocoaRunLoop::scheduleRepeatingTimer(double interval, std::function<void(Ti
 }
 
 std::optional<TaskResult> CocoaTaskRunner::run(const Command& command) {
+    const auto holdsNul = [](const std::string& argument) {
+        return argument.find('\0') != std::string::npos;
+    };
+    // It would reach the child cut short.
+    if (std::any_of(command.arguments.begin(), command.arguments.end(), holdsNul)) {
+        return std::nullopt;
+    }
     NSPipe* pipe = [NSPipe pipe];
     NSTask* task = [[[NSTask alloc] init] autorelease];
-    [task setLaunchPath:stringOf(command.launchPath)];
+    [task setLaunchPath:pathOf(command.launchPath)];
     [task setStandardOutput:pipe];
     [task setStandardError:pipe];
     [task setArguments:stringsOf(command.arguments)];
     if (command.currentDirectoryPath) {
-        [task setCurrentDirectoryPath:stringOf(*command.currentDirectoryPath)];
+        [task setCurrentDirectoryPath:pathOf(*command.currentDirectoryPath)];
     }
     NSFileHandle* output = [pipe fileHandleForReading];
     // This and the two setters of paths are announced as deprecated, but GNUstep has nothing newer.
@@ -85,8 +94,8 @@ std::optional<TaskResult> CocoaTaskRunner::run(const Command& command) {
 bool CocoaWorkspace::openFile(const std::string& path, const std::string& application) {
     // Deprecated since 10.15; what replaces it needs the application's bundle and answers later,
     // when the installer has ended already.
-    return [[NSWorkspace sharedWorkspace] openFile:stringOf(path)
-                                   withApplication:stringOf(application)];
+    return [[NSWorkspace sharedWorkspace] openFile:pathOf(path)
+                                   withApplication:pathOf(application)];
 }
 
 }  // namespace morvella

@@ -7,6 +7,12 @@ namespace morvella {
 
 namespace {
 
+// The values are handed to the platform as they are.
+static_assert(static_cast<int>(AlertStyle::warning) == NSAlertStyleWarning);
+static_assert(static_cast<int>(AlertStyle::informational) == NSAlertStyleInformational);
+static_assert(static_cast<int>(AlertStyle::critical) == NSAlertStyleCritical);
+static_assert(alertFirstButtonReturn == NSAlertFirstButtonReturn);
+
 NSAlert* makeAlert(const Alert& alert) {
     NSAlert* sheet = [[[NSAlert alloc] init] autorelease];
     [sheet setAlertStyle:static_cast<NSAlertStyle>(alert.style)];

@@ -43,13 +43,15 @@ class FileCallsTest : public ::testing::Test {
         return lines;
     }
 
+    std::optional<Error> error;
+
   private:
     Recorder* manager_ = [Recorder named:"files" standingFor:[NSFileManager class]];
     Answering answering_ { [NSFileManager class], @selector(defaultManager), manager_ };
 };
 
 TEST_F(FileCallsTest, FoldersAreCreatedWithThoseAboveAndWithoutAttributes) {
-    CocoaFileChanges().createDirectory(FileUrl::directory("/a/b"), nullptr);
+    CocoaFileChanges().createDirectory(FileUrl::directory("/a/b"), &error);
     EXPECT_EQ(takeAsked(),
               (Lines{"files createDirectoryAtURL:withIntermediateDirectories:attributes:error: "
                      "file:///a/b/ YES nil pointer"}));
@@ -57,17 +59,18 @@ TEST_F(FileCallsTest, FoldersAreCreatedWithThoseAboveAndWithoutAttributes) {
 
 TEST_F(FileCallsTest, ItemsAreCopiedMovedAndPutIntoTheTrash) {
     CocoaFileChanges changes;
-    changes.copyItem(FileUrl::file("/a"), FileUrl::file("/b"), nullptr);
-    changes.moveItem(FileUrl::file("/c"), FileUrl::file("/d"), nullptr);
-    changes.trashItem(FileUrl::directory("/e"), nullptr);
+    changes.copyItem(FileUrl::file("/a"), FileUrl::file("/b"), &error);
+    changes.moveItem(FileUrl::file("/c"), FileUrl::file("/d"), &error);
+    changes.trashItem(FileUrl::directory("/e"), &error);
     EXPECT_EQ(takeAsked(),
               (Lines{"files copyItemAtURL:toURL:error: file:///a file:///b pointer",
+                     "files removeItemAtURL:error: file:///b NULL",
                      "files moveItemAtURL:toURL:error: file:///c file:///d pointer",
                      "files trashItemAtURL:resultingItemURL:error: file:///e/ NULL pointer"}));
 }
 
 TEST_F(FileCallsTest, StandardFoldersAreAskedForAndNotMade) {
-    CocoaStandardFolders().url(StandardDirectory::documents, Domain::user, nullptr);
+    CocoaStandardFolders().url(StandardDirectory::documents, Domain::user, &error);
     EXPECT_TRUE(
         CocoaStandardFolders().urls(StandardDirectory::applications, Domain::local).empty());
     EXPECT_EQ(takeAsked(),

@@ -128,6 +128,41 @@ TEST_F(FilesTest, ReadsAWholeFile) {
     EXPECT_EQ(files.contentsOfFile(folder.at("empty"))->bytes(), "");
 }
 
+TEST_F(FilesTest, KeepsWhatItReadWhenTheFileIsCutShort) {
+    const std::string contents(1000000, 'x');
+    folder.addFile("file", contents);
+    const auto read = files.contentsOfFile(folder.at("file"));
+    ASSERT_NE(read, nullptr);
+    fs::resize_file(folder.at("file"), 0);
+    EXPECT_EQ(read->bytes(), contents);
+}
+
+TEST_F(FilesTest, APathThatHoldsANulOrNothingNamesNothing) {
+    folder.addFile("folder/file", "kept");
+    const std::string nul(1, '\0');
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.at("folder"));
+    for (const std::string& path :
+         {folder.at("folder") + nul, folder.at("folder" + nul + "x"), nul, std::string()}) {
+        const FileUrl url = FileUrl::directory(path);
+        EXPECT_EQ(files.fileUrl(path), FileUrl::file(path));
+        EXPECT_FALSE(files.fileExists(path));
+        EXPECT_FALSE(files.isReadable(path));
+        EXPECT_FALSE(files.isWritable(path));
+        EXPECT_EQ(files.contentsOfDirectory(path), std::nullopt);
+        EXPECT_EQ(files.contentsOfFile(path), nullptr);
+        expectFailed(CocoaFiles().isReachable(url, &error));
+        expectFailed(changes.createDirectory(url, &error));
+        expectFailed(changes.copyItem(url, file("copy"), &error));
+        expectFailed(changes.copyItem(file("folder/file"), url, &error));
+        expectFailed(changes.moveItem(url, file("moved"), &error));
+        expectFailed(changes.moveItem(file("folder/file"), url, &error));
+        expectFailed(changes.trashItem(url, &error));
+    }
+    fs::current_path(before);
+    EXPECT_EQ(folder.tree(""), (Tree{"folder/", "folder/file: kept"}));
+}
+
 TEST_F(FilesTest, ReadsNothingThatIsNoReadableFile) {
     folder.addFolder("folder");
     folder.addFile("closed", "secret");

@@ -37,6 +37,8 @@ int main(int argc, char** argv) {
         // The system looks only once where the home folder is, which holds the Trash.
         const morvella::cocoa_tests::TemporaryFolder home;
         setenv("HOME", home.path().c_str(), 1);
+        // What a Mac looks at instead.
+        setenv("CFFIXED_USER_HOME", home.path().c_str(), 1);
         prepareFoundation();
         result = RUN_ALL_TESTS();
     }

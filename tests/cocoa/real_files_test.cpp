@@ -31,7 +31,12 @@ bool FailingFileChanges::moveItem(const FileUrl& source, const FileUrl& target, 
 }
 
 bool FailingFileChanges::trashItem(const FileUrl& url, ErrorOut error) {
-    return !fails("trash", url, error) && changes_.trashItem(url, error);
+    const FileUrl target = FileUrl::file(trash + "/" + std::to_string(++attempts_));
+    if (fails("trash", url, error) || !changes_.moveItem(url, target, error)) {
+        return false;
+    }
+    trashed.push_back(url.path());
+    return true;
 }
 
 std::optional<TaskResult> RedirectedTaskRunner::run(const Command& command) {
@@ -45,6 +50,7 @@ std::optional<TaskResult> RedirectedTaskRunner::run(const Command& command) {
 RealFilesTest::RealFilesTest() {
     connect(installer);
     realTasks.archiver = DITTO;
+    changes.trash = trash.path();
     folder.addFolder("home/Library/Fonts");
     folder.addFolder("home/Documents");
     folder.addFolder("home/Music/User Library");

@@ -2,6 +2,7 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
 #include "cocoa/temporary_folder.hpp"
 #include "platform/cocoa/files.h"
@@ -10,7 +11,8 @@
 
 namespace morvella::cocoa_tests {
 
-/// Foundation's changes of the disk, of which any one operation can be made to fail.
+/// Foundation's changes of the disk, of which any one operation can be made to fail. What goes to
+/// the Trash goes to a folder in its place: on a Mac nothing moves the user's own Trash.
 class FailingFileChanges : public FileChanges {
   public:
     bool createDirectory(const FileUrl& url, ErrorOut error) override;
@@ -22,11 +24,17 @@ class FailingFileChanges : public FileChanges {
     /// /x".
     std::set<std::string> failing;
 
+    /// The folder in the Trash's place, and the paths of what went there.
+    std::string trash;
+    std::vector<std::string> trashed;
+
   private:
     /// Whether this operation fails; writes the error "made to fail" then.
     bool fails(const std::string& operation, const FileUrl& url, ErrorOut error) const;
 
     CocoaFileChanges changes_;
+    /// Each item has a name of its own in the folder.
+    int attempts_ = 0;
 };
 
 /// Foundation's tasks, with another program in the archiver's place.
@@ -70,6 +78,8 @@ class RealFilesTest : public fakes::InstallerTest {
                           richText,    runLoop, folders, realTasks, userDefaults, workspace};
     fakes::Controller installer{viewController, realPlatform};
 
+    /// The folder in the Trash's place.
+    TemporaryFolder trash;
     const std::string home = folder.at("home");
     const std::string library = folder.at("home/Music/User Library");
     const FileUrl destination = FileUrl::directory(library + "/Morvella");

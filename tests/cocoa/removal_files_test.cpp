@@ -68,29 +68,6 @@ TEST_F(RemovalFilesTest, BackupOfAnUnreadableFolderWritesNothing) {
     EXPECT_EQ(namesInLibrary(), Tree{"Morvella"});
 }
 
-TEST_F(RemovalFilesTest, TrashTakesFilesAndFoldersOfAnyName) {
-    for (const std::string& name : difficultNames()) {
-        const std::string item = "home/items/" + name;
-        folder.addFile(item + "/inner", "text");
-        EXPECT_TRUE(installer.moveToTrash(FileUrl::directory(folder.at(item))));
-        folder.addFile(item, "text");
-        EXPECT_TRUE(installer.moveToTrash(FileUrl::file(folder.at(item))));
-    }
-    EXPECT_EQ(folder.tree("home/items"), Tree());
-    EXPECT_EQ(logged(), "");
-}
-
-TEST_F(RemovalFilesTest, TrashTakesALinkAndNotWhatItLeadsTo) {
-    folder.addFile("home/target/file", "kept");
-    fs::create_symlink("target", folder.at("home/link"));
-    fs::create_symlink("nowhere", folder.at("home/dangling"));
-    EXPECT_TRUE(installer.moveToTrash(FileUrl::file(folder.at("home/link"))));
-    EXPECT_TRUE(installer.moveToTrash(FileUrl::file(folder.at("home/dangling"))));
-    EXPECT_FALSE(folder.holds("home/link"));
-    EXPECT_FALSE(folder.holds("home/dangling"));
-    EXPECT_EQ(folder.contents("home/target/file"), "kept");
-}
-
 TEST_F(RemovalFilesTest, TrashOfWhatIsNotThereFailsWithTheUrl) {
     EXPECT_FALSE(installer.moveToTrash(FileUrl::file(folder.at("not \xC3\xBC there"))));
     EXPECT_EQ(logged(), "log: failed to move to trash:file://STAGE/not%20%C3%BC%20there\n");
@@ -107,6 +84,14 @@ TEST_F(RemovalFilesTest, ListedItemsGoToTheTrashUpToTheFirstThatStays) {
     EXPECT_FALSE(installer.removeFilesFromFolder({"c%20d", "sub/e", "f"}, list));
     EXPECT_EQ(folder.tree("home/list"), (Tree{"c%20d: c%20d", "f: f", "sub/", "sub/e: sub/e"}));
     EXPECT_EQ(logged(), "log: failed to move to trash:file://STAGE/home/list/c%2520d\n");
+}
+
+TEST_F(RemovalFilesTest, AFolderThatStaysIsNamedAsAFolder) {
+    folder.addFolder("home/list/sub/folder");
+    changes.failing = {"trash " + folder.at("home/list/sub/folder")};
+    EXPECT_FALSE(installer.removeFilesFromFolder({"sub/folder"},
+                                                 FileUrl::directory(folder.at("home/list"))));
+    EXPECT_EQ(logged(), "log: failed to move to trash:file://STAGE/home/list/sub/folder/\n");
 }
 
 }  // namespace

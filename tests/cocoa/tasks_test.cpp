@@ -69,6 +69,19 @@ TEST_F(TasksTest, RunsInItsDirectoryOrInTheInstallers) {
     EXPECT_EQ(shell("pwd -P").output, std::filesystem::current_path().string() + "\n");
 }
 
+TEST_F(TasksTest, StartsNothingThatWouldBeCutShortAtANul) {
+    const std::string nul(1, '\0');
+    const TemporaryFolder folder;
+    EXPECT_FALSE(tasks.run({.launchPath = "/bin/sh" + nul}).has_value());
+    EXPECT_FALSE(
+        tasks.run({.launchPath = "/bin/sh", .arguments = {"-c", "true" + nul}}).has_value());
+    EXPECT_FALSE(tasks
+                     .run({.launchPath = "/bin/sh",
+                           .arguments = {"-c", "true"},
+                           .currentDirectoryPath = folder.path() + nul})
+                     .has_value());
+}
+
 TEST_F(TasksTest, ReturnsNothingForWhatCannotBeStarted) {
     const TemporaryFolder folder;
     folder.addFile("not executable", "#!/bin/sh\n");

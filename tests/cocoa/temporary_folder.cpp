@@ -106,7 +106,6 @@ const std::vector<std::string>& difficultNames() {
         "$HOME `id` $(id) *",
         "-x",
         "~",
-        "\xC3\xBC composed",
         "u\xCC\x88 decomposed",
         "\xF0\x9F\x8E\xB9 keyboard",
         "line\nbreak",

@@ -45,7 +45,8 @@ class OrdinaryUser {
     bool wasRoot_;
 };
 
-/// Names that a careless program stumbles over.
+/// Names that a careless program stumbles over. All are decomposed, as Foundation hands every name
+/// to a Mac's disk and to a child.
 const std::vector<std::string>& difficultNames();
 
 }  // namespace morvella::cocoa_tests

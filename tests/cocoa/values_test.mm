@@ -43,14 +43,16 @@ TEST(ConversionsTest, KeepUrlsAndWhatTheyName) {
     }
 }
 
-TEST(ConversionsTest, WriteAnErrorOnlyWhereItIsAskedFor) {
-    NSDictionary* info = [NSDictionary dictionaryWithObject:@"no space"
-                                                     forKey:NSLocalizedDescriptionKey];
-    NSError* error = [NSError errorWithDomain:@"Test" code:1 userInfo:info];
-    std::optional<Error> out;
-    writeError(error, &out);
-    EXPECT_EQ(out, Error{"no space"});
-    writeError(error, nullptr);
+TEST(ConversionsTest, HandOutNoPathThatThePlatformWouldTakeForAnother) {
+    for (const std::string& name : difficultNames()) {
+        EXPECT_EQ(textOf(pathOf("/" + name)), "/" + name);
+    }
+    NSFileManager* manager = [NSFileManager defaultManager];
+    for (const std::string& path : {std::string("/tmp\0x", 6), std::string("/\0", 2),
+                                    std::string("\0", 1), std::string(), std::string("/\xFF")}) {
+        EXPECT_FALSE([manager fileExistsAtPath:pathOf(path)]);
+        EXPECT_FALSE([manager fileExistsAtPath:[urlOf(FileUrl::directory(path)) path]]);
+    }
 }
 
 /// Makes the system's time zone another one as long as it lives.

@@ -41,7 +41,9 @@ bool isPlain(const std::string& path) {
 }
 
 void comparePaths(const std::string& path, const std::string& component) {
-    requireEqual(std::string(pathExtension(path)), textOf([stringOf(path) pathExtension]),
+    const std::string extension = textOf([stringOf(path) pathExtension]);
+    const bool holdsBlank = extension.find(' ') != std::string::npos;
+    requireEqual(std::string(pathExtension(path)), holdsBlank ? "" : extension,
                  "the extension of " + path);
     requireEqual(deletingLastPathComponent(path),
                  textOf([stringOf(path) stringByDeletingLastPathComponent]),
@@ -71,13 +73,13 @@ void comparePieces(const std::string& text) {
 }
 
 void compareNumbers(const std::string& text) {
-    // GNUstep does not stop at the largest number, and takes some characters for white space that
-    // it keeps as two halves.
+    // GNUstep does not stop at the largest number, and takes other characters for white space.
     const auto digits = std::count_if(text.begin(), text.end(),
                                       [](unsigned char byte) { return std::isdigit(byte); });
-    const bool hasHalves =
-        std::any_of(text.begin(), text.end(), [](unsigned char byte) { return byte >= 0xF0; });
-    if (digits < 10 && !hasHalves) {
+    const bool isPlain = std::all_of(text.begin(), text.end(), [](unsigned char byte) {
+        return std::isprint(byte) || std::isspace(byte);
+    });
+    if (digits < 10 && isPlain) {
         requireEqual(intValue(text), [stringOf(text) intValue], "the number in " + text);
     }
 }

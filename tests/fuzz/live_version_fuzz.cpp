@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cctype>
 #include <limits>
 #include <sstream>
 #include <stdexcept>
@@ -18,19 +17,36 @@ namespace {
 using morvella::fuzz::requireEqual;
 using Triple = std::tuple<int32_t, int32_t, int32_t>;
 
+/// Every character that Foundation takes for white space before an integer, in UTF-8.
+std::vector<std::string> whiteSpaces() {
+    std::vector<std::string> spaces = {"\x7F", "\xE3\x80\x80"};
+    for (int low = 0; low <= 0x20; ++low) {
+        spaces.emplace_back(1, static_cast<char>(low));
+    }
+    for (int last = 0x80; last <= 0xA0; ++last) {
+        spaces.push_back(std::string("\xC2") + static_cast<char>(last));
+    }
+    for (int last = 0x80; last <= 0x8B; ++last) {
+        spaces.push_back(std::string("\xE2\x80") + static_cast<char>(last));
+    }
+    return spaces;
+}
+
 /// The number at the start of a text, by the standard library.
-int32_t numberIn(const std::string& text) {
+int32_t numberIn(std::string text) {
     using Limits = std::numeric_limits<int32_t>;
-    size_t start = 0;
-    while (start < text.size() && std::isspace(static_cast<unsigned char>(text[start])) != 0) {
-        ++start;
+    static const std::vector<std::string> spaces = whiteSpaces();
+    const auto startsText = [&text](const std::string& space) { return text.starts_with(space); };
+    for (auto space = spaces.begin(); space != spaces.end();) {
+        space = std::find_if(spaces.begin(), spaces.end(), startsText);
+        text.erase(0, space == spaces.end() ? 0 : space->size());
     }
     try {
-        return std::stoi(text.substr(start));
+        return std::stoi(text);
     } catch (const std::invalid_argument&) {
         return 0;
     } catch (const std::out_of_range&) {
-        return text[start] == '-' ? Limits::min() : Limits::max();
+        return text[0] == '-' ? Limits::min() : Limits::max();
     }
 }
 

@@ -143,9 +143,9 @@ TEST_F(SharedDataTest, OldShadersInTheDocumentsGoToTheTrashInOrder) {
     install();
     EXPECT_EQ(effects(), fallback +
                              lines({"log: Deleting /Users/ann/Documents/Morvella/ISF/Dariwent",
-                                    "file: trashed /Users/ann/Documents/Morvella/ISF/Dariwent",
+                                    "file: trashed /Users/ann/Documents/Morvella/ISF/Dariwent/",
                                     "log: Deleting /Users/ann/Documents/Morvella/ISF/Standard",
-                                    "file: trashed /Users/ann/Documents/Morvella/ISF/Standard"}) +
+                                    "file: trashed /Users/ann/Documents/Morvella/ISF/Standard/"}) +
                              unpackedToDocuments);
     EXPECT_TRUE(disk.holds("/Users/ann/Documents/Morvella/ISF/Mine/c.fs"));
     EXPECT_TRUE(disk.holds("/Users/ann/Documents/ISF/Standard/d.fs"));
@@ -155,18 +155,18 @@ TEST_F(SharedDataTest, OldShadersThatStayAreOnlyLogged) {
     makeSharedProductUnwritable();
     disk.addFolder("/Users/ann/Documents/Morvella/ISF/Dariwent");
     disk.addFolder("/Users/ann/Documents/Morvella/ISF/Standard");
-    disk.outcomes["trashed /Users/ann/Documents/Morvella/ISF/Dariwent"] = {.error =
-                                                                               Error{"refused"}};
+    disk.outcomes["trashed /Users/ann/Documents/Morvella/ISF/Dariwent/"] = {.error =
+                                                                                Error{"refused"}};
     install();
     EXPECT_EQ(effects(),
               fallback +
                   lines({"log: Deleting /Users/ann/Documents/Morvella/ISF/Dariwent",
-                         "file: trashed /Users/ann/Documents/Morvella/ISF/Dariwent",
+                         "file: trashed /Users/ann/Documents/Morvella/ISF/Dariwent/",
                          "log: failed to move to "
-                         "trash:file:///Users/ann/Documents/Morvella/ISF/Dariwent",
+                         "trash:file:///Users/ann/Documents/Morvella/ISF/Dariwent/",
                          "log: Couldn't delete /Users/ann/Documents/Morvella/ISF/Dariwent",
                          "log: Deleting /Users/ann/Documents/Morvella/ISF/Standard",
-                         "file: trashed /Users/ann/Documents/Morvella/ISF/Standard"}) +
+                         "file: trashed /Users/ann/Documents/Morvella/ISF/Standard/"}) +
                   unpackedToDocuments);
 }
 

@@ -46,6 +46,21 @@ TEST(IntValueTest, SkipsWhiteSpaceAtTheStart) {
     }
 }
 
+TEST(IntValueTest, SkipsWhatFoundationTakesForWhiteSpace) {
+    const auto number = [](const std::string& space) { return intValue(space + "5"); };
+    for (int character = 0; character <= 0x20; ++character) {
+        EXPECT_EQ(number(std::string(1, static_cast<char>(character))), 5) << character;
+    }
+    for (const char* space : {"\x7F", "\xC2\x80", "\xC2\x85", "\xC2\xA0", "\xE2\x80\x80",
+                              "\xE2\x80\x8B", "\xE3\x80\x80", " \xC2\xA0\t\xE3\x80\x80"}) {
+        EXPECT_EQ(number(space), 5) << space;
+    }
+    for (const char* other : {"\xC2", "\xC2\xA1", "\xC3\x80", "\xE2\x80", "\xE2\x80\x8C",
+                              "\xE2\x81\x80", "\xE3\x80\x81", "\xE1\x9A\x80"}) {
+        EXPECT_EQ(number(other), 0) << other;
+    }
+}
+
 TEST(IntValueTest, SkipsNoOtherCharacterAtTheStart) {
     for (char character = '!'; character <= '~'; ++character) {
         const bool counts =

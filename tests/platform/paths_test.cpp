@@ -83,6 +83,9 @@ TEST(PathsTest, ExtensionIsEmptyWithoutOne) {
     EXPECT_EQ(pathExtension("/a/app"), "");
     EXPECT_EQ(pathExtension("/a.app/b"), "");
     EXPECT_EQ(pathExtension("/a/b."), "");
+    EXPECT_EQ(pathExtension("/a.b c"), "");
+    EXPECT_EQ(pathExtension("/a.b.c d.app"), "app");
+    EXPECT_EQ(pathExtension("/a. app"), "");
 }
 
 TEST(PathsTest, ExtensionNeedsANameBeforeTheDot) {

@@ -25,7 +25,6 @@
 @end
 
 typedef NSUInteger NSDataReadingOptions;
-enum { NSDataReadingMappedIfSafe = 1 };
 
 @interface NSData (Complement)
 + (instancetype)dataWithContentsOfFile:(NSString*)path
