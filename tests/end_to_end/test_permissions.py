@@ -62,10 +62,13 @@ SHADERS_TO_DOCUMENTS = Run(
     shaders=disturbed.shaders_to_documents, installed=("fonts", "suite", "utility", "shaders")
 )
 
+# Nobody can see then that the home lies inside the stage.
+REFUSED = None
+
 # How a run goes when the user may not look into a folder, and when the user may not write to it.
 RUNS = {
     # Live, as it stands on the stage, could not write down there that it was asked to open anything.
-    ".": (NO_USER_LIBRARY, NO_DEMO),
+    ".": (REFUSED, NO_DEMO),
     "Applications": (NO_USER_LIBRARY, OLD_UTILITY_REPLACED),
     LIVE: (NO_USER_LIBRARY, UNDISTURBED),
     f"{LIVE}/Contents": (NO_USER_LIBRARY, UNDISTURBED),
@@ -74,7 +77,7 @@ RUNS = {
     "Applications/Morvella/Tressimo.app": (UNDISTURBED, UNDISTURBED),
     "Applications/Morvella/Tressimo.app/Contents": (UNDISTURBED, UNDISTURBED),
     "Applications/Morvella/Tressimo.app/Contents/MacOS": (UNDISTURBED, UNDISTURBED),
-    "Users": (NO_USER_LIBRARY, UNDISTURBED),
+    "Users": (REFUSED, UNDISTURBED),
     "Users/Shared": (SHADERS_TO_DOCUMENTS, UNDISTURBED),
     "Users/Shared/Morvella": (UNDISTURBED, UNDISTURBED),
     "Users/Shared/Morvella/ISF": (UNDISTURBED, UNDISTURBED),
@@ -142,6 +145,20 @@ class TestPermissions(Fault):
         run = RUNS[place][mode == UNWRITABLE]
         stage = self.make_stage_with_trash()
         user = self.ordinary_user(stage)
+        if run is REFUSED:
+            self.expect_refused(stage, place, mode, user)
+        else:
+            self.expect_as_told(run, stage, place, mode, user)
+
+    def expect_refused(self, stage, place, mode, user):
+        with self.untouched_elsewhere(stage):
+            (stage.root / place).chmod(mode)
+            with self.launch(stage, user=user) as installer:
+                assert installer.wait_for_end() == 2
+                self.expect_log(installer, "HOME must name a folder inside MORVELLA_STAGE.\n")
+            give_back(stage.root, mode)
+
+    def expect_as_told(self, run, stage, place, mode, user):
         before = self.snapshot(stage)
         with self.untouched_elsewhere(stage):
             (stage.root / place).chmod(mode)
@@ -153,6 +170,7 @@ class TestPermissions(Fault):
         assert lost(stage, before) == list(run.replaced)
         self.expect_installed(stage, run.installed)
         expect_opened(stage, [str(stage.demo_set)] if run.demo and not criticals else [])
+
     def make_stage_with_trash(self):
         stage = self.make_stage(previous=True)
         for folder in ("files", "info"):
