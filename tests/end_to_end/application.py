@@ -3,6 +3,7 @@
 import contextlib
 import os
 import re
+import resource
 import signal
 import subprocess
 import tempfile
@@ -19,9 +20,20 @@ class Application:
     """One run of the application at `bundle`. Use as a context: it never outlives it."""
 
     def __init__(
-        self, display, bundle, stage, arguments=None, *, environment=None, user=None, evidence=None
+        self,
+        display,
+        bundle,
+        stage,
+        arguments=None,
+        *,
+        environment=None,
+        user=None,
+        limits=None,
+        evidence=None,
     ):
-        """`evidence` is where a failed test finds what was written and shown, without an extension."""
+        """`limits` are its own limits of resources: {resource: number}.
+
+        `evidence` is where a failed test finds what was written and shown, without an extension."""
         self.display, self.bundle, self.stage = display, Path(bundle), stage
         self._evidence = evidence
         self._arguments = stage.arguments if arguments is None else arguments
@@ -31,7 +43,7 @@ class Application:
             **stage.environment,
             **(environment or {}),
         }
-        self._user = user
+        self._user, self._limits = user, limits or {}
 
     def __enter__(self):
         executable = self.bundle / self.bundle.stem
@@ -42,9 +54,14 @@ class Application:
             stdin=subprocess.DEVNULL,
             stdout=self._output,
             stderr=self._output,
+            preexec_fn=self._set_limits if self._limits else None,
             **({"user": self._user, "group": self._user, "extra_groups": []} if self._user else {}),
         )
         return self
+
+    def _set_limits(self):
+        for kind, limit in self._limits.items():
+            resource.setrlimit(kind, (limit, limit))
 
     def __exit__(self, failure, *_):
         if failure and self._evidence:

@@ -1,5 +1,6 @@
 """A screen of our own: Xvfb with a window manager, real mouse clicks and real keys."""
 
+import contextlib
 import mmap
 import os
 import shutil
@@ -13,7 +14,7 @@ from Xlib.display import Display as Connection
 from Xlib.ext import xtest
 
 from picture import Picture, Rectangle
-from waiting import wait_until
+from waiting import TimedOut, wait_until
 
 # Two presses of one kind within this time, in seconds, are one double press to the application.
 DOUBLE_PRESS = 0.6
@@ -71,17 +72,61 @@ class Display:
                 ["openbox", "--sm-disable"], env=environment, stdout=log, stderr=log
             )
         self._processes.append(manager)
-        wait_until(lambda: self._root_property("_NET_SUPPORTING_WM_CHECK"), "the window manager")
+        wait_until(self._window_is_managed, "the window manager")
+
+    def _window_is_managed(self):
+        """Whether the window manager takes care of a new window; it overlooks some as it starts."""
+        window = self._map_window("Probe")
+        try:
+            wait_until(
+                lambda: window.id in (self._root_property("_NET_CLIENT_LIST") or []), "it", 0.5
+            )
+            return True
+        except TimedOut:
+            return False
+        finally:
+            window.destroy()
+            self._connection.sync()
+
+    def _map_window(self, title):
+        """As large as the screen."""
+        root = self._connection.screen().root
+        size = self.screen.width, self.screen.height
+        window = root.create_window(0, 0, *size, 0, X.CopyFromParent)
+        window.set_wm_name(title)
+        window.map()
+        self._connection.sync()
+        return window
 
     def _root_property(self, name):
         connection = self._connection
         found = connection.screen().root.get_full_property(
             connection.get_atom(name), X.AnyPropertyType
         )
-        return found.value[0] if found else None
+        return found.value if found else None
 
     def active_window(self):
-        return self._root_property("_NET_ACTIVE_WINDOW")
+        found = self._root_property("_NET_ACTIVE_WINDOW")
+        return found[0] if found else None
+
+    def uppermost_window(self):
+        """The one that no other window covers."""
+        found = self._root_property("_NET_CLIENT_LIST_STACKING")
+        return found[-1] if found else None
+
+    @contextlib.contextmanager
+    def another_window(self):
+        """Another application's window, over everything, which has the keys."""
+        window = self._map_window("Another Application")
+        try:
+            wait_until(
+                lambda: self.active_window() == self.uppermost_window() == window.id,
+                "another window to be in front",
+            )
+            yield
+        finally:
+            window.destroy()
+            self._connection.sync()
 
     def windows(self, title):
         """The visible windows whose title is exactly this."""

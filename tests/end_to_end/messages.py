@@ -3,6 +3,10 @@
 BUNDLE_CORRUPT = (
     "Installer bundle corrupt, please dowload the installer again or contact support."
 )
+UNKNOWN_STATE = (
+    "The installer reached an unkown state, please try restarting the installer.\n"
+    "If the problem persists, please contact support."
+)
 NO_LIVE_SET = "Installer can be run only through the provided Live Set"
 NO_USER_LIBRARY = "Couldn't get user library path."
 NO_BACKUP = (
