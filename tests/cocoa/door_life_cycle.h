@@ -60,6 +60,9 @@ class DoorLifeCycleTest : public ::testing::Test {
     Replaced viewing_;
     Replaced setting_;
     Replaced flushing_;
+    Replaced puttingOff_;
+    Replaced watching_;
+    Replaced changing_;
     PlaceRecorder* place_ = static_cast<PlaceRecorder*>([PlaceRecorder named:"place"
                                                                  standingFor:[NSView class]]);
     Recorder* bundle_ = [Recorder named:"bundle" standingFor:[NSBundle class]];

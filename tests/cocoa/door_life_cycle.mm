@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#import "platform/cocoa/PressMonitor.h"
 #import "platform/cocoa/StepsSidebar.h"
 
 @implementation PlaceRecorder
@@ -91,6 +92,19 @@ void flush(id, SEL) {
     record("transaction flush");
 }
 
+/// What is put off is done only by the tests.
+void putOff(id, SEL, SEL selector, id, NSTimeInterval delay) {
+    record(std::string("put off: ") + sel_getName(selector) + " " + std::to_string(delay));
+}
+
+void startWatching(id, SEL) {
+    record("presses are watched");
+}
+
+void screenChanged(id, SEL) {
+    record("presses from before do not count");
+}
+
 }  // namespace
 
 DoorLifeCycleTest::DoorLifeCycleTest()
@@ -105,6 +119,13 @@ DoorLifeCycleTest::DoorLifeCycleTest()
                "v@:@"),
       flushing_(object_getClass([CATransaction class]), @selector(flush), implementation(flush),
                 "v@:"),
+      puttingOff_([MorvellaInstallerViewController class],
+                  @selector(performSelector:withObject:afterDelay:), reinterpret_cast<IMP>(putOff),
+                  "v@::@d"),
+      watching_(object_getClass([PressMonitor class]), @selector(start),
+                implementation(startWatching), "v@:"),
+      changing_(object_getClass([PressMonitor class]), @selector(screenChanged),
+                implementation(screenChanged), "v@:"),
       mainBundle_([NSBundle class], @selector(mainBundle), bundle_),
       document_([NSAttributedString class], @selector(alloc),
                 [Recorder named:"document" standingFor:[NSAttributedString class]]),
@@ -132,7 +153,6 @@ DoorLifeCycleTest::DoorLifeCycleTest()
 }
 
 DoorLifeCycleTest::~DoorLifeCycleTest() {
-    [NSObject cancelPreviousPerformRequestsWithTarget:door];
     NSApp = nil;
     disturbs = false;
     raises = false;

@@ -62,8 +62,9 @@ TEST_F(DoorLifeCycleTest, ShowsAndDrawsAPageBeforeItsWorkStarts) {
     [door setView:static_cast<id>(settings)];
     Lines order;
     for (const std::string& line : news()) {
-        for (const char* step : {"super setView:", "place", "window makeFirstResponder:", "sidebar",
-                                 "window displayIfNeeded", "transaction", "sheet begins"}) {
+        for (const char* step :
+             {"super setView:", "place", "window makeFirstResponder:", "sidebar",
+              "window displayIfNeeded", "transaction", "presses", "sheet begins"}) {
             if (line.starts_with(step)) {
                 order.push_back(line);
             }
@@ -71,7 +72,8 @@ TEST_F(DoorLifeCycleTest, ShowsAndDrawsAPageBeforeItsWorkStarts) {
     }
     EXPECT_EQ(order, (Lines{"super setView: settings page", "place shows settings page",
                             "window makeFirstResponder: nil", "sidebar marks User Library",
-                            "window displayIfNeeded", "transaction flush", "sheet begins"}));
+                            "window displayIfNeeded", "transaction flush",
+                            "presses from before do not count", "sheet begins"}));
     takeNews();
     [door viewDidAppear];
     EXPECT_EQ(timesDispatched(), 0);
@@ -99,9 +101,12 @@ TEST_F(DoorLifeCycleTest, BringsItsWindowToTheMiddleAndInFrontOfOtherApplication
     [door awakeFromNib];
     EXPECT_EQ(times("window center"), 1);
     EXPECT_EQ(times("sidebar marks Welcome"), 1);
+    EXPECT_EQ(times("put off: windowIsOnScreen 0.000000"), 1);
     EXPECT_EQ(times("application"), 0);
+    EXPECT_EQ(times("presses"), 0);
     [door windowIsOnScreen];
     EXPECT_EQ(times("application activateIgnoringOtherApps: YES"), 1);
+    EXPECT_EQ(times("presses are watched"), 1);
 }
 
 TEST_F(DoorLifeCycleTest, APageThatCannotBeShownEndsInASheet) {

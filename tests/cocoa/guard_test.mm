@@ -62,6 +62,19 @@ TEST_F(GuardTest, TellsOfAnExceptionAndGoesOn) {
     EXPECT_EQ(application->endings, 0);
 }
 
+TEST_F(GuardTest, LogsTheNameAndTheReasonOfAnException) {
+    const std::string line = "StubException: raised on purpose\n";
+    ::testing::internal::CaptureStderr();
+    guarded([] { raise(); });
+    EXPECT_TRUE(::testing::internal::GetCapturedStderr().ends_with(line));
+    setUnknownStateHandler([] { [NSException raise:@"Other" format:@"while telling"]; });
+    ::testing::internal::CaptureStderr();
+    guarded([] { raise(); });
+    const std::string logged = ::testing::internal::GetCapturedStderr();
+    EXPECT_NE(logged.find(line), std::string::npos) << logged;
+    EXPECT_TRUE(logged.ends_with("Other: while telling\n")) << logged;
+}
+
 TEST_F(GuardTest, TellsOnceWhereWaysInAreNested) {
     guarded([] { guarded([] { raise(); }); });
     EXPECT_EQ(unknownStates, 1);

@@ -151,6 +151,10 @@ using namespace morvella::cocoa_tests;
 
 #pragma mark What every object understands
 
+- (BOOL)isKindOfClass:(Class)kind {
+    return [_stoodFor isSubclassOfClass:kind] || [super isKindOfClass:kind];
+}
+
 - (instancetype)init {
     record(*_name + " init");
     return self;
