@@ -14,14 +14,14 @@ import argparse
 import os
 import random
 import sys
-import tempfile
 import threading
 import time
 from pathlib import Path
 
 from parts import INTERFACE_FILE, changes, parts
+from progress import Progress
 from report import report
-from worker import Worker, interface_file_is_noticed
+from worker import Worker, interface_file_is_noticed, program_for
 from windows import Windows
 from workshop import Build
 
@@ -43,6 +43,7 @@ class Trial:
     def __init__(self, changes_to_try):
         # What takes longest comes first, so that all workers end at the same time.
         self._waiting = sorted(changes_to_try, key=lambda change: change.path.endswith(".hpp"))
+        self._progress = Progress(len(self._waiting))
         self._lock, self._problems, self.results = threading.Lock(), [], {}
 
     def run(self, build, jobs, folder):
@@ -59,8 +60,7 @@ class Trial:
 
     def _next(self):
         with self._lock:
-            if len(self._waiting) % 100 == 0:
-                print(f"{len(self._waiting)} changes left", flush=True)
+            self._progress.tell(len(self._waiting))
             return self._waiting.pop() if self._waiting and not self._problems else None
 
     def _work(self, build, folder):
@@ -87,7 +87,7 @@ def try_all(tried, jobs, folder, with_windows):
             results[change] = interface_file_is_noticed(change, folder)
         else:
             compiled.append(change)
-    build = Build(folder / "build", jobs)
+    build = Build(folder / "build", jobs, {program_for(change) for change in compiled})
     trial = Trial(compiled)
     trial.run(build, jobs, folder)
     results |= trial.results
@@ -95,7 +95,10 @@ def try_all(tried, jobs, folder, with_windows):
     if shown and with_windows:
         print(f"{len(shown)} changes left for the end-to-end tests", flush=True)
         windows = Windows(build, folder / "windows", jobs)
-        results |= {change: windows.is_noticed(change) for change in shown}
+        progress = Progress(len(shown))
+        for done, change in enumerate(shown):
+            progress.tell(len(shown) - done)
+            results[change] = windows.is_noticed(change)
         windows.check_unchanged()
     return results
 
@@ -113,8 +116,9 @@ def main():
     parser.add_argument("--no-windows", action="store_true", help="try no end-to-end tests")
     parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="how many at a time")
     parser.add_argument("--list", action="store_true", help="only list the changes")
+    # Given by script/mutate.
+    parser.add_argument("--folder", required=True, type=Path, help=argparse.SUPPRESS)
     options = parser.parse_args()
-    os.nice(10)
 
     tried = chosen(options)
     for part, found in tried.items():
@@ -124,9 +128,7 @@ def main():
     if options.list:
         return
     started = time.monotonic()
-    memory = Path("/dev/shm")
-    with tempfile.TemporaryDirectory(dir=memory if memory.is_dir() else None) as folder:
-        results = try_all(tried, options.jobs, Path(folder), not options.no_windows)
+    results = try_all(tried, options.jobs, options.folder, not options.no_windows)
     complete = not options.only and options.sample is None
     good = report(tried, results, complete)
     print(f"in {(time.monotonic() - started) / 60:.0f} minutes")

@@ -19,17 +19,22 @@ SLOW = "*FilesTest.*:FoundationPathsTest.*:RunLoopTest.*:HomeTrashTest.*:Bundles
 SECONDS = 120
 
 
+def program_for(change):
+    """Which of the test programs is to notice a change of a source."""
+    return "cocoa" if change.path.endswith(".mm") else "core"
+
+
 class Worker:
     """Says of a change whether a test notices it; nothing if it does not compile."""
 
     def __init__(self, build, folder):
         self._build, self._folder = build, folder
-        self._links = {name: build.link_command(path) for name, path in PROGRAMS.items()}
+        self._links = {name: build.link_command(PROGRAMS[name]) for name in build.names}
         folder.mkdir(parents=True)
 
     def check_unchanged(self):
         """Raises if the tests fail on the unchanged project."""
-        for name in PROGRAMS:
+        for name in self._links:
             failure = self._failure(self._linked(name, {}))
             if failure is not None:
                 raise RuntimeError(f"{name}: the tests fail without a change:\n{failure}")
@@ -43,7 +48,7 @@ class Worker:
         changed.write_text(change.content, encoding="utf-8")
         if not self._done(self._build.compile_command(change.path, changed, target)):
             return None
-        name, place = "cocoa" if suffix == ".mm" else "core", self._build.object_of(change.path)
+        name, place = program_for(change), self._build.object_of(change.path)
         if suffix == ".mm" and place not in self._links[name]:
             return False  # the application's entry: no unit test can have it
         program = self._linked(name, {place: target})
