@@ -100,7 +100,7 @@ NSColor* colorOf(StepState state) {
 
 - (void)drawRect:(NSRect)dirtyRect {
     [[NSColor controlBackgroundColor] set];
-    NSRectFill([self bounds]);
+    [NSBezierPath fillRect:[self bounds]];
     // Deprecated for a name that macOS 10.13 does not know.
     [[NSColor alternateSelectedControlColor] set];
     [[NSBezierPath bezierPathWithRoundedRect:_currentArea xRadius:6 yRadius:6] fill];

@@ -7,6 +7,22 @@
 
 #include "platform/cocoa/guard.h"
 
+/// Tells the door that its view is loaded while the door fills it.
+@interface LoadingTextView : Recorder {
+  @public
+    NSViewController* door;
+}
+@end
+
+@implementation LoadingTextView
+
+- (NSTextStorage*)textStorage {
+    [door viewDidLoad];
+    return nil;
+}
+
+@end
+
 using namespace morvella::cocoa_tests;
 
 namespace {
@@ -107,6 +123,36 @@ TEST_F(DoorLifeCycleTest, BringsItsWindowToTheMiddleAndInFrontOfOtherApplication
     [door windowIsOnScreen];
     EXPECT_EQ(times("application activateIgnoringOtherApps: YES"), 1);
     EXPECT_EQ(times("presses are watched"), 1);
+}
+
+TEST_F(DoorLifeCycleTest, WatchesPressesBeforeTheFirstPageIsDrawn) {
+    [door awakeFromNib];
+    const auto at = [this](const std::string& line) {
+        return std::find(news().begin(), news().end(), line);
+    };
+    EXPECT_LT(at("bundle URLForResource:withExtension: license.rtf nil"),
+              at("sidebar marks Welcome"));
+    takeNews();
+    [door windowIsOnScreen];
+    Lines order = news();
+    order.erase(std::find(order.begin(), order.end(), "sheet begins") + 1, order.end());
+    std::erase_if(order, [](const std::string& line) {
+        return !line.starts_with("presses") && !line.starts_with("window display") &&
+               !line.starts_with("sheet begins");
+    });
+    EXPECT_EQ(order, (Lines{"presses are watched", "window displayIfNeeded",
+                            "presses from before do not count", "sheet begins"}));
+}
+
+TEST_F(DoorLifeCycleTest, IsLoadedOnceEvenIfThePlatformSaysSoMeanwhile) {
+    LoadingTextView* loading =
+        static_cast<LoadingTextView*>([LoadingTextView named:"loading text view"
+                                                 standingFor:[NSTextView class]]);
+    loading->door = door;
+    [door setLicenseText:static_cast<id>(loading)];
+    [door awakeFromNib];
+    EXPECT_EQ(timesLoaded(), 1);
+    EXPECT_GT(times("super viewDidLoad"), 1);
 }
 
 TEST_F(DoorLifeCycleTest, APageThatCannotBeShownEndsInASheet) {

@@ -32,6 +32,23 @@ void setNeedsDisplay(id, SEL, BOOL needs) {
     record(needs ? "sidebar is drawn anew" : "sidebar is left as it is");
 }
 
+std::string textOf(const NSRect& area) {
+    std::string text;
+    for (const CGFloat number : {NSMinX(area), NSMinY(area), NSWidth(area), NSHeight(area)}) {
+        text += " " + std::to_string(int(number));
+    }
+    return text;
+}
+
+void fillRect(id, SEL, NSRect area) {
+    record("filled" + textOf(area));
+}
+
+id roundedPath(id, SEL, NSRect area, CGFloat, CGFloat) {
+    const std::string name = "rounded" + textOf(area);
+    return [Recorder named:name.c_str() standingFor:[NSBezierPath class]];
+}
+
 /// A sidebar of recorders.
 class SidebarTest : public ::testing::Test {
   protected:
@@ -45,6 +62,15 @@ class SidebarTest : public ::testing::Test {
         std::sort(lines.begin(), lines.end());
         return lines;
     }
+
+    /// What is sent when it is drawn.
+    Lines drawn() {
+        takeRecorded();
+        [sidebar_ drawRect:NSZeroRect];
+        return takeRecorded();
+    }
+
+    StepsSidebar* sidebar() { return sidebar_; }
 
   private:
     static Class classOf(Class one) { return object_getClass(one); }
@@ -82,7 +108,20 @@ class SidebarTest : public ::testing::Test {
         [StepsSidebar class], @selector(setNeedsDisplay:), reinterpret_cast<IMP>(setNeedsDisplay),
             "v@:c"
     };
-    StepsSidebar* sidebar_ = [[[StepsSidebar alloc] initWithFrame:NSZeroRect] autorelease];
+    Answering ofBackground_ {
+        [NSColor class], @selector(controlBackgroundColor), color("background")
+    };
+    Answering ofMark_ { [NSColor class], @selector(alternateSelectedControlColor), color("mark") };
+    Replaced filling_ {
+        classOf([NSBezierPath class]), @selector(fillRect:), reinterpret_cast<IMP>(fillRect),
+            "v@:{CGRect={CGPoint=dd}{CGSize=dd}}"
+    };
+    Replaced rounding_ {
+        classOf([NSBezierPath class]), @selector(bezierPathWithRoundedRect:xRadius:yRadius:),
+            reinterpret_cast<IMP>(roundedPath), "@@:{CGRect={CGPoint=dd}{CGSize=dd}}dd"
+    };
+    StepsSidebar* sidebar_ =
+        [[[StepsSidebar alloc] initWithFrame:NSMakeRect(0, 0, 200, 300)] autorelease];
 };
 
 TEST_F(SidebarTest, HasACheckMarkBeforeAStepThatIsDone) {
@@ -152,6 +191,15 @@ TEST_F(SidebarTest, NumbersTheStepsAndTakesTheOldOnesAway) {
     const Lines lines = shown({step});
     EXPECT_EQ(has(lines, "label removeFromSuperview"), 4);
     EXPECT_EQ(has(lines, "label setStringValue: 2"), 0);
+}
+
+TEST_F(SidebarTest, IsDrawnWithTheCurrentStepsAreaMarked) {
+    EXPECT_TRUE([sidebar() isOpaque]);
+    shown({{"Welcome", StepState::done, "Spoken"}, {"Name", StepState::current, "Spoken"}});
+    EXPECT_EQ(drawn(), (Lines{"background set", "filled 0 0 200 300", "mark set",
+                              "rounded 12 226 176 30 fill"}));
+    shown({{"Name", StepState::current, "Spoken"}, {"Finish", StepState::toCome, "Spoken"}});
+    EXPECT_EQ(drawn().back(), "rounded 12 262 176 30 fill");
 }
 
 }  // namespace
