@@ -30,6 +30,7 @@ def pytest_addoption(parser):
 
 def pytest_configure(config):
     config.addinivalue_line("markers", "sweep: one point of many; the default run takes a sample")
+    config.addinivalue_line("markers", "deep: only --deep takes it")
     config.addinivalue_line("markers", "slow: takes long, so it comes first")
     if not hasattr(config, "workerinput"):
         if config.option.seed is None:

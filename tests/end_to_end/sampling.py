@@ -10,15 +10,15 @@ def choose(items, seed):
     """Returns the tests to run and those to leave out.
 
     A test marked `sweep(group)` is one point of a sweep; every group gives its first, its last and
-    some in between. All others run.
+    some in between. One marked `deep` is left out. All others run.
     """
+    left_out = {item for item in items if item.get_closest_marker("deep")}
     groups = {}
     for item in items:
         sweep = item.get_closest_marker("sweep")
         if sweep:
             name = item.nodeid.partition("[")[0]
             groups.setdefault((name, *sweep.args), []).append(item)
-    left_out = set()
     for key in sorted(groups):
         points = groups[key]
         kept = {points[0], points[-1]}
