@@ -163,7 +163,9 @@ class Stage:
         self.unmounted_volume.rename(self.volume)
 
 
-def make(root, *, previous=False, unmounted=False, demo=True, names=Names()):
+def make(
+    root, *, previous=False, obstructed=False, unmounted=False, demo=True, names=Names()
+):
     """Builds a stage in the folder `root`, which must be empty or not be there yet."""
     root = Path(root).resolve()
     if any(mark in str(root / names.library) for mark in '"\n\r'):
@@ -178,6 +180,8 @@ def make(root, *, previous=False, unmounted=False, demo=True, names=Names()):
         _write(stage.demo_set, "the demo Live Set of the Morvella kit\n")
     if previous:
         _make_previous_installation(stage)
+    if obstructed:
+        _write(stage.destination, "a file of the user's own\n")
     if unmounted:
         stage.volume.rename(stage.unmounted_volume)
     return stage
@@ -191,6 +195,11 @@ def add_options(parser):
         help="an earlier installation is there already, with files of the user's own in it",
     )
     parser.add_argument(
+        "--obstructed",
+        action="store_true",
+        help="a file stands where the suite's folder will be; no backup can be made of it",
+    )
+    parser.add_argument(
         "--unmounted", action="store_true", help="the User Library's volume is not mounted"
     )
     parser.add_argument(
@@ -202,6 +211,7 @@ def chosen(options):
     """What `make` takes, from the options that `add_options` added."""
     return {
         "previous": options.previous,
+        "obstructed": options.obstructed,
         "unmounted": options.unmounted,
         "demo": not options.no_demo,
     }

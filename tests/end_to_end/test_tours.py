@@ -19,13 +19,8 @@ class TestTours(Scenario):
         shown = {}
         gate = Gate(self.folder / "gate", self.bundle)
         with self.launch(stage, environment=gate.environment) as installer:
-            tour = Tour(
-                installer,
-                gate,
-                previous=options.get("previous", False),
-                demo=options.get("demo", True),
-                keep=shown.__setitem__,
-            )
+            options.pop("unmounted", None)  # The stage itself tells that.
+            tour = Tour(installer, gate, keep=shown.__setitem__, **options)
             tour.walk()
             expectations.expect_log(installer, tour.expected_log())
             tour.expect_complete()
@@ -44,6 +39,10 @@ class TestTours(Scenario):
     def test_previous_installation_is_backed_up_and_trashed(self):
         shown = list(self.take(previous=True))
         assert shown == [*self.pages[:3], "previous-installation-sheet", "backup", *self.pages[3:]]
+
+    def test_backup_that_cannot_be_made_ends_in_a_critical_sheet(self):
+        shown = list(self.take(obstructed=True))
+        assert shown == [*self.pages[:3], "previous-installation-sheet", "critical-sheet"]
 
     @pytest.mark.slow
     def test_unmounted_volume_is_waited_for(self):

@@ -3,7 +3,7 @@
 
 Prints the installer's log and the tree of what was installed, and ends with status 0 only if the
 installation is complete, the demo Live Set was handed to the Live application, and the installer
-ended by itself.
+ended by itself. Where no backup could be made, it is the critical sheet that ends it.
 """
 
 import argparse
@@ -11,16 +11,17 @@ import shutil
 import sys
 from pathlib import Path
 
+import disturbed
 import expectations
 import folders
 import snapshot
 import stage as stages
-from changes import PACKING, at_work, wait_for_change
+from changes import INSTALLER, PACKING, at_work, wait_for_change
 from display import Display
 from gate import Gate
 from descriptions import FINISH, LICENCE, SETTINGS, WELCOME
 from installer import Installer
-from messages import NOT_AVAILABLE, PREVIOUS_INSTALLATION
+from messages import NO_BACKUP, NOT_AVAILABLE, PREVIOUS_INSTALLATION
 
 
 class Tour:
@@ -29,10 +30,13 @@ class Tour:
     `keep(name, picture)` is given a picture of each page and sheet.
     """
 
-    def __init__(self, installer, gate, *, previous=False, demo=True, keep=None):
+    def __init__(
+        self, installer, gate, *, previous=False, obstructed=False, demo=True, keep=None
+    ):
         self.installer, self.gate, self.stage = installer, gate, installer.stage
         self._changes = 0
-        self._previous, self._demo = previous, demo
+        self._previous, self._obstructed = previous, obstructed
+        self._demo = demo and not obstructed
         self._keep = keep or (lambda name, picture: None)
         self._before = snapshot.of_folder(self.stage.root)
 
@@ -50,6 +54,9 @@ class Tour:
         installer.wait_for_choice(SETTINGS)
         self._show("settings")
         self._install()
+        if self._obstructed:
+            self._quit()
+            return
         installer.wait_for_page(FINISH)
         self._show("post-installation")
         installer.finish()
@@ -70,10 +77,17 @@ class Tour:
         """Its work is held for a moment, or nobody could look at what is shown meanwhile."""
         installer = self.installer
         installer.press("Next")
-        if self._previous:
+        if self._previous or self._obstructed:
             installer.wait_for_sheet(PREVIOUS_INSTALLATION)
             self._show("previous-installation-sheet")
             installer.press("Continue")
+        if self._obstructed:
+            self._hold(INSTALLER)
+            installer.wait_for_sheet(NO_BACKUP)
+            self._show("critical-sheet")
+            self.gate.open()
+            return
+        if self._previous:
             self._hold(PACKING)
             installer.wait_for_state(lambda state: turns(state.sheet.accessory), "a backup")
             self._show("backup")
@@ -81,6 +95,14 @@ class Tour:
         installer.wait_for_state(lambda state: not state.sheets and turns(state), "its work")
         self._show("installation")
         self.gate.open()
+
+    def _quit(self):
+        """The installation goes on behind the critical sheet."""
+        self.installer.wait_for_line(expectations.HIDING)
+        self.installer.wait_for_sheet(NO_BACKUP)
+        self.installer.press("Quit")
+        status = self.installer.wait_for_end()
+        assert status == 0, f"the installer ended with {status}"
 
     def _hold(self, worker):
         """Lets it work until `worker` is about to make a change."""
@@ -108,6 +130,9 @@ class Tour:
                 trashed[name] = snapshot.below(expected, place)
                 expected = snapshot.without(expected, place)
             expected.update(expectations.expect_backup(stage, trashed["Morvella"]))
+        if self._obstructed:
+            place = stage.destination.relative_to(stage.root)
+            trashed["Morvella"] = {Path(): expected.pop(place)}
         shaders = None if self._previous else True
         added = expectations.installed(bundle, stage, shaders_to=shaders)
         # What was there before and has not gone to the Trash stays as it was.
@@ -120,6 +145,8 @@ class Tour:
         lines = expectations.start_lines(stage)
         if stage.unmounted:
             lines.append("UL unavailable")
+        if self._obstructed:
+            lines += disturbed.not_backed_up(bundle, stage)
         if not self._previous:
             return lines + expectations.installation_lines(bundle, stage)
         return [
@@ -145,7 +172,8 @@ def take(executable, folder, options, pictures):
     with Display() as display, folders.temporary_folder("tour") as folder:
         gate = Gate(folder / "gate", bundle)
         with Installer(display, bundle, stage, environment=gate.environment) as installer:
-            tour = Tour(installer, gate, previous=chosen["previous"], demo=chosen["demo"], keep=keep)
+            chosen.pop("unmounted")  # The stage itself tells that.
+            tour = Tour(installer, gate, keep=keep, **chosen)
             try:
                 tour.walk()
             finally:
