@@ -11,6 +11,7 @@ from pathlib import Path
 
 from Xlib import XK, X
 from Xlib.display import Display as Connection
+from Xlib.error import BadWindow
 from Xlib.ext import xtest
 
 from picture import Picture, Rectangle
@@ -133,10 +134,18 @@ class Display:
         return [window.id for window in self._below(self._connection.screen().root, title)]
 
     def _below(self, window, title):
-        for child in window.query_tree().children:
-            if self._title(child) == title and child.get_attributes().map_state == X.IsViewable:
-                yield child
-            yield from self._below(child, title)
+        # Windows come and go meanwhile.
+        with contextlib.suppress(BadWindow):
+            for child in window.query_tree().children:
+                if self._is_visible(child, title):
+                    yield child
+                yield from self._below(child, title)
+
+    def _is_visible(self, window, title):
+        with contextlib.suppress(BadWindow):
+            visible = window.get_attributes().map_state == X.IsViewable
+            return visible and self._title(window) == title
+        return False
 
     def _title(self, window):
         found = window.get_full_property(
