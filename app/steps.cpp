@@ -31,14 +31,14 @@ std::vector<Step> MorvellaInstallerViewController::steps() const {
         {"Installation", doInstallView()},
         {"Finish", postInstallView()},
     }};
-    const auto shown =
-        std::ranges::find_if(pages, [this](const auto& page) { return shows(page.second); });
+    const auto isShown = [this](const auto& page) { return shows(page.second); };
+    const auto shown = static_cast<size_t>(std::ranges::find_if(pages, isShown) - pages.begin());
     // What is shown before the first page belongs to the first step.
-    const auto current = shown == pages.end() ? pages.begin() : shown;
+    const size_t current = shown < pages.size() ? shown : 0;
     std::vector<Step> steps;
-    for (auto page = pages.begin(); page != pages.end(); ++page) {
+    for (size_t page = 0; page < pages.size(); ++page) {
         const StepState other = page < current ? StepState::done : StepState::toCome;
-        steps.push_back(stepOf(page->first, page == current ? StepState::current : other));
+        steps.push_back(stepOf(pages[page].first, page == current ? StepState::current : other));
     }
     return steps;
 }

@@ -170,6 +170,9 @@ using morvella::stringOf;
 
 #pragma mark Properties
 
+// Parentheses have no place around the parts of a method.
+// NOLINTBEGIN(bugprone-macro-parentheses)
+
 /// A text that the controller keeps.
 #define MORVELLA_TEXT(name, setName)              \
     -(NSString*)name {                            \
@@ -178,6 +181,8 @@ using morvella::stringOf;
     -(void)setName : (NSString*)text {            \
         _controller->setName(sharedTextOf(text)); \
     }
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 MORVELLA_OUTLET(View, initialView, setInitialView)
 MORVELLA_OUTLET(View, welcomeView, setWelcomeView)

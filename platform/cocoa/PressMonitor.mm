@@ -1,5 +1,8 @@
 #import "platform/cocoa/PressMonitor.h"
 
+#include <algorithm>
+#include <array>
+
 #include "app/press_filter.hpp"
 
 using morvella::Press;
@@ -14,13 +17,11 @@ PressFilter& filter() {
 
 /// The buttons of the title bar are no part of a page.
 bool isOfTitleBar(NSView* view) {
-    for (const NSWindowButton button :
-         {NSWindowCloseButton, NSWindowMiniaturizeButton, NSWindowZoomButton}) {
-        if (view == [[view window] standardWindowButton:button]) {
-            return true;
-        }
-    }
-    return false;
+    constexpr std::array buttons = {NSWindowCloseButton, NSWindowMiniaturizeButton,
+                                    NSWindowZoomButton};
+    return std::ranges::any_of(buttons, [view](NSWindowButton button) {
+        return view == [[view window] standardWindowButton:button];
+    });
 }
 
 /// Looks at the whole window: a sheet may lie beside the view that holds the page.

@@ -210,7 +210,7 @@ NSDictionary* describeWindow() {
         return @{};
     }
     const auto device = reinterpret_cast<unsigned long>(
-        [GSServerForWindow(window) windowDevice:[window windowNumber]]);
+        [GSServerForWindow(window) windowDevice:static_cast<int>([window windowNumber])]);
     NSArray* sidebar = describeSidebar([window contentView]);
     NSMutableDictionary* state =
         [NSMutableDictionary dictionaryWithDictionary:Contents([window contentView]).describe()];

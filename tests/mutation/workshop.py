@@ -39,7 +39,7 @@ class Build:
             ["cmake", "-S", ROOT, "-B", folder, "--preset", "linux", "-DCMAKE_BUILD_TYPE=None"]
             + [f"-DCMAKE_CXX_FLAGS={flags}", f"-DCMAKE_OBJCXX_FLAGS={flags}"]
             + [f"-DCMAKE_EXE_LINKER_FLAGS={linker}"]
-            + ["-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"]
+            + ["-DMORVELLA_TESTS=ON", "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON"]
         )
         targets = [Path(PROGRAMS[name]).name for name in self.names]
         if targets:
