@@ -127,9 +127,13 @@ using morvella::stringOf;
 /// The work of a page blocks the main thread, so the page must be on the screen before it starts.
 - (void)drawAndAppear {
     [self showSteps];
-    [[[self view] window] displayIfNeeded];
+    NSWindow* window = [[self view] window];
+    [window displayIfNeeded];
     [CATransaction flush];
-    [PressMonitor screenChanged];
+    // What is pressed while a sheet is shown was not meant for the page behind it.
+    if (![window attachedSheet]) {
+        [PressMonitor screenChanged];
+    }
     [self viewDidAppear];
 }
 

@@ -3,7 +3,5 @@
 #import <AppKit/AppKit.h>
 
 /// What the application is an instance of here.
-@interface CompletedApplication : NSApplication {
-    BOOL _pressed;
-}
+@interface CompletedApplication : NSApplication
 @end

@@ -31,10 +31,10 @@ constexpr NSTimeInterval longestSleep = 0.05;
 
 /// GNUstep goes to sleep now and then although a click waits in its queue, and sleeps on until
 /// something else happens: for half a minute if nothing does.
-- (NSEvent*)eventMatchingMask:(NSUInteger)mask
-                    untilDate:(NSDate*)date
-                       inMode:(NSString*)mode
-                      dequeue:(BOOL)dequeue {
+- (NSEvent*)nextEventMatchingMask:(NSUInteger)mask
+                        untilDate:(NSDate*)date
+                           inMode:(NSString*)mode
+                          dequeue:(BOOL)dequeue {
     NSEvent* event = nil;
     do {
         NSDate* wakeUp = [NSDate dateWithTimeIntervalSinceNow:longestSleep];
@@ -43,32 +43,6 @@ constexpr NSTimeInterval longestSleep = 0.05;
                                       inMode:mode
                                      dequeue:dequeue];
     } while (!event && [date timeIntervalSinceNow] > 0);
-    return event;
-}
-
-/// GNUstep hands out the first of quick clicks the wrong way round, so that a control waits for a
-/// release that it has missed.
-- (NSEvent*)nextEventMatchingMask:(NSUInteger)mask
-                        untilDate:(NSDate*)date
-                           inMode:(NSString*)mode
-                          dequeue:(BOOL)dequeue {
-    NSEvent* event = [self eventMatchingMask:mask untilDate:date inMode:mode dequeue:dequeue];
-    if (!dequeue) {
-        return event;
-    }
-    if ([event type] == NSLeftMouseUp && !_pressed && (mask & NSLeftMouseDownMask)) {
-        NSEvent* press = [super nextEventMatchingMask:NSLeftMouseDownMask
-                                            untilDate:[NSDate distantPast]
-                                               inMode:mode
-                                              dequeue:YES];
-        if (press) {
-            [self postEvent:event atStart:YES];
-            event = press;
-        }
-    }
-    if ([event type] == NSLeftMouseDown || [event type] == NSLeftMouseUp) {
-        _pressed = [event type] == NSLeftMouseDown;
-    }
     return event;
 }
 

@@ -1,6 +1,11 @@
-#import <AppKit/AppKit.h>
+#import "sheet_cover.h"
 
 @implementation NSWindow (Complement)
+
+/// No window, but it tells whether there is a sheet.
+- (NSWindow*)attachedSheet {
+    return (id)[SheetCover coverOfWindow:self];
+}
 
 - (BOOL)preventsApplicationTerminationWhenModal {
     return NO;

@@ -14,6 +14,7 @@
     CompletedAlert* _alert;
     AlertCompletionHandler _handler;
     AlertBox* _box;
+    NSResponder* _focusBefore;
     BOOL _answered;
     BOOL _movesFocus;
 }

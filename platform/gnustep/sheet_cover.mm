@@ -92,6 +92,7 @@ SheetCover* coverAround(NSView* view) {
 }
 
 - (void)dealloc {
+    [_focusBefore release];
     [_box release];
     Block_release(_handler);
     [_alert release];
@@ -108,6 +109,7 @@ SheetCover* coverAround(NSView* view) {
     NSWindow* window = [self window];
     [[NSNotificationCenter defaultCenter] postNotificationName:NSWindowWillBeginSheetNotification
                                                         object:window];
+    _focusBefore = [[window firstResponder] retain];
     const NSSize room = [self bounds].size;
     _box = [[AlertBox alloc] initWithAlert:_alert
                                      width:room.width
@@ -121,12 +123,16 @@ SheetCover* coverAround(NSView* view) {
     [self addSubview:_box];
     [[self superview] addSubview:self];
     [self setHidden:NO];
-    [self takeFocus];
+    [window makeFirstResponder:[[_alert buttons] objectAtIndex:0]];
     drawNow(window);
 }
 
-- (void)takeFocus {
-    [[self window] makeFirstResponder:[[_alert buttons] objectAtIndex:0]];
+/// What had the keys before has them again, if it is still there.
+- (void)returnFocusIn:(NSWindow*)window {
+    if ([_focusBefore isKindOfClass:[NSView class]] &&
+        [static_cast<NSView*>(_focusBefore) window] == window) {
+        [window makeFirstResponder:_focusBefore];
+    }
 }
 
 - (void)answered:(NSButton*)button {
@@ -142,15 +148,10 @@ SheetCover* coverAround(NSView* view) {
         _handler([button tag]);
     }
     [self removeFromSuperview];
+    [self returnFocusIn:window];
     [[NSNotificationCenter defaultCenter] postNotificationName:NSWindowDidEndSheetNotification
                                                         object:window];
     showNextSheet(window);
-    SheetCover* shown = [SheetCover coverOfWindow:window];
-    if (shown) {
-        [shown takeFocus];
-    } else {
-        [window makeFirstResponder:[[window contentView] nextValidKeyView]];
-    }
     drawNow(window);
 }
 

@@ -104,6 +104,14 @@ TEST_F(DoorLifeCycleTest, MakesTheFirstControlOfAPageTheFirstResponder) {
     EXPECT_EQ(times("window makeFirstResponder: button"), 1);
 }
 
+TEST_F(DoorLifeCycleTest, AsksForASheetOverThePageOnceThePageIsDrawn) {
+    start();
+    [door setView:static_cast<id>(settings)];
+    const Lines& lines = news();
+    const auto drawn = std::find(lines.begin(), lines.end(), "window displayIfNeeded");
+    EXPECT_NE(std::find(drawn, lines.end(), "window attachedSheet"), lines.end());
+}
+
 TEST_F(DoorLifeCycleTest, HoldsAViewThatNoWindowShows) {
     hide();
     [door awakeFromNib];
