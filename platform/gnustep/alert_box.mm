@@ -2,39 +2,34 @@
 
 #include <algorithm>
 
-#import "ns_alert.h"
-
 namespace {
 
-constexpr CGFloat usualWidth = 460;
-constexpr CGFloat shadow = 16;
+constexpr CGFloat boxWidth = 460;
 constexpr CGFloat margin = 20;
-constexpr CGFloat iconSize = 56;
-constexpr CGFloat iconGap = 16;
 constexpr CGFloat gap = 12;
+constexpr CGFloat iconSize = 56;
+constexpr CGFloat textLeft = margin + iconSize + 16;
 constexpr CGFloat buttonHeight = 28;
 constexpr CGFloat buttonWidth = 88;
-constexpr CGFloat cornerRadius = 10;
 
-/// Gives `control` the height that its text needs in lines of at most `width`.
-void wrap(NSControl* control, NSFont* font, CGFloat width) {
+/// Gives `control` the height that its text needs beside the icon.
+NSControl* wrapped(NSControl* control, NSFont* font) {
+    constexpr CGFloat width = boxWidth - margin - textLeft;
     [control setFont:font];
     [[control cell] setWraps:YES];
     const NSSize size = [[control cell] cellSizeForBounds:NSMakeRect(0, 0, width, 10000)];
-    [control setFrameSize:NSMakeSize(std::min(width, static_cast<CGFloat>(ceil(size.width))),
-                                     ceil(size.height))];
+    [control setFrameSize:NSMakeSize(width, ceil(size.height))];
+    return control;
 }
 
-NSTextField* label(NSString* text, NSFont* font, CGFloat width) {
+NSControl* label(NSString* text, NSFont* font) {
     NSTextField* field = [[[NSTextField alloc] initWithFrame:NSZeroRect] autorelease];
     [field setStringValue:text ? text : @""];
     [field setEditable:NO];
     [field setSelectable:NO];
     [field setBezeled:NO];
     [field setDrawsBackground:NO];
-    wrap(field, font, width);
-    [field setFrameSize:NSMakeSize(width, NSHeight([field frame]))];
-    return field;
+    return wrapped(field, font);
 }
 
 NSImageView* picture(NSImage* image, NSRect frame) {
@@ -44,29 +39,19 @@ NSImageView* picture(NSImage* image, NSRect frame) {
     return view;
 }
 
-CGFloat widthOf(NSButton* button) {
-    return std::max(buttonWidth, static_cast<CGFloat>(ceil([[button cell] cellSize].width)) + 24);
-}
-
 }  // namespace
 
 @implementation AlertBox
 
-- (instancetype)initWithAlert:(CompletedAlert*)alert
-                        width:(CGFloat)width
-                       target:(id)target
-                       action:(SEL)action {
+- (instancetype)initWithAlert:(NSAlert*)alert target:(id)target action:(SEL)action {
     self = [super initWithFrame:NSZeroRect];
     if (self) {
         [self setAutoresizesSubviews:NO];
         _alert = [alert retain];
-        CGFloat buttons = ([_alert showsHelp] ? buttonHeight : -gap) + 2 * margin;
-        for (NSButton* button in [_alert buttons]) {
-            [button setTarget:target];
-            [button setAction:action];
-            buttons += gap + widthOf(button);
-        }
-        [self layOutWithWidth:std::min(std::max(usualWidth, buttons), width - 2 * margin)];
+        [self addIcon];
+        const CGFloat top = std::max([self addTexts], margin + iconSize) + margin;
+        [self addButtonsAt:top target:target action:action];
+        [self setFrameSize:NSMakeSize(boxWidth, top + buttonHeight + margin)];
         [self closeKeyViewLoop];
     }
     return self;
@@ -81,68 +66,60 @@ CGFloat widthOf(NSButton* button) {
     return YES;
 }
 
-#pragma mark Layout
-
-- (void)layOutWithWidth:(CGFloat)width {
-    const CGFloat left = shadow + margin + iconSize + iconGap;
-    const CGFloat textWidth = width + shadow - margin - left;
-    CGFloat top = shadow + margin;
-    [self addIconAt:NSMakePoint(shadow + margin, top)];
-    top = [self add:label([_alert messageText], [NSFont boldSystemFontOfSize:13], textWidth)
-                 at:NSMakePoint(left, top)];
-    if ([[_alert informativeText] length] > 0) {
-        top = [self add:label([_alert informativeText], [NSFont systemFontOfSize:12], textWidth)
-                     at:NSMakePoint(left, top + gap / 2)];
-    }
-    if ([_alert showsSuppressionButton]) {
-        wrap([_alert suppressionButton], [NSFont systemFontOfSize:12], textWidth);
-        top = [self add:[_alert suppressionButton] at:NSMakePoint(left, top + gap)];
-    }
-    if ([_alert accessoryView]) {
-        top = [self add:[_alert accessoryView] at:NSMakePoint(left, top + gap)];
-    }
-    top = std::max(top, shadow + margin + iconSize) + margin;
-    [self addButtonsAt:NSMakePoint(width + shadow - margin, top)];
-    [self setFrameSize:NSMakeSize(width + 2 * shadow, top + buttonHeight + margin + shadow)];
-}
-
-/// Returns the lower edge of `view`.
-- (CGFloat)add:(NSView*)view at:(NSPoint)origin {
-    [view setFrameOrigin:origin];
-    [self addSubview:view];
-    return NSMaxY([view frame]);
-}
-
-/// The alert's own icon, else the application's, with a sign on it if the alert is critical.
-- (void)addIconAt:(NSPoint)origin {
-    NSImage* icon = [_alert icon] ? [_alert icon] : [NSApp applicationIconImage];
-    const NSRect frame = NSMakeRect(origin.x, origin.y, iconSize, iconSize);
-    [self addSubview:picture(icon, frame)];
+/// The application's icon, with a sign on it if the alert is critical.
+- (void)addIcon {
+    const NSRect frame = NSMakeRect(margin, margin, iconSize, iconSize);
+    [self addSubview:picture([NSApp applicationIconImage], frame)];
     if ([_alert alertStyle] == NSCriticalAlertStyle) {
         NSImage* sign = [NSImage imageNamed:@"AlertCaution"];
         [self addSubview:picture(sign, NSMakeRect(NSMidX(frame), NSMidY(frame) + 2, 27, 25))];
     }
 }
 
-/// `corner` is the upper right one.
-- (void)addButtonsAt:(NSPoint)corner {
+/// Puts everything but the buttons below one another; returns where it ends.
+- (CGFloat)addTexts {
+    NSMutableArray* views = [NSMutableArray array];
+    [views addObject:label([_alert messageText], [NSFont boldSystemFontOfSize:13])];
+    if ([[_alert informativeText] length] > 0) {
+        [views addObject:label([_alert informativeText], [NSFont systemFontOfSize:12])];
+    }
+    if ([_alert showsSuppressionButton]) {
+        [views addObject:wrapped([_alert suppressionButton], [NSFont systemFontOfSize:12])];
+    }
+    if ([_alert accessoryView]) {
+        [views addObject:[_alert accessoryView]];
+    }
+    CGFloat top = margin;
+    for (NSView* view in views) {
+        [view setFrameOrigin:NSMakePoint(textLeft, top)];
+        [self addSubview:view];
+        top = NSMaxY([view frame]) + gap;
+    }
+    return top - gap;
+}
+
+/// From the right to the left, with the one for help, which does nothing here, in the left corner.
+- (void)addButtonsAt:(CGFloat)top target:(id)target action:(SEL)action {
+    CGFloat right = boxWidth - margin;
     for (NSButton* button in [_alert buttons]) {
-        const CGFloat width = widthOf(button);
-        [button setBezelStyle:NSRoundedBezelStyle];
-        [button setFrame:NSMakeRect(corner.x - width, corner.y, width, buttonHeight)];
-        [self addSubview:button];
-        corner.x -= width + gap;
+        const CGFloat text = [[button cell] cellSize].width + 24;
+        const CGFloat width = std::max(buttonWidth, static_cast<CGFloat>(ceil(text)));
+        [button setTarget:target];
+        [button setAction:action];
+        [self add:button frame:NSMakeRect(right - width, top, width, buttonHeight)];
+        right -= width + gap;
     }
     if ([_alert showsHelp]) {
-        NSButton* help = [[[NSButton alloc]
-            initWithFrame:NSMakeRect(shadow + margin, corner.y, buttonHeight, buttonHeight)]
-            autorelease];
-        [help setBezelStyle:NSRoundedBezelStyle];
+        NSButton* help = [[[NSButton alloc] init] autorelease];
         [help setTitle:@"?"];
-        [help setTarget:self];
-        [help setAction:@selector(showHelp:)];
-        [self addSubview:help];
+        [self add:help frame:NSMakeRect(margin, top, buttonHeight, buttonHeight)];
     }
+}
+
+- (void)add:(NSButton*)button frame:(NSRect)frame {
+    [button setBezelStyle:NSRoundedBezelStyle];
+    [button setFrame:frame];
+    [self addSubview:button];
 }
 
 /// Tab goes through the controls in the order in which they were added.
@@ -159,15 +136,6 @@ CGFloat widthOf(NSButton* button) {
     [last setNextKeyView:first];
 }
 
-#pragma mark Answers
-
-/// Without a delegate that knows better there is no help to show.
-- (void)showHelp:(id)sender {
-    if ([[_alert delegate] respondsToSelector:@selector(alertShowHelp:)]) {
-        [[_alert delegate] alertShowHelp:_alert];
-    }
-}
-
 - (void)takeKey:(NSEvent*)event {
     NSString* key = [event charactersIgnoringModifiers];
     if ([key isEqualToString:@"\x03"]) {
@@ -182,19 +150,9 @@ CGFloat widthOf(NSButton* button) {
     }
 }
 
-#pragma mark Drawing
-
 - (void)drawRect:(NSRect)rect {
-    const NSRect box = NSInsetRect([self bounds], shadow, shadow);
-    for (int spread = 2; spread <= shadow; spread += 2) {
-        const NSRect area = NSOffsetRect(NSInsetRect(box, -spread, -spread), 0, 3);
-        [[NSColor colorWithCalibratedWhite:0 alpha:0.025] set];
-        [[NSBezierPath bezierPathWithRoundedRect:area
-                                         xRadius:cornerRadius + spread
-                                         yRadius:cornerRadius + spread] fill];
-    }
     [[NSColor windowBackgroundColor] set];
-    [[NSBezierPath bezierPathWithRoundedRect:box xRadius:cornerRadius yRadius:cornerRadius] fill];
+    [[NSBezierPath bezierPathWithRoundedRect:[self bounds] xRadius:10 yRadius:10] fill];
 }
 
 @end

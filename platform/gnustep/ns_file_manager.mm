@@ -1,12 +1,11 @@
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
+#include <string>
 
 #include "posix_error.h"
 
@@ -51,14 +50,13 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
     return code;
 }
 
-/// A folder of the stage, which stands for the root of a Mac's disk; nil without a stage.
-NSURL* stagedFolder(NSString* name) {
-    const char* stage = std::getenv("MORVELLA_STAGE");
-    if (!stage || !*stage) {
-        return nil;
+NSArray* folderIn(const char* variable, NSString* name) {
+    const char* parent = std::getenv(variable);
+    if (!parent || !*parent) {
+        return @[];
     }
-    NSString* path = [[NSString stringWithUTF8String:stage] stringByAppendingPathComponent:name];
-    return [NSURL fileURLWithPath:path isDirectory:YES];
+    NSString* path = [[NSString stringWithUTF8String:parent] stringByAppendingPathComponent:name];
+    return @[ [NSURL fileURLWithPath:path isDirectory:YES] ];
 }
 
 }  // namespace
@@ -95,50 +93,43 @@ NSURL* stagedFolder(NSString* name) {
 
 /// In the order of the system; a name that is not UTF-8 is left out.
 - (NSArray*)contentsOfDirectoryAtPath:(NSString*)path error:(NSError**)error {
-    DIR* folder = opendir([path UTF8String]);
-    if (!folder) {
-        failed(error, errno, [NSString stringWithFormat:@"“%@” could not be listed", path]);
+    std::error_code code;
+    fs::directory_iterator entries([path UTF8String], code);
+    if (code) {
+        failed(error, code.value(), [NSString stringWithFormat:@"“%@” could not be listed", path]);
         return nil;
     }
     NSMutableArray* names = [NSMutableArray array];
-    while (const dirent* entry = readdir(folder)) {
-        if (std::strcmp(entry->d_name, ".") == 0 || std::strcmp(entry->d_name, "..") == 0) {
-            continue;
-        }
-        NSString* name = [[NSString alloc] initWithBytes:entry->d_name
-                                                  length:std::strlen(entry->d_name)
-                                                encoding:NSUTF8StringEncoding];
+    for (; !code && entries != fs::directory_iterator(); entries.increment(code)) {
+        const std::string entry = entries->path().filename();
+        NSString* name = [[[NSString alloc] initWithBytes:entry.data()
+                                                   length:entry.size()
+                                                 encoding:NSUTF8StringEncoding] autorelease];
         if (name) {
             [names addObject:name];
-            [name release];
         }
     }
-    closedir(folder);
     return names;
 }
 
 #pragma mark Standard folders
 
+/// The stage stands for the root of a Mac's disk; without one there are no folders of its.
 - (NSArray*)URLsForDirectory:(NSSearchPathDirectory)directory
                    inDomains:(NSSearchPathDomainMask)domains {
-    NSURL* staged = nil;
     if (directory == NSApplicationDirectory && domains == NSLocalDomainMask) {
-        staged = stagedFolder(@"Applications");
-    } else if (directory == NSUserDirectory && domains == NSLocalDomainMask) {
-        staged = stagedFolder(@"Users");
-    } else if (directory == NSDocumentDirectory && domains == NSUserDomainMask) {
-        NSString* path = [NSHomeDirectory() stringByAppendingPathComponent:@"Documents"];
-        staged = [NSURL fileURLWithPath:path isDirectory:YES];
-    } else {
-        NSMutableArray* urls = [NSMutableArray array];
-        for (NSString* path in NSSearchPathForDirectoriesInDomains(directory, domains, YES)) {
-            [urls addObject:[NSURL fileURLWithPath:path isDirectory:YES]];
-        }
-        return urls;
+        return folderIn("MORVELLA_STAGE", @"Applications");
     }
-    return staged ? @[ staged ] : @[];
+    if (directory == NSUserDirectory && domains == NSLocalDomainMask) {
+        return folderIn("MORVELLA_STAGE", @"Users");
+    }
+    if (directory == NSDocumentDirectory && domains == NSUserDomainMask) {
+        return folderIn("HOME", @"Documents");
+    }
+    return @[];
 }
 
+/// Creates none.
 - (NSURL*)URLForDirectory:(NSSearchPathDirectory)directory
                  inDomain:(NSSearchPathDomainMask)domain
         appropriateForURL:(NSURL*)url
@@ -149,12 +140,7 @@ NSURL* stagedFolder(NSString* name) {
         failed(error, ENOENT, @"There is no such standard folder");
         return nil;
     }
-    NSURL* found = [urls objectAtIndex:0];
-    const BOOL usable = !create || [self createDirectoryAtURL:found
-                                       withIntermediateDirectories:YES
-                                                        attributes:nil
-                                                             error:error];
-    return usable ? found : nil;
+    return [urls objectAtIndex:0];
 }
 
 @end

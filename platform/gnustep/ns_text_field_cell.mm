@@ -26,16 +26,11 @@ NSAttributedString* withoutMiddle(NSAttributedString* text, NSUInteger kept) {
 }
 
 NSAttributedString* shortened(NSAttributedString* text, CGFloat width) {
-    if ([text size].width <= width) {
-        return text;
+    NSAttributedString* result = text;
+    for (NSUInteger kept = [text length]; kept > 0 && [result size].width > width; --kept) {
+        result = withoutMiddle(text, kept - 1);
     }
-    NSUInteger fits = 0;
-    NSUInteger tooLong = [text length];
-    while (tooLong - fits > 1) {
-        const NSUInteger middle = (fits + tooLong) / 2;
-        ([withoutMiddle(text, middle) size].width <= width ? fits : tooLong) = middle;
-    }
-    return withoutMiddle(text, fits);
+    return result;
 }
 
 }  // namespace

@@ -1,10 +1,8 @@
 #import "property_list.h"
 
 /// The defaults of one domain only. A suite's are kept as on macOS, in the home folder's
-/// `Library/Preferences`; the launch arguments' cannot be changed.
-///
-/// No subclass of NSUserDefaults, although it stands for one: GNUstep's would read all of its own
-/// domains each time, and lose a little memory.
+/// `Library/Preferences`; the launch arguments' cannot be changed. No subclass of NSUserDefaults,
+/// although it stands for one: that would read all of GNUstep's domains each time.
 @interface DomainDefaults : NSObject {
     NSString* _domain;
 }
@@ -25,13 +23,20 @@
     [super dealloc];
 }
 
+- (BOOL)isOfArguments {
+    return [_domain isEqualToString:NSArgumentDomain];
+}
+
+- (NSString*)folder {
+    return [NSHomeDirectory() stringByAppendingPathComponent:@"Library/Preferences"];
+}
+
 - (NSString*)file {
-    return
-        [NSString stringWithFormat:@"%@/Library/Preferences/%@.plist", NSHomeDirectory(), _domain];
+    return [NSString stringWithFormat:@"%@/%@.plist", [self folder], _domain];
 }
 
 - (NSDictionary*)values {
-    return [_domain isEqualToString:NSArgumentDomain]
+    return [self isOfArguments]
                ? [[NSUserDefaults standardUserDefaults] volatileDomainForName:NSArgumentDomain]
                : propertyListDictionary([self file]);
 }
@@ -45,20 +50,15 @@
 }
 
 - (void)setValue:(id)value forKey:(NSString*)key {
-    if ([_domain isEqualToString:NSArgumentDomain]) {
+    if ([self isOfArguments]) {
         return;
     }
     NSMutableDictionary* values = [NSMutableDictionary dictionaryWithDictionary:[self values]];
-    [values removeObjectForKey:key];
-    if (value) {
-        [values setObject:value forKey:key];
-    }
-    NSString* folder = [[self file] stringByDeletingLastPathComponent];
-    [[NSFileManager defaultManager] createDirectoryAtURL:[NSURL fileURLWithPath:folder
-                                                                    isDirectory:YES]
-                             withIntermediateDirectories:YES
-                                              attributes:nil
-                                                   error:NULL];
+    [values setValue:value forKey:key];
+    [[NSFileManager defaultManager] createDirectoryAtPath:[self folder]
+                              withIntermediateDirectories:YES
+                                               attributes:nil
+                                                    error:NULL];
     [[NSPropertyListSerialization dataWithPropertyList:values
                                                 format:NSPropertyListBinaryFormat_v1_0
                                                options:0

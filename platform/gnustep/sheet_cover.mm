@@ -110,11 +110,8 @@ SheetCover* coverAround(NSView* view) {
     [[NSNotificationCenter defaultCenter] postNotificationName:NSWindowWillBeginSheetNotification
                                                         object:window];
     _focusBefore = [[window firstResponder] retain];
+    _box = [[AlertBox alloc] initWithAlert:_alert target:self action:@selector(answered:)];
     const NSSize room = [self bounds].size;
-    _box = [[AlertBox alloc] initWithAlert:_alert
-                                     width:room.width
-                                    target:self
-                                    action:@selector(answered:)];
     const NSSize size = [_box frame].size;
     [_box setFrameOrigin:NSMakePoint(floor((room.width - size.width) / 2),
                                      floor((room.height - size.height) / 2))];

@@ -24,15 +24,11 @@ NSColor* blended(NSColor* color, CGFloat fraction, NSColor* other) {
                          ofColor:other];
 }
 
-NSColor* shaded(NSColor* color) {
-    return blended(color, 0.15, [NSColor blackColor]);
-}
-
 NSColor* fillOfButton(NSCell* cell, bool pressed) {
     NSColor* color = isDefaultButton(cell) ? [NSColor alternateSelectedControlColor]
                      : [cell isEnabled]    ? [NSColor controlBackgroundColor]
                                            : [NSColor controlColor];
-    return pressed ? shaded(color) : color;
+    return pressed ? blended(color, 0.15, [NSColor blackColor]) : color;
 }
 
 /// The interface file's push buttons are 32 points high, and macOS draws less than their frame.
@@ -107,13 +103,10 @@ NSRect bodyOfButton(NSRect frame) {
     auto* scroller = static_cast<NSScroller*>(view);
     [[NSColor textBackgroundColor] set];
     NSRectFill(rect);
-    if ([scroller usableParts] == NSNoScrollerParts) {
-        return;
+    if ([scroller usableParts] != NSNoScrollerParts) {
+        [[NSColor knobColor] set];
+        [roundedRect(NSInsetRect([scroller rectForPart:NSScrollerKnob], 3, 3), 4) fill];
     }
-    const NSRect knob = NSInsetRect([scroller rectForPart:NSScrollerKnob], 3, 3);
-    const CGFloat radius = std::min(NSWidth(knob), NSHeight(knob)) / 2;
-    [(hitPart == NSScrollerKnob ? [NSColor scrollBarColor] : [NSColor knobColor]) set];
-    [roundedRect(knob, radius) fill];
 }
 
 - (float)defaultScrollerWidth {
@@ -149,28 +142,6 @@ NSRect bodyOfButton(NSRect frame) {
                  [NSColor windowBackgroundColor]) set];
         [path stroke];
     }
-}
-
-- (NSColor*)menuBackgroundColor {
-    return [NSColor windowBackgroundColor];
-}
-
-- (NSColor*)menuItemBackgroundColor {
-    return [NSColor windowBackgroundColor];
-}
-
-- (NSColor*)menuBorderColor {
-    return [NSColor gridColor];
-}
-
-- (NSColor*)menuBarBorderColor {
-    return [NSColor gridColor];
-}
-
-- (BOOL)drawsBorderForMenuItemCell:(NSMenuItemCell*)cell
-                             state:(GSThemeControlState)state
-                      isHorizontal:(BOOL)horizontal {
-    return NO;
 }
 
 @end
