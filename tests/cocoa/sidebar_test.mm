@@ -12,6 +12,14 @@ namespace morvella::cocoa_tests {
 
 namespace {
 
+id newLabel(id, SEL) {
+    return [[Recorder named:"label" standingFor:[NSTextField class]] retain];
+}
+
+id newPicture(id, SEL) {
+    return [[Recorder named:"picture" standingFor:[NSImageView class]] retain];
+}
+
 id font(id, SEL, CGFloat) {
     return [Recorder named:"font" standingFor:[NSFont class]];
 }
@@ -78,13 +86,11 @@ class SidebarTest : public ::testing::Test {
         return [Recorder named:name standingFor:[NSColor class]];
     }
 
-    Answering label_ {
-        [NSTextField class], @selector(alloc),
-            [Recorder named:"label" standingFor:[NSTextField class]]
+    Replaced label_ {
+        classOf([NSTextField class]), @selector(alloc), reinterpret_cast<IMP>(newLabel), "@@:"
     };
-    Answering picture_ {
-        [NSImageView class], @selector(alloc),
-            [Recorder named:"picture" standingFor:[NSImageView class]]
+    Replaced picture_ {
+        classOf([NSImageView class]), @selector(alloc), reinterpret_cast<IMP>(newPicture), "@@:"
     };
     Answering ofText_ { [NSColor class], @selector(labelColor), color("text colour") };
     Answering ofPaleText_ { [NSColor class], @selector(secondaryLabelColor), color("pale colour") };
@@ -191,6 +197,18 @@ TEST_F(SidebarTest, NumbersTheStepsAndTakesTheOldOnesAway) {
     const Lines lines = shown({step});
     EXPECT_EQ(has(lines, "label removeFromSuperview"), 4);
     EXPECT_EQ(has(lines, "label setStringValue: 2"), 0);
+}
+
+TEST_F(SidebarTest, LetsGoOfWhatItShows) {
+    NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
+    StepsSidebar* sidebar = [[StepsSidebar alloc] initWithFrame:NSZeroRect];
+    [sidebar setSteps:{{"Name", StepState::done, "Spoken"}, {"Name", StepState::done, "Spoken"}}];
+    [sidebar setSteps:{{"Name", StepState::current, "Spoken"}}];
+    [pool release];
+    EXPECT_EQ([Recorder livingNamed:"label"], 2);
+    EXPECT_EQ([Recorder livingNamed:"picture"], 0);
+    [sidebar release];
+    EXPECT_EQ([Recorder livingNamed:"label"], 0);
 }
 
 TEST_F(SidebarTest, IsDrawnWithTheCurrentStepsAreaMarked) {
