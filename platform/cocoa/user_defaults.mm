@@ -5,7 +5,8 @@
 namespace morvella {
 
 std::string CocoaDefaultsValue::text() const {
-    return textOf([object() isKindOfClass:[NSString class]] ? object() : [object() description]);
+    // A text describes itself as it stands.
+    return textOf([object() description]);
 }
 
 std::shared_ptr<DefaultsValue> CocoaUserDefaults::objectForKey(const std::string& key) const {
