@@ -51,7 +51,6 @@ std::optional<std::vector<std::string>> CocoaFiles::contentsOfDirectory(
         return std::nullopt;
     }
     std::vector<std::string> names;
-    names.reserve([listed count]);
     for (NSString* name in listed) {
         names.push_back(textOf(name));
     }

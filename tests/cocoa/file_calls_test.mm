@@ -44,10 +44,10 @@ class FileCallsTest : public ::testing::Test {
     }
 
     std::optional<Error> error;
+    Recorder* manager = [Recorder named:"files" standingFor:[NSFileManager class]];
 
   private:
-    Recorder* manager_ = [Recorder named:"files" standingFor:[NSFileManager class]];
-    Answering answering_ { [NSFileManager class], @selector(defaultManager), manager_ };
+    Answering answering_ { [NSFileManager class], @selector(defaultManager), manager };
 };
 
 TEST_F(FileCallsTest, FoldersAreCreatedWithThoseAboveAndWithoutAttributes) {
@@ -77,6 +77,23 @@ TEST_F(FileCallsTest, StandardFoldersAreAskedForAndNotMade) {
               (Lines{"files URLForDirectory:inDomain:appropriateForURL:create:error: 9 1 nil NO "
                      "pointer",
                      "files URLsForDirectory:inDomains: 1 2"}));
+}
+
+TEST_F(FileCallsTest, StandardFoldersAreWhereTheSystemSays) {
+    NSURL* documents = [NSURL fileURLWithPath:@"/a b/Documents" isDirectory:NO];
+    NSURL* shared = [NSURL fileURLWithPath:@"/Users" isDirectory:YES];
+    [manager answer:documents
+                 to:@selector(URLForDirectory:inDomain:appropriateForURL:create:error:)];
+    [manager answer:@[ shared, documents ] to:@selector(URLsForDirectory:inDomains:)];
+    const auto found =
+        CocoaStandardFolders().url(StandardDirectory::documents, Domain::user, &error);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->path(), "/a b/Documents");
+    EXPECT_TRUE(found->namesDirectory());
+    const auto all = CocoaStandardFolders().urls(StandardDirectory::users, Domain::local);
+    ASSERT_EQ(all.size(), 2U);
+    EXPECT_EQ(all[0].path(), "/Users");
+    EXPECT_EQ(all[1].path(), "/a b/Documents");
 }
 
 }  // namespace
