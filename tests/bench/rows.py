@@ -86,7 +86,7 @@ class Rows:
                 self._sizes.rounds,
             )
         figure = f"the installer's own peak memory, whole run, {amount(size[1])} payload"
-        return compared(figure, SMALLEST, pairs, 1.15, unit=amount)
+        return compared(figure, SMALLEST, pairs, unit=amount)
 
     def _configuration(self, size, inside_section=False):
         folder = self._work / f"preferences {size}"
