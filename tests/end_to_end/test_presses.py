@@ -1,5 +1,5 @@
 import expectations
-from descriptions import FINISH, LICENCE, SETTINGS, WELCOME
+from descriptions import FINISH, INSTALLATION, LICENCE, SETTINGS, WELCOME
 from gate import Gate
 from messages import PREVIOUS_INSTALLATION
 from scenario import Scenario
@@ -73,3 +73,22 @@ class TestPresses(Scenario):
             installer.picture()
             assert installer.state().page == FINISH
             self.leave(installer)
+
+    def test_press_on_a_sheet_counts_after_a_page_was_drawn_behind_it(self):
+        stage, gate = self.make_stage(), Gate(self.folder / "gate", self.bundle)
+        bundle = self.copy_bundle()
+        (bundle / "Resources/Tressimo.zip").write_text("no archive\n")
+        with self.launch(stage, bundle=bundle, environment=gate.environment) as installer:
+            self.go_to_settings(installer)
+            installer.wait_for_choice(SETTINGS)
+            installer.press("Next")
+
+            def sheet_while_it_installs():
+                gate.allow(gate.arrived)
+                return installer.state().sheet
+
+            sheet = installer.wait(sheet_while_it_installs, "a sheet")
+            installer.click(sheet.shown.control("Quit"))
+            assert installer.state().page == INSTALLATION
+            gate.open()
+            self.expect_end(installer)
