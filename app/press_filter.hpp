@@ -11,7 +11,7 @@ struct Press {
     /// Which one of quick clicks at one place it is, from 1; without meaning for a key.
     int clickCount = 1;
     /// The character of the key; nothing for the mouse.
-    std::optional<char32_t> key;
+    std::optional<char32_t> key = {};
     /// Whether the key was only held down since its last press.
     bool isRepeat = false;
     /// At most this many seconds lie between two presses that count as one for the user.
