@@ -243,7 +243,7 @@ TEST_F(SharedDataTest, WithoutUsersFolderTheDocumentsServe) {
 }
 
 TEST_F(SharedDataTest, AnErrorOfTheDocumentsFolderIsLogged) {
-    disk.outcomes["created /Users/Shared/Morvella/"] = {.error = Error{"read-only"}};
+    makeSharedProductUnwritable();
     folders.documents.error = Error{"no documents"};
     install();
     EXPECT_EQ(effects(),
