@@ -87,9 +87,13 @@ Lines takeSettingsBefore(const std::string& line, Lines& lines) {
 
 Replaced::Replaced(Class owner, SEL method, IMP implementation, const char* types)
     : owner_(owner), method_(method), before_(class_getMethodImplementation(owner, method)) {
-    // GNUstep's runtime would replace an inherited method for all classes.
-    if (!class_addMethod(owner_, method_, implementation, types)) {
-        class_replaceMethod(owner_, method_, implementation, types);
+    // GNUstep's runtime would replace an inherited method for all classes, and add one that the
+    // class has of its own without calling it.
+    const Method own = class_getInstanceMethod(owner_, method_);
+    if (own && own != class_getInstanceMethod(class_getSuperclass(owner_), method_)) {
+        method_setImplementation(own, implementation);
+    } else {
+        class_addMethod(owner_, method_, implementation, types);
     }
 }
 
