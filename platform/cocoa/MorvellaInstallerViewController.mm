@@ -42,7 +42,6 @@ class CocoaViewController : public ViewController {
 
 using morvella::FileUrl;
 using morvella::guarded;
-using morvella::objectOf;
 using morvella::sharedTextOf;
 using morvella::stringOf;
 

@@ -14,7 +14,7 @@ void dispatch_async(dispatch_queue_t /*queue*/, dispatch_block_t block) {
     // As long as there is none, GNUstep would run the block at once.
     [NSRunLoop mainRunLoop];
     NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-    [[KeptBlock copyOf:block]
+    [[KeptBlock keeping:block]
         performSelectorOnMainThread:@selector(call)
                          withObject:nil
                       waitUntilDone:NO

@@ -7,7 +7,7 @@
     void* _block;
 }
 
-+ (instancetype)copyOf:(const void*)block;
++ (instancetype)keeping:(const void*)block;
 
 - (void*)block;
 

@@ -4,7 +4,7 @@
 
 @implementation KeptBlock
 
-+ (instancetype)copyOf:(const void*)block {
++ (instancetype)keeping:(const void*)block {
     KeptBlock* kept = [[[KeptBlock alloc] init] autorelease];
     kept->_block = _Block_copy(block);
     return kept;

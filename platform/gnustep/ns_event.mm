@@ -47,7 +47,7 @@ NSMutableArray* monitors() {
 @implementation NSEvent (Complement)
 
 + (id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(LocalEventHandler)handler {
-    NSArray* monitor = @[ @(mask), [KeptBlock copyOf:handler] ];
+    NSArray* monitor = @[ @(mask), [KeptBlock keeping:handler] ];
     [monitors() addObject:monitor];
     return monitor;
 }

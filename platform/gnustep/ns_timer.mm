@@ -7,7 +7,7 @@
                           repeats:(BOOL)repeats
                             block:(GSTimerBlock)block {
     return [NSTimer timerWithTimeInterval:interval
-                                   target:[KeptBlock copyOf:block]
+                                   target:[KeptBlock keeping:block]
                                  selector:@selector(callWith:)
                                  userInfo:nil
                                   repeats:repeats];
