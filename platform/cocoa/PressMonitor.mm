@@ -33,8 +33,9 @@ bool hitsButton(NSEvent* event) {
 
 /// Return, Enter, Space and Escape press buttons.
 bool isKeyOfButtons(NSEvent* event) {
-    return !([event modifierFlags] & NSEventModifierFlagCommand) &&
-           [@[ @"\r", @"\x03", @" ", @"\x1b" ] containsObject:[event charactersIgnoringModifiers]];
+    NSString* key = [event charactersIgnoringModifiers];
+    return key && !([event modifierFlags] & NSEventModifierFlagCommand) &&
+           [@[ @"\r", @"\x03", @" ", @"\x1b" ] containsObject:key];
 }
 
 bool isHeldBack(NSEvent* event) {

@@ -212,11 +212,10 @@ TEST_F(DoorLifeCycleTest, BothControllersAreMadeInEitherWay) {
     takeNews();
     for (Class one :
          {[MorvellaInstallerViewController class], [MorvellaInstallerLicenseVC class]}) {
-        for (id made : {[[one alloc] initWithCoder:nil], [[one alloc] initWithNibName:nil
-                                                                               bundle:nil]}) {
-            EXPECT_EQ([made licenseView], nil);
-            [made release];
-        }
+        NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
+        EXPECT_EQ([[[[one alloc] initWithCoder:nil] autorelease] licenseView], nil);
+        EXPECT_EQ([[[[one alloc] initWithNibName:nil bundle:nil] autorelease] licenseView], nil);
+        [pool release];
     }
     EXPECT_EQ(times("super initWithCoder:"), 2);
     EXPECT_EQ(times("super initWithNibName:bundle:"), 2);

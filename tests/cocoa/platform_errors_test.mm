@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <objc/runtime.h>
 
+#include "cocoa/recorder.h"
 #include "cocoa/temporary_folder.hpp"
 #include "platform/cocoa/conversions.h"
 #include "platform/cocoa/files.h"
@@ -37,21 +38,12 @@ NSURL* answerFolder(NSFileManager*, SEL, NSUInteger, NSUInteger, NSURL*, BOOL, N
     return answer(error) ? [NSURL fileURLWithPath:@"/folder" isDirectory:YES] : nil;
 }
 
-/// Another implementation of a method, as long as it lives.
-class ExchangedMethod {
-  public:
-    template <class Function>
-    ExchangedMethod(Class owner, SEL selector, Function* function)
-        : method_(class_getInstanceMethod(owner, selector)),
-          before_(method_setImplementation(method_, reinterpret_cast<IMP>(function))) {}
-    ~ExchangedMethod() { method_setImplementation(method_, before_); }
-    ExchangedMethod(const ExchangedMethod&) = delete;
-    ExchangedMethod& operator=(const ExchangedMethod&) = delete;
-
-  private:
-    Method method_;
-    IMP before_;
-};
+/// Another implementation of a method that there is, as long as it lives.
+template <class Function>
+Replaced exchanged(Class owner, SEL selector, Function* function) {
+    const char* types = method_getTypeEncoding(class_getInstanceMethod(owner, selector));
+    return {owner, selector, reinterpret_cast<IMP>(function), types};
+}
 
 /// An error whose description is more than its sentence for the user.
 NSError* makeError() {
@@ -86,27 +78,21 @@ class PlatformErrorsTest : public ::testing::Test {
     };
 
   private:
-    const ExchangedMethod reachable_ {
-        [NSURL class], @selector(checkResourceIsReachableAndReturnError:), &answerReachable
-    };
-    const ExchangedMethod create_ {
-        [NSFileManager class],
-            @selector(createDirectoryAtURL:withIntermediateDirectories:attributes:error:),
-            &answerCreate
-    };
-    const ExchangedMethod copy_ {
-        [NSFileManager class], @selector(copyItemAtURL:toURL:error:), &answerTwoUrls
-    };
-    const ExchangedMethod move_ {
-        [NSFileManager class], @selector(moveItemAtURL:toURL:error:), &answerTwoUrls
-    };
-    const ExchangedMethod trash_ {
-        [NSFileManager class], @selector(trashItemAtURL:resultingItemURL:error:), &answerTrash
-    };
-    const ExchangedMethod folder_ {
+    const Replaced reachable_ = exchanged(
+        [NSURL class], @selector(checkResourceIsReachableAndReturnError:), &answerReachable);
+    const Replaced create_ = exchanged([NSFileManager class],
+                                       @selector(createDirectoryAtURL:
+                                           withIntermediateDirectories:attributes:error:),
+                                       &answerCreate);
+    const Replaced copy_ =
+        exchanged([NSFileManager class], @selector(copyItemAtURL:toURL:error:), &answerTwoUrls);
+    const Replaced move_ =
+        exchanged([NSFileManager class], @selector(moveItemAtURL:toURL:error:), &answerTwoUrls);
+    const Replaced trash_ = exchanged(
+        [NSFileManager class], @selector(trashItemAtURL:resultingItemURL:error:), &answerTrash);
+    const Replaced folder_ = exchanged(
         [NSFileManager class], @selector(URLForDirectory:inDomain:appropriateForURL:create:error:),
-            &answerFolder
-    };
+        &answerFolder);
 };
 
 TEST_F(PlatformErrorsTest, AreWrittenWheneverThePlatformHandsOneOut) {
@@ -150,7 +136,9 @@ TEST_F(PlatformErrorsTest, AreNotAskedForIfNobodyAsks) {
 
 TEST_F(PlatformErrorsTest, AreDescribedByMoreThanTheirSentence) {
     answer = [](NSError** error) {
-        *error = makeError();
+        if (error) {
+            *error = makeError();
+        }
         return NO;
     };
     std::optional<Error> error;
@@ -168,15 +156,17 @@ class UnfinishedCopyTest : public ::testing::Test {
     static BOOL copyAndFail(NSFileManager*, SEL, NSURL*, NSURL* target, NSError** error) {
         const bool isThere = [target checkResourceIsReachableAndReturnError:NULL];
         if (!isThere) {
-            [[NSData dataWithBytes:"part" length:4] writeToFile:[target path] atomically:NO];
+            [[NSData dataWithBytes:"part" length:4] writeToURL:target atomically:NO];
         }
-        *error = makeError();
+        if (error) {
+            *error = makeError();
+        }
         return NO;
     }
 
     bool copy() {
-        const ExchangedMethod exchanged([NSFileManager class],
-                                        @selector(copyItemAtURL:toURL:error:), &copyAndFail);
+        const Replaced copying =
+            exchanged([NSFileManager class], @selector(copyItemAtURL:toURL:error:), &copyAndFail);
         return CocoaFileChanges().copyItem(FileUrl::file(folder.at("from")),
                                            FileUrl::file(folder.at("to")), &error);
     }

@@ -98,7 +98,9 @@ Replaced::Replaced(Class owner, SEL method, IMP implementation, const char* type
 }
 
 Replaced::~Replaced() {
-    method_setImplementation(class_getInstanceMethod(owner_, method_), before_);
+    if (const Method replaced = class_getInstanceMethod(owner_, method_)) {
+        method_setImplementation(replaced, before_);
+    }
 }
 
 Answering::Answering(Class receiver, SEL method, id answer)

@@ -51,7 +51,7 @@ TEST(ConversionsTest, HandOutNoPathThatThePlatformWouldTakeForAnother) {
     for (const std::string& path : {std::string("/tmp\0x", 6), std::string("/\0", 2),
                                     std::string("\0", 1), std::string(), std::string("/\xFF")}) {
         EXPECT_FALSE([manager fileExistsAtPath:pathOf(path)]);
-        EXPECT_FALSE([manager fileExistsAtPath:[urlOf(FileUrl::directory(path)) path]]);
+        EXPECT_FALSE([urlOf(FileUrl::directory(path)) checkResourceIsReachableAndReturnError:NULL]);
     }
 }
 
