@@ -41,7 +41,8 @@ NSURL* answerFolder(NSFileManager*, SEL, NSUInteger, NSUInteger, NSURL*, BOOL, N
 /// Another implementation of a method that there is, as long as it lives.
 template <class Function>
 Replaced exchanged(Class owner, SEL selector, Function* function) {
-    const char* types = method_getTypeEncoding(class_getInstanceMethod(owner, selector));
+    const Method before = class_getInstanceMethod(owner, selector);
+    const char* types = before ? method_getTypeEncoding(before) : nullptr;
     return {owner, selector, reinterpret_cast<IMP>(function), types};
 }
 
