@@ -1,6 +1,15 @@
-#import "ns_alert.h"
-
 #import "sheet_cover.h"
+
+/// What every alert is an instance of here.
+@interface CompletedAlert : NSAlert {
+    BOOL _showsSuppressionButton;
+    NSButton* _suppressionButton;
+    NSView* _accessoryView;
+}
+@property(nonatomic) BOOL showsSuppressionButton;
+@property(nonatomic, readonly) NSButton* suppressionButton;
+@property(nonatomic, retain) NSView* accessoryView;
+@end
 
 @implementation NSAlert (CompletedAllocation)
 
@@ -14,44 +23,27 @@
 
 @implementation CompletedAlert
 
+@synthesize showsSuppressionButton = _showsSuppressionButton;
+@synthesize suppressionButton = _suppressionButton;
+@synthesize accessoryView = _accessoryView;
+
+- (instancetype)init {
+    self = [super init];
+    if (self) {
+        _suppressionButton = [[NSButton alloc] init];
+        [_suppressionButton setButtonType:NSSwitchButton];
+    }
+    return self;
+}
+
 - (void)dealloc {
     [_suppressionButton release];
     [_accessoryView release];
     [super dealloc];
 }
 
-- (BOOL)showsSuppressionButton {
-    return _showsSuppressionButton;
-}
-
-- (void)setShowsSuppressionButton:(BOOL)shows {
-    _showsSuppressionButton = shows;
-}
-
-- (NSButton*)suppressionButton {
-    if (!_suppressionButton) {
-        _suppressionButton = [[NSButton alloc] initWithFrame:NSZeroRect];
-        [_suppressionButton setButtonType:NSSwitchButton];
-        [_suppressionButton setTitle:@"Do not show this message again"];
-    }
-    return _suppressionButton;
-}
-
-- (NSView*)accessoryView {
-    return _accessoryView;
-}
-
-- (void)setAccessoryView:(NSView*)view {
-    [view retain];
-    [_accessoryView release];
-    _accessoryView = view;
-}
-
 - (void)beginSheetModalForWindow:(NSWindow*)window
                completionHandler:(AlertCompletionHandler)handler {
-    if ([[self buttons] count] == 0) {
-        [self addButtonWithTitle:@"OK"];
-    }
     [SheetCover beginSheet:self onWindow:window completionHandler:handler];
 }
 

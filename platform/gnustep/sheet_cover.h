@@ -2,18 +2,15 @@
 
 #import <AppKit/AppKit.h>
 
-@class AlertBox;
-@class CompletedAlert;
-
 /// A sheet: lies over the page of a window, dims it, takes the mouse and the keys away from it and
 /// shows one alert, until the handler of its answer has returned.
 ///
 /// One sheet is shown at a time, the others wait. A critical one waits for critical ones only: it
 /// comes on top of any other that is shown.
 @interface SheetCover : NSView {
-    CompletedAlert* _alert;
+    NSAlert* _alert;
     AlertCompletionHandler _handler;
-    AlertBox* _box;
+    NSRect _box;
     NSResponder* _focusBefore;
     BOOL _answered;
     BOOL _movesFocus;
@@ -22,11 +19,8 @@
 /// The uppermost sheet that `window` shows, or nil.
 + (SheetCover*)coverOfWindow:(NSWindow*)window;
 
-+ (void)beginSheet:(CompletedAlert*)alert
++ (void)beginSheet:(NSAlert*)alert
              onWindow:(NSWindow*)window
     completionHandler:(AlertCompletionHandler)handler;
-
-/// Whether what has the keys in this sheet must not lose them to what lies behind it.
-- (BOOL)keepsFocus;
 
 @end

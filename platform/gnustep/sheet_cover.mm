@@ -2,15 +2,24 @@
 
 #include <Block.h>
 
-#import "alert_box.h"
-#import "ns_alert.h"
+#include <algorithm>
 
 @interface SheetCover (Showing)
 - (BOOL)isCritical;
+- (BOOL)keepsFocus;
 - (void)show;
 @end
 
 namespace {
+
+constexpr CGFloat boxWidth = 460;
+constexpr CGFloat boxTop = 110;
+constexpr CGFloat margin = 20;
+constexpr CGFloat gap = 12;
+constexpr CGFloat iconSize = 56;
+constexpr CGFloat textLeft = margin + iconSize + 16;
+constexpr CGFloat buttonHeight = 28;
+constexpr CGFloat buttonWidth = 88;
 
 void showNextSheet(NSWindow* window) {
     SheetCover* next = nil;
@@ -32,12 +41,38 @@ void drawNow(NSWindow* window) {
     [window flushWindow];
 }
 
-/// nil for what is part of the page.
-SheetCover* coverAround(NSView* view) {
-    while (view && ![view isKindOfClass:[SheetCover class]]) {
-        view = [view superview];
+NSTextField* label(NSString* text, NSFont* font) {
+    NSTextField* field = [[[NSTextField alloc] init] autorelease];
+    [field setStringValue:text];
+    [field setFont:font];
+    [field setEditable:NO];
+    [field setSelectable:NO];
+    [field setBezeled:NO];
+    [field setDrawsBackground:NO];
+    return field;
+}
+
+/// Everything of an alert but its icon and its buttons, from the top to the bottom.
+NSArray* contentsOf(NSAlert* alert) {
+    NSMutableArray* views = [NSMutableArray array];
+    [views addObject:label([alert messageText], [NSFont boldSystemFontOfSize:13])];
+    if ([[alert informativeText] length] > 0) {
+        [views addObject:label([alert informativeText], [NSFont systemFontOfSize:12])];
     }
-    return static_cast<SheetCover*>(view);
+    if ([alert showsSuppressionButton]) {
+        [[alert suppressionButton] setFont:[NSFont systemFontOfSize:12]];
+        [views addObject:[alert suppressionButton]];
+    }
+    for (NSControl* control in views) {
+        constexpr CGFloat width = boxWidth - margin - textLeft;
+        [[control cell] setWraps:YES];
+        const NSSize size = [[control cell] cellSizeForBounds:NSMakeRect(0, 0, width, 10000)];
+        [control setFrameSize:NSMakeSize(width, ceil(size.height))];
+    }
+    if ([alert accessoryView]) {
+        [views addObject:[alert accessoryView]];
+    }
+    return views;
 }
 
 }  // namespace
@@ -46,7 +81,9 @@ SheetCover* coverAround(NSView* view) {
 @implementation NSButton (Complement)
 
 - (BOOL)resignFirstResponder {
-    if ([coverAround(self) keepsFocus]) {
+    // Of a sheet, the controls are its own subviews.
+    NSView* cover = [self superview];
+    if ([cover isKindOfClass:[SheetCover class]] && [static_cast<SheetCover*>(cover) keepsFocus]) {
         return NO;
     }
     [[self cell] setShowsFirstResponder:NO];
@@ -68,39 +105,103 @@ SheetCover* coverAround(NSView* view) {
     return nil;
 }
 
-+ (void)beginSheet:(CompletedAlert*)alert
++ (void)beginSheet:(NSAlert*)alert
              onWindow:(NSWindow*)window
     completionHandler:(AlertCompletionHandler)handler {
     NSView* page = [window contentView];
-    SheetCover* cover = [[SheetCover alloc] initWithFrame:[page frame] alert:alert handler:handler];
+    SheetCover* cover = [[[SheetCover alloc] initWithFrame:[page frame]] autorelease];
+    cover->_alert = [alert retain];
+    cover->_handler = Block_copy(handler);
+    [cover setHidden:YES];
     [[page superview] addSubview:cover];
-    [cover release];
     showNextSheet(window);
-}
-
-- (instancetype)initWithFrame:(NSRect)frame
-                        alert:(CompletedAlert*)alert
-                      handler:(AlertCompletionHandler)handler {
-    self = [super initWithFrame:frame];
-    if (self) {
-        _alert = [alert retain];
-        _handler = Block_copy(handler);
-        [self setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
-        [self setHidden:YES];
-    }
-    return self;
 }
 
 - (void)dealloc {
     [_focusBefore release];
-    [_box release];
     Block_release(_handler);
     [_alert release];
     [super dealloc];
 }
 
+- (BOOL)isFlipped {
+    return YES;
+}
+
 - (BOOL)isCritical {
     return [_alert alertStyle] == NSCriticalAlertStyle;
+}
+
+#pragma mark Contents
+
+- (void)add:(NSView*)view at:(NSPoint)place {
+    [view setFrameOrigin:NSMakePoint(NSMinX(_box) + place.x, NSMinY(_box) + place.y)];
+    [self addSubview:view];
+}
+
+- (void)addIcon {
+    const NSRect frame = NSMakeRect(0, 0, iconSize, iconSize);
+    NSImageView* icon = [[[NSImageView alloc] initWithFrame:frame] autorelease];
+    [icon setImage:[self isCritical] ? [NSImage imageNamed:@"AlertCaution"]
+                                     : [NSApp applicationIconImage]];
+    [icon setImageScaling:NSImageScaleProportionallyUpOrDown];
+    [self add:icon at:NSMakePoint(margin, margin)];
+}
+
+/// From the right to the left, with the one for help, which does nothing here, in the left corner.
+- (void)addButtonsAt:(CGFloat)top {
+    CGFloat right = boxWidth - margin;
+    for (NSButton* button in [_alert buttons]) {
+        const CGFloat width = std::max(buttonWidth, [[button cell] cellSize].width + 24);
+        [button setBezelStyle:NSRoundedBezelStyle];
+        [button setTarget:self];
+        [button setAction:@selector(answered:)];
+        [button setFrameSize:NSMakeSize(width, buttonHeight)];
+        [self add:button at:NSMakePoint(right - width, top)];
+        right -= width + gap;
+    }
+    if ([_alert showsHelp]) {
+        const NSRect frame = NSMakeRect(0, 0, buttonHeight, buttonHeight);
+        NSButton* help = [[[NSButton alloc] initWithFrame:frame] autorelease];
+        [help setBezelStyle:NSRoundedBezelStyle];
+        [help setTitle:@"?"];
+        [self add:help at:NSMakePoint(margin, top)];
+    }
+}
+
+- (void)addContents {
+    _box = NSMakeRect(floor((NSWidth([self bounds]) - boxWidth) / 2), boxTop, boxWidth, 0);
+    [self addIcon];
+    CGFloat top = margin;
+    for (NSView* view in contentsOf(_alert)) {
+        [self add:view at:NSMakePoint(textLeft, top)];
+        top = NSMaxY([view frame]) - NSMinY(_box) + gap;
+    }
+    top = std::max(top - gap, margin + iconSize) + margin;
+    [self addButtonsAt:top];
+    _box.size.height = top + buttonHeight + margin;
+    [self closeKeyViewLoop];
+}
+
+/// Tab goes through the controls in the order in which they were added.
+- (void)closeKeyViewLoop {
+    NSView* first = nil;
+    NSView* last = nil;
+    for (NSView* view in [self subviews]) {
+        if ([view acceptsFirstResponder]) {
+            first = first ? first : view;
+            [last setNextKeyView:view];
+            last = view;
+        }
+    }
+    [last setNextKeyView:first];
+}
+
+- (void)drawRect:(NSRect)rect {
+    [[NSColor colorWithCalibratedWhite:0 alpha:0.28] set];
+    NSRectFillUsingOperation(rect, NSCompositeSourceOver);
+    [[NSColor windowBackgroundColor] set];
+    [[NSBezierPath bezierPathWithRoundedRect:_box xRadius:10 yRadius:10] fill];
 }
 
 #pragma mark Beginning and end
@@ -110,14 +211,8 @@ SheetCover* coverAround(NSView* view) {
     [[NSNotificationCenter defaultCenter] postNotificationName:NSWindowWillBeginSheetNotification
                                                         object:window];
     _focusBefore = [[window firstResponder] retain];
-    _box = [[AlertBox alloc] initWithAlert:_alert target:self action:@selector(answered:)];
-    const NSSize room = [self bounds].size;
-    const NSSize size = [_box frame].size;
-    [_box setFrameOrigin:NSMakePoint(floor((room.width - size.width) / 2),
-                                     floor((room.height - size.height) / 2))];
-    [_box setAutoresizingMask:NSViewMinXMargin | NSViewMaxXMargin | NSViewMinYMargin |
-                              NSViewMaxYMargin];
-    [self addSubview:_box];
+    [self addContents];
+    // On top of one that is shown.
     [[self superview] addSubview:self];
     [self setHidden:NO];
     [window makeFirstResponder:[[_alert buttons] objectAtIndex:0]];
@@ -141,9 +236,7 @@ SheetCover* coverAround(NSView* view) {
     NSWindow* window = [self window];
     [button highlight:NO];
     drawNow(window);
-    if (_handler) {
-        _handler([button tag]);
-    }
+    _handler([button tag]);
     [self removeFromSuperview];
     [self returnFocusIn:window];
     [[NSNotificationCenter defaultCenter] postNotificationName:NSWindowDidEndSheetNotification
@@ -154,6 +247,7 @@ SheetCover* coverAround(NSView* view) {
 
 #pragma mark Events
 
+/// Whether what has the keys in this sheet must not lose them to what lies behind it.
 - (BOOL)keepsFocus {
     return [SheetCover coverOfWindow:[self window]] == self && !_movesFocus && !_answered;
 }
@@ -174,21 +268,26 @@ SheetCover* coverAround(NSView* view) {
 /// What the focused control has no use for arrives here.
 - (void)keyDown:(NSEvent*)event {
     NSString* key = [event charactersIgnoringModifiers];
-    const BOOL back = [key isEqualToString:@"\x19"] || ([event modifierFlags] & NSShiftKeyMask);
-    if (![key isEqualToString:@"\t"] && ![key isEqualToString:@"\x19"]) {
-        [_box takeKey:event];
+    const BOOL isBackTab = [key isEqualToString:@"\x19"];
+    if (isBackTab || [key isEqualToString:@"\t"]) {
+        _movesFocus = YES;
+        isBackTab || ([event modifierFlags] & NSShiftKeyMask)
+            ? [[self window] selectPreviousKeyView:self]
+            : [[self window] selectNextKeyView:self];
+        _movesFocus = NO;
         return;
     }
-    _movesFocus = YES;
-    back ? [[self window] selectPreviousKeyView:self] : [[self window] selectNextKeyView:self];
-    _movesFocus = NO;
+    [self pressButtonOf:[key isEqualToString:@"\x03"] ? @"\r" : key];
 }
 
-#pragma mark Drawing
-
-- (void)drawRect:(NSRect)rect {
-    [[NSColor colorWithCalibratedWhite:0 alpha:0.28] set];
-    NSRectFillUsingOperation(rect, NSCompositeSourceOver);
+- (void)pressButtonOf:(NSString*)key {
+    for (NSButton* button in [_alert buttons]) {
+        if ([key length] > 0 && [[button keyEquivalent] isEqualToString:key] &&
+            !([button keyEquivalentModifierMask] & NSCommandKeyMask)) {
+            [button performClick:self];
+            return;
+        }
+    }
 }
 
 @end

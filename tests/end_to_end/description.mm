@@ -135,9 +135,9 @@ NSArray* describeAll(NSArray* buttons) {
     return all;
 }
 
-/// The alert as it was asked for, and what of it is in the box on the screen.
-NSDictionary* describeSheet(NSView* box) {
-    NSAlert* alert = variableOf<NSAlert*>(box, "_alert");
+/// The alert as it was asked for, and what of it is on the screen.
+NSDictionary* describeSheet(NSView* cover) {
+    NSAlert* alert = variableOf<NSAlert*>(cover, "_alert");
     NSButton* tickBox = [alert showsSuppressionButton] ? [alert suppressionButton] : nil;
     NSView* accessory = [alert accessoryView];
     return @{
@@ -148,7 +148,7 @@ NSDictionary* describeSheet(NSView* box) {
         @"help" : @([alert showsHelp] != NO),
         @"box" : tickBox ? describeButton(tickBox) : [NSNull null],
         @"accessory" : accessory ? Contents(accessory).describe() : [NSNull null],
-        @"shown" : Contents(box).describe()
+        @"shown" : Contents(cover).describe()
     };
 }
 
@@ -156,13 +156,8 @@ NSDictionary* describeSheet(NSView* box) {
 NSArray* describeSheets(NSWindow* window) {
     NSMutableArray* sheets = [NSMutableArray array];
     for (NSView* cover in [[[window contentView] superview] subviews]) {
-        if (!isNamed(cover, @"SheetCover") || [cover isHidden]) {
-            continue;
-        }
-        for (NSView* box in [cover subviews]) {
-            if (isNamed(box, @"AlertBox")) {
-                [sheets addObject:describeSheet(box)];
-            }
+        if (isNamed(cover, @"SheetCover") && ![cover isHidden]) {
+            [sheets addObject:describeSheet(cover)];
         }
     }
     return sheets;
