@@ -1,11 +1,9 @@
 #include <fcntl.h>
-#include <sys/stat.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <string>
 
 #include "posix_error.h"
 
@@ -13,12 +11,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const char* pathOf(NSURL* url) {
+fs::path pathOf(NSURL* url) {
     return [[url path] UTF8String];
 }
 
-NSString* notDone(NSURL* url, NSString* done) {
-    return [NSString stringWithFormat:@"“%@” could not be %@", [url path], done];
+BOOL done(const std::error_code& code, NSString* path, NSString* done, NSError** error) {
+    return !code || failed(error, code.value(),
+                           [NSString stringWithFormat:@"“%@” could not be %@", path, done]);
 }
 
 /// Unlike GNUstep's, neither this nor moving writes through a symbolic link that leads nowhere.
@@ -50,15 +49,6 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
     return code;
 }
 
-NSArray* folderIn(const char* variable, NSString* name) {
-    const char* parent = std::getenv(variable);
-    if (!parent || !*parent) {
-        return @[];
-    }
-    NSString* path = [[NSString stringWithUTF8String:parent] stringByAppendingPathComponent:name];
-    return @[ [NSURL fileURLWithPath:path isDirectory:YES] ];
-}
-
 }  // namespace
 
 /// Copying, moving and creating replace GNUstep's own, which succeed on a file in a folder's place,
@@ -66,45 +56,33 @@ NSArray* folderIn(const char* variable, NSString* name) {
 @implementation NSFileManager (Complement)
 
 - (BOOL)copyItemAtURL:(NSURL*)source toURL:(NSURL*)target error:(NSError**)error {
-    const std::error_code code = copyItem(pathOf(source), pathOf(target));
-    return code ? failed(error, code.value(), notDone(source, @"copied")) : YES;
+    return done(copyItem(pathOf(source), pathOf(target)), [source path], @"copied", error);
 }
 
 - (BOOL)moveItemAtURL:(NSURL*)source toURL:(NSURL*)target error:(NSError**)error {
-    const std::error_code code = moveItem(pathOf(source), pathOf(target));
-    return code ? failed(error, code.value(), notDone(source, @"moved")) : YES;
+    return done(moveItem(pathOf(source), pathOf(target)), [source path], @"moved", error);
 }
 
+/// Always with those above it, and without attributes.
 - (BOOL)createDirectoryAtURL:(NSURL*)url
     withIntermediateDirectories:(BOOL)intermediates
                      attributes:(NSDictionary*)attributes
                           error:(NSError**)error {
     std::error_code code;
-    if (intermediates) {
-        fs::create_directories(pathOf(url), code);
-    } else if (mkdir(pathOf(url), 0777) != 0) {
-        code = {errno, std::system_category()};
-    }
-    if (code) {
-        return failed(error, code.value(), notDone(url, @"created"));
-    }
-    return !attributes || [self changeFileAttributes:attributes atPath:[url path]];
+    fs::create_directories(pathOf(url), code);
+    return done(code, [url path], @"created", error);
 }
 
 /// In the order of the system; a name that is not UTF-8 is left out.
 - (NSArray*)contentsOfDirectoryAtPath:(NSString*)path error:(NSError**)error {
     std::error_code code;
     fs::directory_iterator entries([path UTF8String], code);
-    if (code) {
-        failed(error, code.value(), [NSString stringWithFormat:@"“%@” could not be listed", path]);
+    if (!done(code, path, @"listed", error)) {
         return nil;
     }
     NSMutableArray* names = [NSMutableArray array];
     for (; !code && entries != fs::directory_iterator(); entries.increment(code)) {
-        const std::string entry = entries->path().filename();
-        NSString* name = [[[NSString alloc] initWithBytes:entry.data()
-                                                   length:entry.size()
-                                                 encoding:NSUTF8StringEncoding] autorelease];
+        NSString* name = [NSString stringWithUTF8String:entries->path().filename().c_str()];
         if (name) {
             [names addObject:name];
         }
@@ -117,16 +95,16 @@ NSArray* folderIn(const char* variable, NSString* name) {
 /// The stage stands for the root of a Mac's disk; without one there are no folders of its.
 - (NSArray*)URLsForDirectory:(NSSearchPathDirectory)directory
                    inDomains:(NSSearchPathDomainMask)domains {
-    if (directory == NSApplicationDirectory && domains == NSLocalDomainMask) {
-        return folderIn("MORVELLA_STAGE", @"Applications");
+    const bool isUsers = domains == NSUserDomainMask;
+    const char* parent = std::getenv(isUsers ? "HOME" : "MORVELLA_STAGE");
+    if (!parent || !*parent) {
+        return @[];
     }
-    if (directory == NSUserDirectory && domains == NSLocalDomainMask) {
-        return folderIn("MORVELLA_STAGE", @"Users");
-    }
-    if (directory == NSDocumentDirectory && domains == NSUserDomainMask) {
-        return folderIn("HOME", @"Documents");
-    }
-    return @[];
+    NSString* name = directory == NSApplicationDirectory ? @"Applications"
+                     : directory == NSUserDirectory      ? @"Users"
+                                                         : @"Documents";
+    NSString* path = [[NSString stringWithUTF8String:parent] stringByAppendingPathComponent:name];
+    return @[ [NSURL fileURLWithPath:path isDirectory:YES] ];
 }
 
 /// Creates none.

@@ -19,25 +19,15 @@ constexpr int animationInterval = 80;  // milliseconds
 
 /// Where the stand-in for a tool of macOS lies; any other tool's own path.
 NSString* standInFor(NSString* tool) {
-    if (![tool isEqualToString:@"/usr/bin/ditto"]) {
-        return tool;
-    }
-    return [[[NSBundle mainBundle] bundlePath] stringByAppendingPathComponent:@"Helpers/ditto"];
+    return
+        [tool isEqualToString:@"/usr/bin/ditto"]
+            ? [[[NSBundle mainBundle] bundlePath] stringByAppendingPathComponent:@"Helpers/ditto"]
+            : tool;
 }
 
-/// What was set as an output may be a pipe.
-NSFileHandle* writingEnd(id output) {
-    return [output isKindOfClass:[NSPipe class]] ? [output fileHandleForWriting] : output;
-}
-
-int descriptor(id output) {
-    return output ? [writingEnd(output) fileDescriptor] : -1;
-}
-
-void closePipe(id output) {
-    if ([output isKindOfClass:[NSPipe class]]) {
-        [[output fileHandleForWriting] closeFile];
-    }
+/// What was set as an output is a pipe; -1 if nothing was.
+int descriptor(NSPipe* output) {
+    return output ? [[output fileHandleForWriting] fileDescriptor] : -1;
 }
 
 /// Runs in the child.
@@ -77,9 +67,9 @@ void restoreSignals(gpointer /*data*/) {
     }
     _hasLaunched = YES;
     // Only the child's own copies keep a reader from seeing the end. One pipe may serve both.
-    closePipe(_standardOutput);
+    [[_standardOutput fileHandleForWriting] closeFile];
     if (_standardError != _standardOutput) {
-        closePipe(_standardError);
+        [[_standardError fileHandleForWriting] closeFile];
     }
 }
 

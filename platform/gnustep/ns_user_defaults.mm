@@ -4,41 +4,21 @@
 /// `Library/Preferences`; the launch arguments' cannot be changed. No subclass of NSUserDefaults,
 /// although it stands for one: that would read all of GNUstep's domains each time.
 @interface DomainDefaults : NSObject {
-    NSString* _domain;
+  @public
+    NSString* _file;  // nil for the launch arguments'.
 }
 @end
 
 @implementation DomainDefaults
 
-- (instancetype)initWithDomain:(NSString*)domain {
-    self = [super init];
-    if (self) {
-        _domain = [domain copy];
-    }
-    return self;
-}
-
 - (void)dealloc {
-    [_domain release];
+    [_file release];
     [super dealloc];
 }
 
-- (BOOL)isOfArguments {
-    return [_domain isEqualToString:NSArgumentDomain];
-}
-
-- (NSString*)folder {
-    return [NSHomeDirectory() stringByAppendingPathComponent:@"Library/Preferences"];
-}
-
-- (NSString*)file {
-    return [NSString stringWithFormat:@"%@/%@.plist", [self folder], _domain];
-}
-
 - (NSDictionary*)values {
-    return [self isOfArguments]
-               ? [[NSUserDefaults standardUserDefaults] volatileDomainForName:NSArgumentDomain]
-               : propertyListDictionary([self file]);
+    return _file ? propertyListDictionary(_file)
+                 : [[NSUserDefaults standardUserDefaults] volatileDomainForName:NSArgumentDomain];
 }
 
 - (id)objectForKey:(NSString*)key {
@@ -50,20 +30,13 @@
 }
 
 - (void)setValue:(id)value forKey:(NSString*)key {
-    if ([self isOfArguments]) {
-        return;
-    }
     NSMutableDictionary* values = [NSMutableDictionary dictionaryWithDictionary:[self values]];
     [values setValue:value forKey:key];
-    [[NSFileManager defaultManager] createDirectoryAtPath:[self folder]
+    [[NSFileManager defaultManager] createDirectoryAtPath:[_file stringByDeletingLastPathComponent]
                               withIntermediateDirectories:YES
                                                attributes:nil
                                                     error:NULL];
-    [[NSPropertyListSerialization dataWithPropertyList:values
-                                                format:NSPropertyListBinaryFormat_v1_0
-                                               options:0
-                                                 error:NULL] writeToFile:[self file]
-                                                              atomically:YES];
+    [values writeToFile:_file atomically:YES];
 }
 
 @end
@@ -72,7 +45,12 @@
 
 - (instancetype)initWithSuiteName:(NSString*)name {
     [self release];
-    return (id)[[DomainDefaults alloc] initWithDomain:name];
+    DomainDefaults* defaults = [[DomainDefaults alloc] init];
+    if (![name isEqualToString:NSArgumentDomain]) {
+        NSString* file = [NSString stringWithFormat:@"Library/Preferences/%@.plist", name];
+        defaults->_file = [[NSHomeDirectory() stringByAppendingPathComponent:file] retain];
+    }
+    return (id)defaults;
 }
 
 @end

@@ -10,17 +10,9 @@ namespace {
 
 /// The executable of the application at `path`, which is a bundle's or the executable's own.
 NSString* executableOf(NSString* path) {
-    BOOL isDirectory = NO;
-    [[NSFileManager defaultManager] fileExistsAtPath:path isDirectory:&isDirectory];
-    if (!isDirectory) {
-        return path;
-    }
     NSBundle* bundle = [NSBundle bundleWithURL:[NSURL fileURLWithPath:path isDirectory:YES]];
-    NSString* name = [[bundle infoDictionary] objectForKey:@"CFBundleExecutable"];
-    return [name isKindOfClass:[NSString class]]
-               ? [[path stringByAppendingPathComponent:@"Contents/MacOS"]
-                     stringByAppendingPathComponent:name]
-               : nil;
+    id name = [[bundle infoDictionary] objectForKey:@"CFBundleExecutable"];
+    return bundle ? [NSString stringWithFormat:@"%@/Contents/MacOS/%@", path, name] : path;
 }
 
 /// Runs in the child, which has a session of its own, so that it does not end with the installer.
@@ -41,11 +33,10 @@ void leaveInstaller(gpointer /*data*/) {
 /// The application gets the document's path as its only argument. Its output goes nowhere: the log
 /// is the installer's own, and whoever reads it waits for its end.
 - (BOOL)openFile:(NSString*)document withApplication:(NSString*)application {
-    NSString* executable = executableOf(application);
-    if (!executable || ![[NSFileManager defaultManager] fileExistsAtPath:document]) {
+    if (![[NSFileManager defaultManager] fileExistsAtPath:document]) {
         return NO;
     }
-    std::array<char*, 3> arguments = {const_cast<char*>([executable UTF8String]),
+    std::array<char*, 3> arguments = {const_cast<char*>([executableOf(application) UTF8String]),
                                       const_cast<char*>([document UTF8String]), nullptr};
     constexpr auto silent =
         static_cast<GSpawnFlags>(G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL);

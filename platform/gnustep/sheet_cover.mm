@@ -13,7 +13,7 @@
 namespace {
 
 constexpr CGFloat boxWidth = 460;
-constexpr CGFloat boxTop = 110;
+constexpr CGFloat boxTop = 140;
 constexpr CGFloat margin = 20;
 constexpr CGFloat gap = 12;
 constexpr CGFloat iconSize = 56;

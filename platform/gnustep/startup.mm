@@ -26,22 +26,19 @@ namespace fs = std::filesystem;
     _exit(2);
 }
 
-void requireUtf8(char** texts) {
-    for (; *texts; ++texts) {
-        if (!g_utf8_validate(*texts, -1, nullptr)) {
-            refuse("The environment and the arguments must be UTF-8.\n");
+/// GNUstep's libraries raise an exception over other texts, and do so while they are loaded.
+void requireUtf8(int /*count*/, char** arguments, char** environment) {
+    for (char** texts : {arguments, environment}) {
+        for (; *texts; ++texts) {
+            if (!g_utf8_validate(*texts, -1, nullptr)) {
+                refuse("The environment and the arguments must be UTF-8.\n");
+            }
         }
     }
 }
 
-/// GNUstep's libraries raise an exception over other texts, and do so while they are loaded.
-void checkTexts(int /*count*/, char** arguments, char** environment) {
-    requireUtf8(arguments);
-    requireUtf8(environment);
-}
-
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the linker's own table.
-[[gnu::section(".preinit_array"), gnu::used]] auto* const beforeLibraries = &checkTexts;
+[[gnu::section(".preinit_array"), gnu::used]] auto* const beforeLibraries = &requireUtf8;
 
 /// Empty if the variable does not name a folder by its whole path.
 fs::path folderIn(const char* variable) {
@@ -103,10 +100,8 @@ void keepSettingsNowhere() {
 /// They are defaults: a user's own settings still win.
 void registerPalette() {
     NSString* path = [[NSBundle mainBundle] pathForResource:@"palette" ofType:@"plist"];
-    if (path) {
-        [[NSUserDefaults standardUserDefaults]
-            registerDefaults:[NSDictionary dictionaryWithContentsOfFile:path]];
-    }
+    [[NSUserDefaults standardUserDefaults]
+        registerDefaults:[NSDictionary dictionaryWithContentsOfFile:path]];
     [GSTheme setTheme:[[[MorvellaTheme alloc] initWithBundle:[NSBundle mainBundle]] autorelease]];
 }
 

@@ -1,12 +1,8 @@
 #import "theme.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace {
 
 constexpr CGFloat buttonRadius = 6;
-constexpr int spokes = 12;
 
 bool isDefaultButton(NSCell* cell) {
     return [cell isKindOfClass:[NSButtonCell class]] && [cell isEnabled] &&
@@ -73,11 +69,6 @@ NSRect bodyOfButton(NSRect frame) {
     [path stroke];
 }
 
-- (void)drawFocusFrame:(NSRect)frame view:(NSView*)view {
-    [blended([NSColor keyboardFocusIndicatorColor], 0.5, [NSColor windowBackgroundColor]) set];
-    [roundedRect(NSInsetRect(frame, 0.5, 0.5), buttonRadius) stroke];
-}
-
 - (void)drawBoxInClipRect:(NSRect)clip
                   boxType:(NSBoxType)type
                borderType:(NSBorderType)border
@@ -92,54 +83,6 @@ NSRect bodyOfButton(NSRect frame) {
     [path fill];
     if (border != NSNoBorder) {
         [[box borderColor] set];
-        [path stroke];
-    }
-}
-
-- (void)drawScrollerRect:(NSRect)rect
-                  inView:(NSView*)view
-                 hitPart:(NSScrollerPart)hitPart
-            isHorizontal:(BOOL)isHorizontal {
-    auto* scroller = static_cast<NSScroller*>(view);
-    [[NSColor textBackgroundColor] set];
-    NSRectFill(rect);
-    if ([scroller usableParts] != NSNoScrollerParts) {
-        [[NSColor knobColor] set];
-        [roundedRect(NSInsetRect([scroller rectForPart:NSScrollerKnob], 3, 3), 4) fill];
-    }
-}
-
-- (float)defaultScrollerWidth {
-    return 14;
-}
-
-- (void)drawProgressIndicator:(NSProgressIndicator*)progress
-                   withBounds:(NSRect)bounds
-                     withClip:(NSRect)rect
-                      atCount:(int)count
-                     forValue:(double)value {
-    if ([progress style] != NSProgressIndicatorSpinningStyle) {
-        [super drawProgressIndicator:progress
-                          withBounds:bounds
-                            withClip:rect
-                             atCount:count
-                            forValue:value];
-        return;
-    }
-    const NSPoint centre = NSMakePoint(NSMidX(bounds), NSMidY(bounds));
-    const CGFloat outer = std::min(NSWidth(bounds), NSHeight(bounds)) / 2 - 1;
-    for (int spoke = 0; spoke < spokes; ++spoke) {
-        const double angle = 2 * M_PI * spoke / spokes;
-        const int age = ((count - spoke) % spokes + spokes) % spokes;
-        NSBezierPath* path = [NSBezierPath bezierPath];
-        [path setLineWidth:outer / 5];
-        [path setLineCapStyle:NSRoundLineCapStyle];
-        [path moveToPoint:NSMakePoint(centre.x + outer / 2 * std::sin(angle),
-                                      centre.y - outer / 2 * std::cos(angle))];
-        [path lineToPoint:NSMakePoint(centre.x + outer * 0.9 * std::sin(angle),
-                                      centre.y - outer * 0.9 * std::cos(angle))];
-        [blended([NSColor secondaryLabelColor], 0.85 * age / spokes,
-                 [NSColor windowBackgroundColor]) set];
         [path stroke];
     }
 }

@@ -52,10 +52,10 @@ class FileManagerTest : public ::testing::Test {
         });
     }
 
-    std::string create(const std::string& path, bool intermediates = true) {
+    std::string create(const std::string& path) {
         return reasonOf([&](NSError** error) {
             return [manager() createDirectoryAtURL:folderUrl(folder.at(path))
-                       withIntermediateDirectories:intermediates
+                       withIntermediateDirectories:YES
                                         attributes:nil
                                              error:error];
         });
@@ -151,12 +151,6 @@ TEST_F(FileManagerTest, CreatesNoFolderInTheWayOfSomethingElse) {
     EXPECT_EQ(create("broken"), "File exists.");
     EXPECT_FALSE(folder.holds("nowhere"));
     EXPECT_EQ(folder.contents("file"), "x");
-}
-
-TEST_F(FileManagerTest, CreatesOnlyTheLastFolderUnlessTold) {
-    EXPECT_EQ(create("a/b", false), "No such file or directory.");
-    EXPECT_EQ(create("a", false), "");
-    EXPECT_EQ(create("a", false), "File exists.");
 }
 
 TEST_F(FileManagerTest, ChangesNothingInAFolderThatCannotBeWritten) {
