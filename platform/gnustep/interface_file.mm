@@ -35,11 +35,7 @@
 - (id)initWithCoder:(NSCoder*)coder {
     const CGFloat size = [coder decodeFloatForKey:@"NSSize"];
     NSString* metaFont = [coder decodeObjectForKey:@"metaFont"];
-    NSString* name = [coder decodeObjectForKey:@"NSName"];
     [self release];
-    if (metaFont == nil && name != nil) {
-        return [[NSFont fontWithName:name size:size] retain];
-    }
     return [([metaFont isEqual:@"systemBold"] ? [NSFont boldSystemFontOfSize:size]
                                               : [NSFont systemFontOfSize:size]) retain];
 }

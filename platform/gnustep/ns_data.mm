@@ -1,37 +1,9 @@
-#include <fcntl.h>
+#include <glib.h>
 #include <sys/stat.h>
-#include <unistd.h>
+
 #include <cerrno>
-#include <cstdlib>
 
 #include "posix_error.h"
-
-namespace {
-
-/// What an open regular file holds; nil with the reason in `errno`.
-NSData* readData(int file) {
-    struct stat status;
-    if (fstat(file, &status) != 0) {
-        return nil;
-    }
-    if (!S_ISREG(status.st_mode)) {
-        errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
-        return nil;
-    }
-    const auto size = static_cast<size_t>(status.st_size);
-    auto* bytes = static_cast<char*>(std::malloc(size + 1));
-    size_t length = 0;
-    for (ssize_t count = 1; bytes && count > 0 && length < size; length += count) {
-        count = read(file, bytes + length, size - length);
-        if (count < 0) {
-            std::free(bytes);
-            return nil;
-        }
-    }
-    return bytes ? [NSData dataWithBytesNoCopy:bytes length:length freeWhenDone:YES] : nil;
-}
-
-}  // namespace
 
 /// GNUstep reads a file by a method of another name only, which writes to the log when it fails and
 /// waits at a pipe for ever.
@@ -40,15 +12,22 @@ NSData* readData(int file) {
 + (instancetype)dataWithContentsOfFile:(NSString*)path
                                options:(NSDataReadingOptions)options
                                  error:(NSError**)error {
-    const int file = open([path UTF8String], O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    NSData* data = file < 0 ? nil : readData(file);
-    if (!data) {
-        failed(error, errno, [NSString stringWithFormat:@"“%@” could not be read", path]);
+    struct stat status;
+    char* bytes = nullptr;
+    gsize length = 0;
+    int code = 0;
+    if (stat([path UTF8String], &status) != 0) {
+        code = errno;
+    } else if (!S_ISREG(status.st_mode)) {
+        code = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+    } else if (!g_file_get_contents([path UTF8String], &bytes, &length, nullptr)) {
+        code = EIO;
     }
-    if (file >= 0) {
-        close(file);
+    if (code != 0) {
+        failed(error, code, [NSString stringWithFormat:@"“%@” could not be read", path]);
+        return nil;
     }
-    return data;
+    return [NSData dataWithBytesNoCopy:bytes length:length freeWhenDone:YES];
 }
 
 @end

@@ -113,12 +113,11 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
         appropriateForURL:(NSURL*)url
                    create:(BOOL)create
                     error:(NSError**)error {
-    NSArray* urls = [self URLsForDirectory:directory inDomains:domain];
-    if ([urls count] == 0) {
+    NSURL* found = [[self URLsForDirectory:directory inDomains:domain] lastObject];
+    if (!found) {
         failed(error, ENOENT, @"There is no such standard folder");
-        return nil;
     }
-    return [urls objectAtIndex:0];
+    return found;
 }
 
 @end

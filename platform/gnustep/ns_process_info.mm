@@ -6,7 +6,7 @@
 
 @implementation NSProcessInfo (Complement)
 
-/// GNUstep's own is what the process began with. Children are started with this.
+/// GNUstep's own is what the process began with, and GNUstep finds its configuration by this.
 - (NSDictionary*)environment {
     NSMutableDictionary* environment = [NSMutableDictionary dictionary];
     for (char** entry = environ; entry && *entry; ++entry) {

@@ -1,41 +1,27 @@
 #import "ns_progress_indicator.h"
 
-@interface NSProgressIndicator (Animation)
-- (void)animateIfRunning;
-@end
+@implementation NSProgressIndicator (Complement)
 
-namespace {
-
-void animateIn(NSView* view) {
-    if ([view isHidden]) {
-        return;
++ (void)animateIn:(NSView*)view {
+    for (NSView* subview in [view isHidden] ? nil : [view subviews]) {
+        [self animateIn:subview];
     }
-    if ([view isKindOfClass:[NSProgressIndicator class]]) {
-        [static_cast<NSProgressIndicator*>(view) animateIfRunning];
-    }
-    for (NSView* subview in [view subviews]) {
-        animateIn(subview);
+    if ([view isKindOfClass:self] && ![view isHidden]) {
+        auto* indicator = static_cast<NSProgressIndicator*>(view);
+        if (indicator->_isRunning) {
+            [indicator animate:nil];
+            [indicator display];
+        }
     }
 }
-
-}  // namespace
-
-@implementation NSProgressIndicator (Complement)
 
 + (void)animateVisible {
     for (NSWindow* window in [NSApp windows]) {
         if ([window isVisible]) {
             // A sheet lies beside the content.
-            animateIn([[window contentView] superview]);
+            [self animateIn:[[window contentView] superview]];
             [window flushWindow];
         }
-    }
-}
-
-- (void)animateIfRunning {
-    if (_isRunning) {
-        [self animate:nil];
-        [self display];
     }
 }
 

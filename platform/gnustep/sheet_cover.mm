@@ -252,19 +252,6 @@ NSArray* contentsOf(NSAlert* alert) {
     return [SheetCover coverOfWindow:[self window]] == self && !_movesFocus && !_answered;
 }
 
-- (BOOL)acceptsFirstMouse:(NSEvent*)event {
-    return YES;
-}
-
-- (void)mouseDown:(NSEvent*)event {
-}
-
-- (void)rightMouseDown:(NSEvent*)event {
-}
-
-- (void)scrollWheel:(NSEvent*)event {
-}
-
 /// What the focused control has no use for arrives here.
 - (void)keyDown:(NSEvent*)event {
     NSString* key = [event charactersIgnoringModifiers];

@@ -84,19 +84,6 @@ TEST(StartupTest, EndsWithoutAWholeInterfaceFile) {
     std::filesystem::remove_all(resources);
 }
 
-/// Starts this program anew with one argument.
-[[noreturn]] void executeWith(const char* argument) {
-    execl("/proc/self/exe", "gnustep_tests", argument, nullptr);
-    _exit(126);
-}
-
-TEST(StartupTest, EndsWithTextsThatAreNotUtf8) {
-    const char* sentence = "^The environment and the arguments must be UTF-8.\n$";
-    EXPECT_EXIT(executeWith("a\xFF"), ::testing::ExitedWithCode(2), sentence);
-    const EnvironmentVariable variable("MORVELLA_TEST", "\xC3");
-    EXPECT_EXIT(executeWith("--help"), ::testing::ExitedWithCode(2), sentence);
-}
-
 TEST(StartupTest, TakesAFileSizeLimitForAnError) {
     const cocoa_tests::TemporaryFolder folder;
     folder.addFile("source", std::string(10000, 'x'));
@@ -131,7 +118,7 @@ TEST(StartupTest, TakesABackslashForALetter) {
     EXPECT_EQ(text([@"/a" stringByAppendingPathComponent:@"C:\\b"]), "/a/C:\\b");
 }
 
-TEST(StartupTest, GivesChildrenTheEnvironmentAsItIs) {
+TEST(StartupTest, TellsTheEnvironmentAsItIs) {
     setenv("MORVELLA_TEST", "a=ü", 1);
     EXPECT_EQ(text([[[NSProcessInfo processInfo] environment] objectForKey:@"MORVELLA_TEST"]),
               "a=ü");
