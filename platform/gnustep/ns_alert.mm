@@ -44,6 +44,9 @@
 
 - (void)beginSheetModalForWindow:(NSWindow*)window
                completionHandler:(AlertCompletionHandler)handler {
+    if ([[self buttons] count] == 0) {
+        [self addButtonWithTitle:@"OK"];
+    }
     [SheetCover beginSheet:self onWindow:window completionHandler:handler];
 }
 
