@@ -11,10 +11,10 @@ namespace morvella::cocoa_tests {
 namespace {
 
 Lines recorded;
-std::map<std::string, int> living;
+std::map<std::string, int> livingRecorders;
 std::map<std::pair<Class, std::string>, id> answers;
 
-std::string textOf(NSString* text) {
+std::string plain(NSString* text) {
     return [text UTF8String];
 }
 
@@ -23,12 +23,12 @@ std::string describe(id object) {
         return "nil";
     }
     if ([object isKindOfClass:[NSURL class]]) {
-        return textOf([object absoluteString]);
+        return plain([object absoluteString]);
     }
     if ([object isKindOfClass:[NSArray class]]) {
-        return textOf([object componentsJoinedByString:@" "]);
+        return plain([object componentsJoinedByString:@" "]);
     }
-    return textOf([object description]);
+    return plain([object description]);
 }
 
 template <class T>
@@ -128,7 +128,7 @@ using namespace morvella::cocoa_tests;
 }
 
 + (int)livingNamed:(const char*)name {
-    return living[name];
+    return livingRecorders[name];
 }
 
 - (instancetype)initWithName:(const char*)name standingFor:(Class)stoodFor {
@@ -136,12 +136,12 @@ using namespace morvella::cocoa_tests;
     _name = new std::string(name);
     _stoodFor = stoodFor;
     _answers = [[NSMutableDictionary alloc] init];
-    ++living[*_name];
+    ++livingRecorders[*_name];
     return self;
 }
 
 - (void)dealloc {
-    --living[*_name];
+    --livingRecorders[*_name];
     delete _name;
     [_answers release];
     [super dealloc];

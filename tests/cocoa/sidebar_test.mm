@@ -40,7 +40,7 @@ void setNeedsDisplay(id, SEL, BOOL needs) {
     record(needs ? "sidebar is drawn anew" : "sidebar is left as it is");
 }
 
-std::string textOf(const NSRect& area) {
+std::string cornersOf(const NSRect& area) {
     std::string text;
     for (const CGFloat number : {NSMinX(area), NSMinY(area), NSWidth(area), NSHeight(area)}) {
         text += " " + std::to_string(int(number));
@@ -49,11 +49,11 @@ std::string textOf(const NSRect& area) {
 }
 
 void fillRect(id, SEL, NSRect area) {
-    record("filled" + textOf(area));
+    record("filled" + cornersOf(area));
 }
 
 id roundedPath(id, SEL, NSRect area, CGFloat, CGFloat) {
-    const std::string name = "rounded" + textOf(area);
+    const std::string name = "rounded" + cornersOf(area);
     return [Recorder named:name.c_str() standingFor:[NSBezierPath class]];
 }
 
