@@ -1,3 +1,4 @@
+#include <glib.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -24,6 +25,20 @@ namespace fs = std::filesystem;
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, sentence.data(), sentence.size());
     _exit(2);
 }
+
+/// GNUstep's libraries raise an exception over other texts, and do so while they are loaded.
+void requireUtf8(int /*count*/, char** arguments, char** environment) {
+    for (char** texts : {arguments, environment}) {
+        for (; *texts; ++texts) {
+            if (!g_utf8_validate(*texts, -1, nullptr)) {
+                refuse("The environment and the arguments must be UTF-8.\n");
+            }
+        }
+    }
+}
+
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the linker's own table.
+[[gnu::section(".preinit_array"), gnu::used]] auto* const beforeLibraries = &requireUtf8;
 
 /// Empty if the variable does not name a folder by its whole path.
 fs::path folderIn(const char* variable) {

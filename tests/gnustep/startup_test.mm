@@ -84,6 +84,19 @@ TEST(StartupTest, EndsWithoutAWholeInterfaceFile) {
     std::filesystem::remove_all(resources);
 }
 
+/// Starts this program anew with one argument.
+[[noreturn]] void executeWith(const char* argument) {
+    execl("/proc/self/exe", "gnustep_tests", argument, nullptr);
+    _exit(126);
+}
+
+TEST(StartupTest, EndsWithTextsThatAreNotUtf8) {
+    const char* sentence = "^The environment and the arguments must be UTF-8.\n$";
+    EXPECT_EXIT(executeWith("a\xFF"), ::testing::ExitedWithCode(2), sentence);
+    const EnvironmentVariable variable("MORVELLA_TEST", "\xC3");
+    EXPECT_EXIT(executeWith("--help"), ::testing::ExitedWithCode(2), sentence);
+}
+
 TEST(StartupTest, TakesAFileSizeLimitForAnError) {
     const cocoa_tests::TemporaryFolder folder;
     folder.addFile("source", std::string(10000, 'x'));
