@@ -36,10 +36,10 @@ def is_ours(frames, frameworks):
     """Whether the installer's own code made what leaked, or asked for it directly enough."""
     named = re.compile("|".join(map(re.escape, frameworks)))
     for frame in frames[1:]:  # The first is the sanitizer's.
-        if str(ROOT) in frame:
-            return True
         if named.search(frame):
             return False
+        if str(ROOT) in frame:
+            return True
     return False
 
 
