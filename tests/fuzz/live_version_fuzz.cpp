@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <limits>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -18,28 +19,35 @@ using morvella::fuzz::requireEqual;
 using Triple = std::tuple<int32_t, int32_t, int32_t>;
 
 /// Every character that Foundation takes for white space before an integer, in UTF-8.
-std::vector<std::string> whiteSpaces() {
-    std::vector<std::string> spaces = {"\x7F", "\xE3\x80\x80"};
+std::set<std::string> whiteSpaces() {
+    std::set<std::string> spaces = {"\x7F", "\xE3\x80\x80"};
     for (int low = 0; low <= 0x20; ++low) {
-        spaces.emplace_back(1, static_cast<char>(low));
+        spaces.emplace(1, static_cast<char>(low));
     }
     for (int last = 0x80; last <= 0xA0; ++last) {
-        spaces.push_back(std::string("\xC2") + static_cast<char>(last));
+        spaces.insert(std::string("\xC2") + static_cast<char>(last));
     }
     for (int last = 0x80; last <= 0x8B; ++last) {
-        spaces.push_back(std::string("\xE2\x80") + static_cast<char>(last));
+        spaces.insert(std::string("\xE2\x80") + static_cast<char>(last));
     }
     return spaces;
+}
+
+/// How many bytes the white space at the start of a text has; 0 if there is none.
+size_t whiteSpaceAtStart(const std::string& text) {
+    static const std::set<std::string> spaces = whiteSpaces();
+    size_t length = 3;
+    while (length > 0 && spaces.count(text.substr(0, length)) == 0) {
+        --length;
+    }
+    return length;
 }
 
 /// The number at the start of a text, by the standard library.
 int32_t numberIn(std::string text) {
     using Limits = std::numeric_limits<int32_t>;
-    static const std::vector<std::string> spaces = whiteSpaces();
-    const auto startsText = [&text](const std::string& space) { return text.starts_with(space); };
-    for (auto space = spaces.begin(); space != spaces.end();) {
-        space = std::find_if(spaces.begin(), spaces.end(), startsText);
-        text.erase(0, space == spaces.end() ? 0 : space->size());
+    while (const size_t length = whiteSpaceAtStart(text)) {
+        text.erase(0, length);
     }
     try {
         return std::stoi(text);
