@@ -13,6 +13,7 @@ import tempfile
 from pathlib import Path
 
 import stage as stages
+from descriptions import WELCOME
 from display import Display
 from gate import Gate
 from installer import Installer
@@ -53,6 +54,8 @@ def take_tour(executable, folder):
     environment.update(gate.environment)
     with Display() as display:
         with Installer(display, executable.parent, stage, environment=environment) as installer:
+            # The start allocates most, and the sanitizer notes the whole stack each time.
+            installer.wait_for_page(WELCOME, seconds=60)
             Tour(installer, gate, previous=True).walk()
             return installer.output
 
