@@ -4,14 +4,6 @@
 
 #import <AppKit/AppKit.h>
 
-@interface NSBox (InterfaceFile)
-- (id)initWithCoder:(NSCoder*)coder;
-@end
-
-@interface NSFont (InterfaceFile)
-- (id)initWithCoder:(NSCoder*)coder;
-@end
-
 @implementation NSBox (InterfaceFile)
 
 - (id)initWithCoder:(NSCoder*)coder {

@@ -3,12 +3,6 @@
 #import "ns_event.h"
 #import "sheet_cover.h"
 
-namespace {
-
-constexpr NSTimeInterval longestSleep = 0.05;
-
-}  // namespace
-
 @implementation CompletedApplication
 
 /// The desktop's own list of windows stands for GNUstep's window with the application's icon.
@@ -35,6 +29,7 @@ constexpr NSTimeInterval longestSleep = 0.05;
                         untilDate:(NSDate*)date
                            inMode:(NSString*)mode
                           dequeue:(BOOL)dequeue {
+    constexpr NSTimeInterval longestSleep = 0.05;
     NSEvent* event = nil;
     do {
         NSDate* wakeUp = [NSDate dateWithTimeIntervalSinceNow:longestSleep];

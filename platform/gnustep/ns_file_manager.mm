@@ -1,11 +1,14 @@
 #include <fcntl.h>
+#include <gio/gio.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 
-#include "posix_error.h"
+#import <Foundation/Foundation.h>
 
 namespace fs = std::filesystem;
 
@@ -13,6 +16,18 @@ namespace {
 
 fs::path pathOf(NSURL* url) {
     return [[url path] UTF8String];
+}
+
+/// Writes an error where it is asked for and returns NO. `what` could not be done; `code` is the
+/// system's reason.
+BOOL failed(NSError** error, int code, NSString* what) {
+    if (error) {
+        NSString* description = [NSString stringWithFormat:@"%@: %s.", what, std::strerror(code)];
+        *error = [NSError errorWithDomain:NSPOSIXErrorDomain
+                                     code:code
+                                 userInfo:@{NSLocalizedDescriptionKey : description}];
+    }
+    return NO;
 }
 
 BOOL done(const std::error_code& code, NSString* path, NSString* done, NSError** error) {
@@ -90,6 +105,27 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
     return names;
 }
 
+/// The Trash is the freedesktop one, through GIO: on the home's file system that is
+/// `.local/share/Trash` in the home folder.
+- (BOOL)trashItemAtURL:(NSURL*)url resultingItemURL:(NSURL**)resultingUrl error:(NSError**)error {
+    if (resultingUrl) {
+        *resultingUrl = nil;
+    }
+    GFile* file = g_file_new_for_path([[url path] UTF8String]);
+    GError* reason = nullptr;
+    const BOOL trashed = g_file_trash(file, nullptr, &reason);
+    g_object_unref(file);
+    if (reason) {
+        if (error) {
+            *error = [NSError errorWithDomain:NSCocoaErrorDomain
+                                         code:NSFileWriteUnknownError
+                                     userInfo:@{NSLocalizedDescriptionKey : @(reason->message)}];
+        }
+        g_error_free(reason);
+    }
+    return trashed;
+}
+
 #pragma mark Standard folders
 
 /// The stage stands for the root of a Mac's disk; without one there are no folders of its.
@@ -118,6 +154,20 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
         failed(error, ENOENT, @"There is no such standard folder");
     }
     return found;
+}
+
+@end
+
+@implementation NSURL (Complement)
+
+/// GNUstep's own wants the item to be readable. What cannot be read is there all the same, and so
+/// is a symbolic link that leads nowhere.
+- (BOOL)checkResourceIsReachableAndReturnError:(NSError**)error {
+    struct stat status;
+    if (lstat([[self path] UTF8String], &status) == 0) {
+        return YES;
+    }
+    return failed(error, errno, [NSString stringWithFormat:@"“%@” is not reachable", [self path]]);
 }
 
 @end

@@ -1,6 +1,7 @@
 #import <Foundation/Foundation.h>
 
-#include <unistd.h>
+#include <glib.h>
+
 #include <chrono>
 #include <cstdint>
 
@@ -9,14 +10,11 @@
 /// GNUstep's own is what the process began with, and GNUstep finds its configuration by this.
 - (NSDictionary*)environment {
     NSMutableDictionary* environment = [NSMutableDictionary dictionary];
-    for (char** entry = environ; entry && *entry; ++entry) {
-        NSString* text = [NSString stringWithUTF8String:*entry];
-        const NSRange equals = [text rangeOfString:@"="];
-        if (equals.location != NSNotFound) {
-            [environment setObject:[text substringFromIndex:NSMaxRange(equals)]
-                            forKey:[text substringToIndex:equals.location]];
-        }
+    char** names = g_listenv();
+    for (char** name = names; *name; ++name) {
+        [environment setObject:@(g_getenv(*name)) forKey:@(*name)];
     }
+    g_strfreev(names);
     return environment;
 }
 

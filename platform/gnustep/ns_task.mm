@@ -11,7 +11,7 @@ extern "C" {
 
 #include <glib.h>
 
-#import "ns_progress_indicator.h"
+#import <AppKit/AppKit.h>
 
 namespace {
 
@@ -36,6 +36,35 @@ void restoreSignals(gpointer /*data*/) {
 }
 
 }  // namespace
+
+/// On macOS an indicator can turn in a thread of its own while the main thread waits.
+@implementation NSProgressIndicator (Turning)
+
++ (void)animateIn:(NSView*)view {
+    for (NSView* subview in [view isHidden] ? nil : [view subviews]) {
+        [self animateIn:subview];
+    }
+    if ([view isKindOfClass:self] && ![view isHidden]) {
+        auto* indicator = static_cast<NSProgressIndicator*>(view);
+        if (indicator->_isRunning) {
+            [indicator animate:nil];
+            [indicator display];
+        }
+    }
+}
+
+/// Takes every visible indicator that turns one step further, on the screen too.
++ (void)animateVisible {
+    for (NSWindow* window in [NSApp windows]) {
+        if ([window isVisible]) {
+            // A sheet lies beside the content.
+            [self animateIn:[[window contentView] superview]];
+            [window flushWindow];
+        }
+    }
+}
+
+@end
 
 /// What every task is an instance of.
 @interface NSConcreteUnixTask : NSTask

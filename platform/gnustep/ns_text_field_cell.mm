@@ -1,9 +1,5 @@
 #import <AppKit/AppKit.h>
 
-@interface NSTextFieldCell (Complement)
-- (NSSize)cellSizeForBounds:(NSRect)bounds;
-@end
-
 /// GNUstep measures a text that is to be wrapped as if it were not.
 @implementation NSTextFieldCell (Complement)
 

@@ -1,4 +1,4 @@
-#import "sheet_cover.h"
+#import <AppKit/AppKit.h>
 
 @implementation NSView (Complement)
 
@@ -8,18 +8,10 @@
 - (void)setAccessibilityLabel:(NSString*)label {
 }
 
-/// A view that draws itself again is drawn from the nearest opaque view below it on. Under a cover
-/// that must be the window's own view: it draws the cover again, too.
+/// A view that draws itself again is drawn from this one on: the window's own, so that what covers
+/// it is drawn again, too.
 - (NSView*)opaqueAncestor {
-    SheetCover* cover = [SheetCover coverOfWindow:[self window]];
-    if (cover) {
-        return [cover superview];
-    }
-    NSView* view = self;
-    while (![view isOpaque] && [view superview]) {
-        view = [view superview];
-    }
-    return view;
+    return [[[self window] contentView] superview];
 }
 
 @end

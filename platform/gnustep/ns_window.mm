@@ -7,10 +7,6 @@
     return (id)[SheetCover coverOfWindow:self];
 }
 
-- (BOOL)preventsApplicationTerminationWhenModal {
-    return NO;
-}
-
 - (void)setPreventsApplicationTerminationWhenModal:(BOOL)prevents {
 }
 

@@ -1,7 +1,5 @@
 #import "theme.h"
 
-#include <cmath>
-
 namespace {
 
 constexpr CGFloat buttonRadius = 6;
@@ -39,10 +37,9 @@ NSRect bodyOfButton(NSRect frame) {
 @implementation NSButtonCell (DefaultButton)
 
 - (NSColor*)textColor {
-    if (isDefaultButton(self)) {
-        return [NSColor alternateSelectedControlTextColor];
-    }
-    return [self isEnabled] ? [NSColor controlTextColor] : [NSColor disabledControlTextColor];
+    return isDefaultButton(self) ? [NSColor alternateSelectedControlTextColor]
+           : [self isEnabled]    ? [NSColor controlTextColor]
+                                 : [NSColor disabledControlTextColor];
 }
 
 @end
@@ -96,26 +93,6 @@ NSRect bodyOfButton(NSRect frame) {
     const NSRect knob = [static_cast<NSScroller*>(view) rectForPart:NSScrollerKnob];
     [[NSColor knobColor] set];
     [roundedRect(NSInsetRect(knob, 3, 3), 4) fill];
-}
-
-/// Dots in a circle, each paler than the one that follows: no bar is shown anywhere.
-- (void)drawProgressIndicator:(NSProgressIndicator*)progress
-                   withBounds:(NSRect)bounds
-                     withClip:(NSRect)clip
-                      atCount:(int)count
-                     forValue:(double)value {
-    constexpr int dots = 8;
-    const CGFloat size = NSWidth(bounds) / 6;
-    const CGFloat radius = (NSWidth(bounds) - size) / 2;
-    for (int dot = 0; dot < dots; ++dot) {
-        const double angle = 2 * M_PI * (count + dot) / dots;
-        const NSRect place =
-            NSMakeRect(NSMidX(bounds) + radius * std::sin(angle) - size / 2,
-                       NSMidY(bounds) - radius * std::cos(angle) - size / 2, size, size);
-        [blended([NSColor windowBackgroundColor], (dot + 1.0) / dots, [NSColor secondaryLabelColor])
-            set];
-        [roundedRect(place, size / 2) fill];
-    }
 }
 
 @end

@@ -16,33 +16,9 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t readBlockSize = 10240;
 
-/// Names the entries that could not be unpacked. Says only so much: the caller may read what is
-/// said here only after this process has ended, and a full pipe would then keep both waiting for
-/// ever.
-class ErrorReport {
-  public:
-    void add(const std::string& text) {
-        if (said_ + text.size() > most) {
-            ++unsaid_;
-            return;
-        }
-        said_ += text.size();
-        std::cerr << "ditto: " << text << '\n';
-    }
-
-    /// Whether there was no error.
-    [[nodiscard]] bool close() const {
-        if (unsaid_ > 0) {
-            std::cerr << "ditto: " << unsaid_ << " further errors\n";
-        }
-        return said_ + unsaid_ == 0;
-    }
-
-  private:
-    static constexpr std::size_t most = 1 << 14;
-    std::size_t said_ = 0;  // In bytes.
-    std::size_t unsaid_ = 0;
-};
+// In bytes. The caller may read what is said here only after this process has ended, and a full
+// pipe would then keep both waiting for ever.
+constexpr std::size_t mostSaid = 1 << 14;
 
 ArchiveReader openZip(const std::string& path) {
     ArchiveReader zip(archive_read_new());
@@ -144,7 +120,16 @@ bool unpack(const std::string& archivePath, const std::string& destination) {
     enter(destination);
     const ArchiveWriter disk = openDisk();
 
-    ErrorReport report;
+    std::size_t said = 0;
+    std::size_t unsaid = 0;
+    const auto report = [&](const std::string& text) {
+        if (said + text.size() > mostSaid) {
+            ++unsaid;
+            return;
+        }
+        said += text.size();
+        std::cerr << "ditto: " << text << '\n';
+    };
     archive_entry* entry = nullptr;
     int status = ARCHIVE_OK;
     while (status != ARCHIVE_FATAL &&
@@ -158,13 +143,16 @@ bool unpack(const std::string& archivePath, const std::string& destination) {
                 unpackEntry(zip.get(), entry, disk.get());
             }
         } catch (const std::runtime_error& failure) {
-            report.add(failure.what());
+            report(failure.what());
         }
     }
     if (archive_file_count(zip.get()) == 0) {
-        report.add(archivePath + ": Empty archive");
+        report(archivePath + ": Empty archive");
     }
-    return report.close();
+    if (unsaid > 0) {
+        std::cerr << "ditto: " << unsaid << " further errors\n";
+    }
+    return said + unsaid == 0;
 }
 
 }  // namespace morvella

@@ -38,16 +38,13 @@ typedef void (^AlertCompletionHandler)(NSModalResponse response);
 /// sheet stays until it has returned. It may begin others, and never runs if the window goes first.
 - (void)beginSheetModalForWindow:(NSWindow*)window
                completionHandler:(AlertCompletionHandler)handler;
-- (BOOL)showsSuppressionButton;
-- (void)setShowsSuppressionButton:(BOOL)shows;
-- (NSButton*)suppressionButton;
-- (NSView*)accessoryView;
-- (void)setAccessoryView:(NSView*)view;
+@property(nonatomic) BOOL showsSuppressionButton;
+@property(nonatomic, readonly) NSButton* suppressionButton;
+@property(nonatomic, retain) NSView* accessoryView;
 @end
 
 @interface NSWindow (Complement)
 /// A sheet never keeps the application from ending here, so there is nothing to set.
-- (BOOL)preventsApplicationTerminationWhenModal;
 - (void)setPreventsApplicationTerminationWhenModal:(BOOL)prevents;
 @end
 
