@@ -10,32 +10,6 @@ struct LastKey {
     NSTimeInterval released = 0;
 };
 
-/// The X server repeats a held key by presses without a release in between, or with one at the same
-/// time. GNUstep calls none of them a repeat.
-NSEvent* withRepeatTold(NSEvent* event) {
-    static LastKey last;
-    if ([event type] == NSKeyUp && [event keyCode] == last.code) {
-        last.released = [event timestamp];
-    }
-    if ([event type] != NSKeyDown) {
-        return event;
-    }
-    const bool repeats =
-        [event keyCode] == last.code && (last.released < 0 || last.released == [event timestamp]);
-    last = {.code = [event keyCode], .released = -1};
-    return !repeats ? event
-                    : [NSEvent keyEventWithType:NSKeyDown
-                                             location:[event locationInWindow]
-                                        modifierFlags:[event modifierFlags]
-                                            timestamp:[event timestamp]
-                                         windowNumber:[event windowNumber]
-                                              context:[event context]
-                                           characters:[event characters]
-                          charactersIgnoringModifiers:[event charactersIgnoringModifiers]
-                                            isARepeat:YES
-                                              keyCode:[event keyCode]];
-}
-
 /// Of a mask and a handler each.
 NSMutableArray* monitors() {
     static NSMutableArray* monitors = [[NSMutableArray alloc] init];
@@ -56,8 +30,22 @@ NSMutableArray* monitors() {
     [monitors() removeObjectIdenticalTo:monitor];
 }
 
+/// The X server repeats a held key by presses without a release in between, or with one at the same
+/// time. GNUstep calls none of them a repeat.
+- (void)tellRepeat {
+    static LastKey last;
+    if ([self type] == NSKeyUp && [self keyCode] == last.code) {
+        last.released = [self timestamp];
+    }
+    if ([self type] == NSKeyDown) {
+        event_data.key.repeat =
+            [self keyCode] == last.code && (last.released < 0 || last.released == [self timestamp]);
+        last = {.code = [self keyCode], .released = -1};
+    }
+}
+
 + (NSEvent*)watched:(NSEvent*)event {
-    event = withRepeatTold(event);
+    [event tellRepeat];
     for (NSArray* monitor in [[monitors() copy] autorelease]) {
         const NSEventMask mask = [[monitor objectAtIndex:0] unsignedLongLongValue];
         if (event && (mask & NSEventMaskFromType([event type]))) {
