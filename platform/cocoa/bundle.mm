@@ -33,14 +33,13 @@ std::shared_ptr<AttributedString> CocoaRichTextReader::attributedStringWithUrl(
     const FileUrl& url) const {
     NSError* error = nil;
     NSAttributedString* text = nil;
-    // A damaged document may raise instead of failing.
     @try {
         text = [[[NSAttributedString alloc] initWithURL:urlOf(url)
                                                 options:@{}
                                      documentAttributes:NULL
                                                   error:&error] autorelease];
     } @catch (NSException* exception) {
-        text = nil;
+        // A damaged document may raise instead of failing.
     }
     return handleOf<CocoaAttributedString>(text);
 }

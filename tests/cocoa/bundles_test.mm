@@ -1,6 +1,7 @@
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
 
+#include "cocoa/recorder.h"
 #include "cocoa/temporary_folder.hpp"
 #include "platform/cocoa/bundle.h"
 
@@ -64,6 +65,14 @@ TEST_F(BundlesTest, AreNothingWhereNoFolderIs) {
     const CocoaBundles bundles;
     EXPECT_EQ(bundles.bundleWithUrl(FileUrl::directory(folder.at("missing.app"))), nullptr);
     EXPECT_EQ(bundles.bundleWithUrl(FileUrl::file(folder.at("file.app"))), nullptr);
+}
+
+TEST_F(BundlesTest, GiveThePathOfAResourceByItsWholeName) {
+    Recorder* platforms = [Recorder named:"bundle" standingFor:[NSBundle class]];
+    [platforms answer:@"/B/a.zip" to:@selector(pathForResource:ofType:)];
+    takeRecorded();
+    EXPECT_EQ(CocoaBundle(static_cast<id>(platforms)).pathForResource("a.zip"), "/B/a.zip");
+    EXPECT_EQ(takeRecorded(), (Lines{"bundle pathForResource:ofType: a.zip nil"}));
 }
 
 TEST_F(BundlesTest, MainOneGivesNothingForAnUnknownResource) {

@@ -1,6 +1,8 @@
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "cocoa/recorder.h"
 #include "platform/cocoa/controls.h"
 
@@ -76,6 +78,32 @@ TEST(ControlsTest, TextKeepsTheDocumentsColoursAndTheRestHasTheSystems) {
     }
 }
 
+TEST(ControlsTest, ASingleLetterWithoutAColourHasTheSystems) {
+    NSMutableAttributedString* storage = [[[NSMutableAttributedString alloc] init] autorelease];
+    NSTextView* object = standIn<NSTextView>("text view");
+    [static_cast<Recorder*>(static_cast<id>(object)) answer:storage to:@selector(textStorage)];
+    NSAttributedString* document = [[[NSAttributedString alloc] initWithString:@"x"] autorelease];
+    CocoaTextView(object).setAttributedString(std::make_shared<CocoaAttributedString>(document));
+    EXPECT_TRUE([colorAt(storage, 0) isEqual:[NSColor textColor]]);
+}
+
+TEST(ControlsTest, NoTextIsHandedOutAsAnEmptyOne) {
+    NSTextView* object = standIn<NSTextView>("text view");
+    [static_cast<Recorder*>(static_cast<id>(object)) answer:[Recorder named:"storage"
+                                                                standingFor:[NSTextStorage class]]
+                                                         to:@selector(textStorage)];
+    takeRecorded();
+    CocoaTextView(object).setAttributedString(nullptr);
+    const Lines lines = takeRecorded();
+    // Apple's raises an exception over nil.
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "storage setAttributedString: nil"), 0);
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                            [](const std::string& line) {
+                                return line.starts_with("storage setAttributedString: ");
+                            }),
+              1);
+}
+
 TEST(ControlsTest, IndicatorTurnsInAThreadOfItsOwnForItsSender) {
     takeRecorded();
     CocoaProgressIndicator indicator(standIn<NSProgressIndicator>("indicator"));
@@ -115,6 +143,7 @@ TEST(ControlsTest, NewIndicatorHasWhatIsAskedFor) {
     EXPECT_EQ(int([bar style]), 0);
     EXPECT_FALSE([bar isIndeterminate]);
     EXPECT_FALSE([bar isHidden]);
+    EXPECT_TRUE([madeIndicator({.width = 10, .height = 10, .hidden = true}) isHidden]);
 }
 
 }  // namespace

@@ -42,6 +42,8 @@ class DoorLifeCycleTest : public ::testing::Test {
 
     /// Has the inherited `setView:` call what comes later.
     void disturb();
+    /// Has the platform tell that the page has appeared while the page's work runs.
+    void disturbWork();
     /// Has the inherited `setView:` raise an exception.
     void raise();
     /// Gives the door a view that no window shows.

@@ -17,6 +17,9 @@
 
 @end
 
+/// Whom a sheet tells, when it begins, that the page has appeared.
+static NSViewController* appearing = nil;
+
 /// Begins and is never answered.
 @interface StandingSheet : Recorder
 @end
@@ -26,6 +29,7 @@
 - (void)beginSheetModalForWindow:(NSWindow*)window
                completionHandler:(void (^)(NSModalResponse))handler {
     morvella::cocoa_tests::record("sheet begins");
+    [appearing viewDidAppear];
 }
 
 @end
@@ -154,6 +158,7 @@ DoorLifeCycleTest::DoorLifeCycleTest()
 
 DoorLifeCycleTest::~DoorLifeCycleTest() {
     NSApp = nil;
+    appearing = nil;
     disturbs = false;
     raises = false;
     inheritedView = nil;
@@ -184,6 +189,10 @@ long DoorLifeCycleTest::times(const std::string& beginning) {
 
 void DoorLifeCycleTest::disturb() {
     disturbs = true;
+}
+
+void DoorLifeCycleTest::disturbWork() {
+    appearing = door;
 }
 
 void DoorLifeCycleTest::raise() {

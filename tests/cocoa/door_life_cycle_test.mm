@@ -1,5 +1,7 @@
 #include "cocoa/door_life_cycle.h"
 
+#import <objc/runtime.h>
+
 #import "platform/cocoa/MorvellaInstallerLicenseVC.h"
 
 #include <algorithm>
@@ -78,22 +80,30 @@ TEST_F(DoorLifeCycleTest, ShowsAndDrawsAPageBeforeItsWorkStarts) {
     [door setView:static_cast<id>(settings)];
     Lines order;
     for (const std::string& line : news()) {
-        for (const char* step :
-             {"super setView:", "place", "window makeFirstResponder:", "sidebar",
-              "window displayIfNeeded", "transaction", "presses", "sheet begins"}) {
+        for (const char* step : {"super setView:", "settings page setFrame:", "place",
+                                 "window makeFirstResponder:", "sidebar", "window displayIfNeeded",
+                                 "transaction", "presses", "sheet begins"}) {
             if (line.starts_with(step)) {
                 order.push_back(line);
             }
         }
     }
-    EXPECT_EQ(order, (Lines{"super setView: settings page", "place shows settings page",
-                            "window makeFirstResponder: nil", "sidebar marks User Library",
-                            "window displayIfNeeded", "transaction flush",
-                            "presses from before do not count", "sheet begins"}));
+    EXPECT_EQ(order,
+              (Lines{"super setView: settings page", "settings page setFrame: structure",
+                     "place shows settings page", "window makeFirstResponder: nil",
+                     "sidebar marks User Library", "window displayIfNeeded", "transaction flush",
+                     "presses from before do not count", "sheet begins"}));
     takeNews();
     [door viewDidAppear];
     EXPECT_EQ(timesDispatched(), 0);
     EXPECT_EQ(timesLoaded(), 0);
+}
+
+TEST_F(DoorLifeCycleTest, StartsThePagesWorkOnceIfThePlatformSaysItAppearedMeanwhile) {
+    start();
+    disturbWork();
+    [door setView:static_cast<id>(settings)];
+    EXPECT_EQ(timesDispatched(), 1);
 }
 
 TEST_F(DoorLifeCycleTest, MakesTheFirstControlOfAPageTheFirstResponder) {
@@ -161,6 +171,14 @@ TEST_F(DoorLifeCycleTest, IsLoadedOnceEvenIfThePlatformSaysSoMeanwhile) {
     [door awakeFromNib];
     EXPECT_EQ(timesLoaded(), 1);
     EXPECT_GT(times("super viewDidLoad"), 1);
+
+    MorvellaInstallerLicenseVC* licence =
+        [[[MorvellaInstallerLicenseVC alloc] initWithNibName:nil bundle:nil] autorelease];
+    loading->door = licence;
+    [licence setLicenseView:static_cast<id>(loading)];
+    takeNews();
+    [licence awakeFromNib];
+    EXPECT_EQ(timesLoaded(), 1);
 }
 
 TEST_F(DoorLifeCycleTest, APageThatCannotBeShownEndsInASheet) {
@@ -194,14 +212,21 @@ TEST_F(DoorLifeCycleTest, ButtonsNeedNoSender) {
     EXPECT_EQ([door view], static_cast<id>(settings));
 }
 
+/// What an initializer may do: give another object than the one it was sent to.
+id anotherFor(id door) {
+    id another = [[door class] alloc];
+    [door release];
+    return another;
+}
+
 id initWithCoder(id door, SEL, NSCoder*) {
     record("super initWithCoder:");
-    return door;
+    return anotherFor(door);
 }
 
 id initWithNibName(id door, SEL, NSString*, NSBundle*) {
     record("super initWithNibName:bundle:");
-    return door;
+    return anotherFor(door);
 }
 
 TEST_F(DoorLifeCycleTest, BothControllersAreMadeInEitherWay) {
@@ -219,6 +244,25 @@ TEST_F(DoorLifeCycleTest, BothControllersAreMadeInEitherWay) {
     }
     EXPECT_EQ(times("super initWithCoder:"), 2);
     EXPECT_EQ(times("super initWithNibName:bundle:"), 2);
+}
+
+IMP inheritedDealloc = nullptr;
+
+void dealloc(id door, SEL method) {
+    record("super dealloc");
+    reinterpret_cast<void (*)(id, SEL)>(inheritedDealloc)(door, method);
+}
+
+TEST_F(DoorLifeCycleTest, BothControllersEndWithWhatTheyInherit) {
+    inheritedDealloc = class_getMethodImplementation([NSViewController class], @selector(dealloc));
+    const Replaced ending([NSViewController class], @selector(dealloc),
+                          reinterpret_cast<IMP>(dealloc), "v@:");
+    for (Class one :
+         {[MorvellaInstallerViewController class], [MorvellaInstallerLicenseVC class]}) {
+        takeNews();
+        [[[one alloc] initWithNibName:nil bundle:nil] release];
+        EXPECT_EQ(times("super dealloc"), 1);
+    }
 }
 
 TEST_F(DoorLifeCycleTest, LicenceControllerFillsItsViewOnceByItself) {

@@ -1,5 +1,6 @@
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
+#import <objc/runtime.h>
 
 #include "cocoa/recorder.h"
 #include "cocoa/temporary_folder.hpp"
@@ -55,6 +56,24 @@ TEST_F(FileCallsTest, FoldersAreCreatedWithThoseAboveAndWithoutAttributes) {
     EXPECT_EQ(takeAsked(),
               (Lines{"files createDirectoryAtURL:withIntermediateDirectories:attributes:error: "
                      "file:///a/b/ YES nil pointer"}));
+}
+
+TEST_F(FileCallsTest, WhatIsNotThereIsNoFolder) {
+    EXPECT_FALSE(CocoaFiles().fileUrl("/a").namesDirectory());
+}
+
+id contentsOf(id, SEL, NSString* path, NSUInteger options, NSError** error) {
+    record([path UTF8String] + std::string(options == 0 ? " is read" : " is mapped") +
+           (error ? ", why not is told" : ""));
+    return nil;
+}
+
+TEST_F(FileCallsTest, AFileIsReadAndNotMapped) {
+    const Replaced reading(object_getClass([NSData class]),
+                           @selector(dataWithContentsOfFile:options:error:),
+                           reinterpret_cast<IMP>(contentsOf), "@@:@Q^@");
+    EXPECT_EQ(CocoaFiles().contentsOfFile("/a"), nullptr);
+    EXPECT_EQ(takeAsked(), (Lines{"/a is read"}));
 }
 
 TEST_F(FileCallsTest, ItemsAreCopiedMovedAndPutIntoTheTrash) {

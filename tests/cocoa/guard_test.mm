@@ -78,6 +78,14 @@ TEST_F(GuardTest, LogsTheNameAndTheReasonOfAnException) {
     EXPECT_NE(logged.find("ends\n", other), std::string::npos) << "logged too late";
 }
 
+TEST_F(GuardTest, LogsAnExceptionBeforeItTellsOfIt) {
+    setUnknownStateHandler([] { NSLog(@"told"); });
+    ::testing::internal::CaptureStderr();
+    guarded([] { raise(); });
+    const std::string logged = ::testing::internal::GetCapturedStderr();
+    EXPECT_LT(logged.find("StubException"), logged.find("told\n")) << logged;
+}
+
 TEST_F(GuardTest, TellsOnceWhereWaysInAreNested) {
     guarded([] { guarded([] { raise(); }); });
     EXPECT_EQ(unknownStates, 1);

@@ -22,6 +22,7 @@ TEST(ConversionsTest, KeepTextsByteForByte) {
         EXPECT_EQ(textOf(stringOf(name)), name);
     }
     EXPECT_EQ(textOf(stringOf(std::string())), "");
+    EXPECT_EQ(textOf(stringOf("no UTF-8: \xFF")), "");
     EXPECT_EQ(textOf(nil), "");
     EXPECT_EQ(optionalTextOf(nil), std::nullopt);
     EXPECT_EQ(optionalTextOf(@""), "");
@@ -47,6 +48,7 @@ TEST(ConversionsTest, HandOutNoPathThatThePlatformWouldTakeForAnother) {
     for (const std::string& name : difficultNames()) {
         EXPECT_EQ(textOf(pathOf("/" + name)), "/" + name);
     }
+    EXPECT_EQ(textOf(pathOf("/")), "/");
     NSFileManager* manager = [NSFileManager defaultManager];
     for (const std::string& path : {std::string("/tmp\0x", 6), std::string("/\0", 2),
                                     std::string("\0", 1), std::string(), std::string("/\xFF")}) {

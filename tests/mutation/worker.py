@@ -92,11 +92,14 @@ class Worker:
 
     def _failure(self, program):
         """What is printed when a test fails; None if none does."""
+        # A change may have the tests remove the folder that they run in.
+        place = self._folder / "place"
         for tests in (f"-{SLOW}", SLOW):
+            place.mkdir(exist_ok=True)
             command = [*LIMITS, program, *OPTIONS, f"--gtest_filter={tests}"]
             try:
                 ran = subprocess.run(
-                    command, cwd=self._folder, capture_output=True, timeout=SECONDS, check=False
+                    command, cwd=place, capture_output=True, timeout=SECONDS, check=False
                 )
             except subprocess.TimeoutExpired:
                 return f"no end after {SECONDS} s"
