@@ -16,7 +16,7 @@ LIMITS = ["prlimit", "--cpu=10", f"--as={4 << 30}", "--core=0"]
 OPTIONS = ["--gtest_brief=1", "--gtest_fail_fast"]
 # Tests that take their time, with files, child processes and timers, run only after the others.
 SLOW = "*FilesTest.*:FoundationPathsTest.*:RunLoopTest.*:HomeTrashTest.*:BundlesTest.*:TasksTest.*"
-SECONDS = 120
+SECONDS = 40
 
 
 def program_for(change):
