@@ -27,6 +27,14 @@ class PressFilterTest : public ::testing::Test {
     PressFilter filter;
 };
 
+TEST(PressTest, IsAFirstClickAtTheBeginningUnlessMoreIsSaid) {
+    const Press press;
+    EXPECT_EQ(press.time, 0);
+    EXPECT_EQ(press.clickCount, 1);
+    EXPECT_EQ(press.doubleClickInterval, 0);
+    EXPECT_TRUE(PressFilter().counts(press)) << "nothing was shown before it";
+}
+
 TEST_F(PressFilterTest, LetsAFirstPressThroughAtOnce) {
     EXPECT_TRUE(filter.counts(click(10)));
     EXPECT_TRUE(filter.counts(key(10)));

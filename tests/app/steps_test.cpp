@@ -23,6 +23,10 @@ class StepsTest : public InstallerTest {
     }
 };
 
+TEST(StepTest, IsToComeUnlessMoreIsSaid) {
+    EXPECT_EQ(Step().state, StepState::toCome);
+}
+
 TEST_F(StepsTest, AreNamedAndReadOutWithTheirState) {
     viewController.shown = settingsView;
     const std::vector<Step> expected = {

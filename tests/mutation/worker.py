@@ -38,6 +38,8 @@ class Worker:
             failure = self._failure(self._linked(name, {}))
             if failure is not None:
                 raise RuntimeError(f"{name}: the tests fail without a change:\n{failure}")
+        if "core" in self._links and self._joined(self._folder) is None:
+            raise RuntimeError("the core and its tests do not compile, each as one source")
 
     def is_noticed(self, change):
         suffix = Path(change.path).suffix
@@ -60,14 +62,18 @@ class Worker:
         header = overlay / change.path
         header.parent.mkdir(parents=True)
         header.write_text(change.content, encoding="utf-8")
+        program = self._joined(overlay)
+        return None if program is None else self._fails(program)
+
+    def _joined(self, overlay):
+        """The core's test program, with headers of `overlay` in the place of their own."""
         objects = []
         for name, places in JOINED.items():
             objects.append(self._folder / f"{name}.o")
             sources = self._build.sources_of(*places)
             if not self._done(self._build.joined_command(sources, overlay, objects[-1])):
                 return None
-        program = self._linked("core", {}, objects)
-        return None if program is None else self._fails(program)
+        return self._linked("core", {}, objects)
 
     def _linked(self, name, replaced, only=()):
         """The test program with other objects in the place of its own; with `only`, no others."""
