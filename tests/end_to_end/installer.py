@@ -1,7 +1,5 @@
 """The installer in its real window: what it shows is read, what is pressed is really pressed."""
 
-import functools
-
 from application import STILL_PICTURES, Application
 from descriptions import FINISH
 from inspector import Inspector
@@ -17,6 +15,7 @@ class Installer(Application):
         """`built` is where the build has put the bundle, if this one is a copy of it."""
         super().__init__(display, bundle, *arguments, **options)
         self._built = built or self.bundle
+        self._placed = None
 
     def __enter__(self):
         self._inspector = Inspector(self._built, for_everybody=self._user is not None)
@@ -74,9 +73,17 @@ class Installer(Application):
             "the window to be active",
         )
 
-    @functools.cached_property
+    @property
     def content(self):
-        """Where the window's content lies on the screen, below the menu in the window.
+        """Where the window's content lies on the screen, below the menu in the window."""
+        if not self._placed or self.display.area(self._placed[0]) != self._placed[1]:
+            self._placed = self._settled_window()
+        _, area, (_, _, width, height) = self._placed
+        width, height = round(width), round(height)
+        return Rectangle(area.x, area.y + area.height - height, width, height)
+
+    def _settled_window(self):
+        """The window, where it lies, and its content's rectangle in it.
 
         The menu comes into an active window, which grows then and finds its place again.
         """
@@ -86,16 +93,14 @@ class Installer(Application):
             nonlocal last, seen
             area = self.display.area(state.window)
             complete = state.size[3] < state.height == area.height
-            seen = seen + 1 if complete and (area, state.size) == last else 0
-            last = area, state.size
+            seen = seen + 1 if complete and (state.window, area, state.size) == last else 0
+            last = state.window, area, state.size
             # GNUstep now and then takes the menu's height from the page, and leaves it so.
             return seen >= (STILL_PICTURES if state.size[2:] == SIZE else 10 * STILL_PICTURES)
 
         self.wait_until_active()
         self.wait_for_state(settled, "the window to have its menu")
-        area, (_, _, width, height) = last
-        width, height = round(width), round(height)
-        return Rectangle(area.x, area.y + area.height - height, width, height)
+        return last
 
     def wait_until_placed(self):
         """Until the window and what is in it have found their places."""
