@@ -92,7 +92,8 @@ TEST_F(PackingFailure, UnwritableLibrary) {
 }
 
 TEST_F(PackingFailure, ZipCannotGrow) {
-    expectRefused("File too large", {.largestFile = 100});
+    writeFile(source / "large", incompressible(10'000));
+    expectRefused("File too large", {.largestFile = 5'000});
 }
 
 TEST_F(PackingFailure, ZipInsideFolder) {

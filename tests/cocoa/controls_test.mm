@@ -43,12 +43,16 @@ TEST(ControlsTest, CellGetsItsTitle) {
     EXPECT_EQ(takeRecorded(), (Lines{"cell setTitle: Grüße 100%@"}));
 }
 
+NSTextView* textViewOver(id storage) {
+    Recorder* view = [Recorder named:"text view" standingFor:[NSTextView class]];
+    [view answer:storage to:@selector(textStorage)];
+    return static_cast<NSTextView*>(static_cast<id>(view));
+}
+
 TEST(ControlsTest, TextViewsWholeContentIsReplaced) {
     NSMutableAttributedString* storage =
         [[[NSMutableAttributedString alloc] initWithString:@"before"] autorelease];
-    NSTextView* object = standIn<NSTextView>("text view");
-    [static_cast<Recorder*>(static_cast<id>(object)) answer:storage to:@selector(textStorage)];
-    CocoaTextView view(object);
+    CocoaTextView view(textViewOver(storage));
     NSAttributedString* text = [[[NSAttributedString alloc] initWithString:@"Licence"] autorelease];
     view.setAttributedString(std::make_shared<CocoaAttributedString>(text));
     EXPECT_TRUE([[storage string] isEqual:@"Licence"]);
@@ -62,13 +66,12 @@ NSColor* colorAt(NSAttributedString* text, NSUInteger index) {
 
 TEST(ControlsTest, TextKeepsTheDocumentsColoursAndTheRestHasTheSystems) {
     NSMutableAttributedString* storage = [[[NSMutableAttributedString alloc] init] autorelease];
-    NSTextView* object = standIn<NSTextView>("text view");
-    [static_cast<Recorder*>(static_cast<id>(object)) answer:storage to:@selector(textStorage)];
     NSMutableAttributedString* document =
         [[[NSMutableAttributedString alloc] initWithString:@"plain red plain"] autorelease];
     NSColor* red = [NSColor colorWithCalibratedRed:1 green:0 blue:0 alpha:1];
     [document addAttribute:NSForegroundColorAttributeName value:red range:NSMakeRange(6, 3)];
-    CocoaTextView(object).setAttributedString(std::make_shared<CocoaAttributedString>(document));
+    CocoaTextView view(textViewOver(storage));
+    view.setAttributedString(std::make_shared<CocoaAttributedString>(document));
     EXPECT_TRUE([[storage string] isEqual:@"plain red plain"]);
     for (const NSUInteger index : {6, 7, 8}) {
         EXPECT_TRUE([colorAt(storage, index) isEqual:red]) << index;
@@ -80,20 +83,16 @@ TEST(ControlsTest, TextKeepsTheDocumentsColoursAndTheRestHasTheSystems) {
 
 TEST(ControlsTest, ASingleLetterWithoutAColourHasTheSystems) {
     NSMutableAttributedString* storage = [[[NSMutableAttributedString alloc] init] autorelease];
-    NSTextView* object = standIn<NSTextView>("text view");
-    [static_cast<Recorder*>(static_cast<id>(object)) answer:storage to:@selector(textStorage)];
     NSAttributedString* document = [[[NSAttributedString alloc] initWithString:@"x"] autorelease];
-    CocoaTextView(object).setAttributedString(std::make_shared<CocoaAttributedString>(document));
+    CocoaTextView view(textViewOver(storage));
+    view.setAttributedString(std::make_shared<CocoaAttributedString>(document));
     EXPECT_TRUE([colorAt(storage, 0) isEqual:[NSColor textColor]]);
 }
 
 TEST(ControlsTest, NoTextIsHandedOutAsAnEmptyOne) {
-    NSTextView* object = standIn<NSTextView>("text view");
-    [static_cast<Recorder*>(static_cast<id>(object)) answer:[Recorder named:"storage"
-                                                                standingFor:[NSTextStorage class]]
-                                                         to:@selector(textStorage)];
+    CocoaTextView view(textViewOver(standIn<NSTextStorage>("storage")));
     takeRecorded();
-    CocoaTextView(object).setAttributedString(nullptr);
+    view.setAttributedString(nullptr);
     const Lines lines = takeRecorded();
     // Apple's raises an exception over nil.
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "storage setAttributedString: nil"), 0);

@@ -2,6 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,7 @@ class Replaced {
     ~Replaced();
     Replaced(const Replaced&) = delete;
     Replaced& operator=(const Replaced&) = delete;
+    IMP before() const { return before_; }
 
   private:
     Class owner_;
@@ -66,6 +68,16 @@ class Answering {
   private:
     Class receiver_;
     SEL method_;
+    Replaced replaced_;
+};
+
+/// Has `note` called when the `dealloc` that `owner` has or inherits is reached, as long as this
+/// lives. One at a time.
+class NotedDealloc {
+  public:
+    NotedDealloc(Class owner, std::function<void()> note);
+
+  private:
     Replaced replaced_;
 };
 

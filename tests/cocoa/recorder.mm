@@ -13,6 +13,13 @@ namespace {
 Lines recorded;
 std::map<std::string, int> livingRecorders;
 std::map<std::pair<Class, std::string>, id> answers;
+std::function<void()> noteDealloc;
+IMP notedDealloc = nullptr;
+
+void dealloc(id object, SEL method) {
+    noteDealloc();
+    reinterpret_cast<void (*)(id, SEL)>(notedDealloc)(object, method);
+}
 
 std::string plain(NSString* text) {
     return [text UTF8String];
@@ -114,6 +121,12 @@ Answering::~Answering() {
     const auto answer = answers.find({receiver_, sel_getName(method_)});
     [answer->second release];
     answers.erase(answer);
+}
+
+NotedDealloc::NotedDealloc(Class owner, std::function<void()> note)
+    : replaced_(owner, @selector(dealloc), reinterpret_cast<IMP>(dealloc), "v@:") {
+    notedDealloc = replaced_.before();
+    noteDealloc = std::move(note);
 }
 
 }  // namespace morvella::cocoa_tests

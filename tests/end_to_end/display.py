@@ -31,6 +31,7 @@ class Display:
         self._processes = []
         self._connection = None
         self._last_key = None, 0.0
+        self.last_press = None
         try:
             self.name = self._start_server()
             self._connection = Connection(self.name)
@@ -167,6 +168,7 @@ class Display:
     # What a person does
 
     def press_mouse(self, x, y):
+        self.last_press = x, y
         xtest.fake_input(self._connection, X.MotionNotify, x=x, y=y)
         xtest.fake_input(self._connection, X.ButtonPress, 1)
         self._connection.sync()

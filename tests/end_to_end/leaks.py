@@ -22,7 +22,7 @@ from tour import Tour
 ROOT = Path(__file__).resolve().parent.parent.parent
 FRAMEWORKS = ROOT / "tests/support/leaks.supp"
 # Stacks must reach through code without frame pointers, or it is not seen who called it.
-SANITIZER = "detect_leaks=1:fast_unwind_on_malloc=0:malloc_context_size=40"
+SANITIZER = "detect_leaks=1:fast_unwind_on_malloc=0:malloc_context_size=24"
 
 
 def leaks(report):
@@ -54,8 +54,7 @@ def take_tour(executable, folder):
     environment.update(gate.environment)
     with Display() as display:
         with Installer(display, executable.parent, stage, environment=environment) as installer:
-            # The start allocates most, and the sanitizer notes the whole stack each time.
-            installer.wait_for_page(WELCOME, seconds=60)
+            installer.wait_for_page(WELCOME)
             Tour(installer, gate, previous=True).walk()
             return installer.output
 

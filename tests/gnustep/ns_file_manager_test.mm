@@ -117,16 +117,29 @@ TEST_F(FileManagerTest, SaysWhatIsMissing) {
     EXPECT_EQ(copy("file", "file/x"), "Not a directory.");
 }
 
+dev_t diskOf(const std::string& path) {
+    struct stat found;
+    EXPECT_EQ(stat(path.c_str(), &found), 0) << path;
+    return found.st_dev;
+}
+
+/// A new folder on another file system than that of `path`; nothing if there is none.
+std::string elsewhereThan(const std::string& path) {
+    for (const char* parent : {"/dev/shm", "/tmp", "."}) {
+        if (diskOf(parent) != diskOf(path)) {
+            std::string made = std::string(parent) + "/morvella-XXXXXX";
+            EXPECT_NE(mkdtemp(made.data()), nullptr) << made;
+            return std::filesystem::absolute(made);
+        }
+    }
+    return "";
+}
+
 TEST_F(FileManagerTest, MovesToAnotherFileSystem) {
-    char elsewhere[] = "/dev/shm/morvella-XXXXXX";
-    ASSERT_NE(mkdtemp(elsewhere), nullptr);
-    struct stat here;
-    struct stat there;
-    stat(folder.path().c_str(), &here);
-    stat(elsewhere, &there);
+    const std::string elsewhere = elsewhereThan(folder.path());
+    ASSERT_NE(elsewhere, "") << "nothing is shown on one file system";
     folder.addFile("a/b", "x");
-    const std::string target = std::string(elsewhere) + "/a";
-    EXPECT_NE(here.st_dev, there.st_dev) << "nothing is shown on one file system";
+    const std::string target = elsewhere + "/a";
     EXPECT_TRUE([manager() moveItemAtURL:fileUrl(folder.at("a")) toURL:fileUrl(target) error:NULL]);
     EXPECT_FALSE(folder.holds("a"));
     EXPECT_TRUE(std::filesystem::is_regular_file(target + "/b"));
