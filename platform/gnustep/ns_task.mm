@@ -1,15 +1,15 @@
 #include <poll.h>
+#include <spawn.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstring>
 #include <vector>
 
 // This header does not say that it is C.
 extern "C" {
 #include <sys/pidfd.h>
 }
-
-#include <glib.h>
 
 #import <AppKit/AppKit.h>
 
@@ -25,14 +25,12 @@ NSString* standInFor(NSString* tool) {
             : tool;
 }
 
-/// What was set as an output is a pipe; -1 if nothing was.
-int descriptor(NSPipe* output) {
-    return output ? [[output fileHandleForWriting] fileDescriptor] : -1;
-}
-
-/// Runs in the child.
-void restoreSignals(gpointer /*data*/) {
-    static_cast<void>(std::signal(SIGXFSZ, SIG_DFL));
+/// What was set as an output is a pipe.
+void sendTo(NSPipe* output, int descriptor, posix_spawn_file_actions_t* start) {
+    if (output) {
+        const int end = [[output fileHandleForWriting] fileDescriptor];
+        posix_spawn_file_actions_adddup2(start, end, descriptor);
+    }
 }
 
 }  // namespace
@@ -78,21 +76,26 @@ void restoreSignals(gpointer /*data*/) {
 /// offered.
 - (void)launch {
     NSString* path = standInFor([self launchPath]);
-    std::vector<char*> arguments = {const_cast<char*>([path UTF8String])};
+    std::vector<char*> words = {const_cast<char*>([path UTF8String])};
     for (NSString* argument in [self arguments]) {
-        arguments.push_back(const_cast<char*>([argument UTF8String]));
+        words.push_back(const_cast<char*>([argument UTF8String]));
     }
-    arguments.push_back(nullptr);
-    GError* reason = nullptr;
-    g_spawn_async_with_pipes_and_fds(
-        [_currentDirectoryPath UTF8String], arguments.data(), nullptr, G_SPAWN_DO_NOT_REAP_CHILD,
-        restoreSignals, nullptr, -1, descriptor(_standardOutput), descriptor(_standardError),
-        nullptr, nullptr, 0, &_taskId, nullptr, nullptr, nullptr, &reason);
-    if (reason) {
-        NSString* text = [NSString stringWithUTF8String:reason->message];
-        g_error_free(reason);
+    words.push_back(nullptr);
+    // GNUstep ignores it. One that is handled instead is as usual again in the child.
+    static_cast<void>(std::signal(SIGPIPE, [](int) {}));
+    posix_spawn_file_actions_t start;
+    posix_spawn_file_actions_init(&start);
+    if (_currentDirectoryPath) {
+        posix_spawn_file_actions_addchdir_np(&start, [_currentDirectoryPath UTF8String]);
+    }
+    sendTo(_standardOutput, STDOUT_FILENO, &start);
+    sendTo(_standardError, STDERR_FILENO, &start);
+    posix_spawn_file_actions_addclosefrom_np(&start, STDERR_FILENO + 1);
+    const int error = posix_spawn(&_taskId, words[0], &start, nullptr, words.data(), environ);
+    posix_spawn_file_actions_destroy(&start);
+    if (error) {
         [NSException raise:NSInvalidArgumentException
-                    format:@"“%@” could not be started: %@.", path, text];
+                    format:@"“%@” could not be started: %s.", path, std::strerror(error)];
     }
     _hasLaunched = YES;
     // Only the child's own copies keep a reader from seeing the end. One pipe may serve both.

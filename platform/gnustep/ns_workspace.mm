@@ -2,7 +2,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <csignal>
 
 #import <AppKit/AppKit.h>
 
@@ -18,7 +17,6 @@ NSString* executableOf(NSString* path) {
 /// Runs in the child, which has a session of its own, so that it does not end with the installer.
 void leaveInstaller(gpointer /*data*/) {
     setsid();
-    static_cast<void>(std::signal(SIGXFSZ, SIG_DFL));
 }
 
 }  // namespace

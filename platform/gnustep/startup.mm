@@ -93,8 +93,8 @@ void keepSettingsNowhere() {
         setenv("XDG_CACHE_HOME", runtime, 1);
     }
     keepSettingsNowhere();
-    // A write beyond the limit of a file's size fails instead.
-    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+    // A write beyond the limit of a file's size fails instead; here only, not in what is started.
+    static_cast<void>(std::signal(SIGXFSZ, [](int) {}));
 }
 
 /// They are defaults: a user's own settings still win.
