@@ -151,7 +151,8 @@ class Installer(Application):
     def press(self, title):
         """Clicks the button or box with this title, in the uppermost sheet or else on the page."""
         self.wait_until_placed()
-        state = self.state()
+        # In a window without the keys a click only gives it the keys.
+        state = self.wait_until_active()
         self.click((state.sheet.shown if state.sheet else state).control(title))
 
     def hold_down(self, title):
