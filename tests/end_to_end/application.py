@@ -9,8 +9,8 @@ import subprocess
 import tempfile
 from pathlib import Path
 
+from processes import children, run_state
 from waiting import PATIENCE, TimedOut, wait_until
-from walking import children
 
 LOG_PREFIX = re.compile(r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} .+?\[\d+:\d+\] ", re.MULTILINE)
 STILL_PICTURES = 4
@@ -138,11 +138,7 @@ class Application:
 
     def _rests(self):
         """Whether its main thread sleeps, rather than works or waits for the processor."""
-        try:
-            status = Path(f"/proc/{self.process.pid}/stat").read_text()
-        except FileNotFoundError:
-            return False
-        return status.rpartition(")")[2].split()[0] == "S"
+        return run_state(self.process.pid) == "S"
 
     # Its end
 

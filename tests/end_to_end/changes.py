@@ -13,8 +13,8 @@ from gate import Gate
 from descriptions import FINISH, LICENCE, SETTINGS, WELCOME
 from installer import Installer
 from messages import PREVIOUS_INSTALLATION
+from processes import children
 from waiting import wait_until
-from walking import children
 
 # Who is at work on the stage's files: the installer itself, or the archiver with one of its tasks.
 INSTALLER, PACKING = "installer", "packing"

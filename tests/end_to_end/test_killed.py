@@ -1,4 +1,3 @@
-import contextlib
 import os
 import signal
 from pathlib import Path
@@ -13,8 +12,8 @@ from changes import INSTALLER, PACKING, at_work, start_installation, wait_for_ch
 from expectations import HIDING
 from fault import Fault, backups, lost
 from gate import Gate
+from processes import children, run_state
 from waiting import wait_until
-from walking import children
 
 LEAST_KILLS = 60
 
@@ -95,7 +94,4 @@ def end(archivers, gate, by_force):
 
 def has_ended(process):
     """Nobody may have taken its status yet."""
-    with contextlib.suppress(FileNotFoundError):
-        status = Path(f"/proc/{process}/stat").read_text()
-        return status.rpartition(")")[2].split()[0] == "Z"
-    return True
+    return run_state(process) in ("", "Z")

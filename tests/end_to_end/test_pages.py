@@ -31,8 +31,8 @@ from messages import (
     NOT_AVAILABLE,
     PREVIOUS_INSTALLATION,
 )
+from processes import children
 from scenario import Scenario
-from walking import children
 
 OPEN_DEMO = "Open the demo Live Set in Live now"
 READY = "Click Next to start the installation."

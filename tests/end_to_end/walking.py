@@ -1,28 +1,11 @@
 """Through everything that comes up, to the end of the installer, by what Return would press."""
 
-import contextlib
-from pathlib import Path
-
 from descriptions import CRITICAL, INSTALLATION
 from expectations import HIDING
+from processes import children
 from waiting import PATIENCE, wait_until
 
 ENDED = object()
-
-
-def children(process):
-    """{process: command line} of what a process has started and what still runs."""
-    found = {}
-    try:
-        started = Path(f"/proc/{process}/task/{process}/children").read_text().split()
-    except (FileNotFoundError, ProcessLookupError):
-        return found
-    for child in started:
-        with contextlib.suppress(FileNotFoundError):
-            line = Path(f"/proc/{child}/cmdline").read_bytes().decode("utf-8", "replace")
-            if line:
-                found[int(child)] = line.split("\0")[:-1]
-    return found
 
 
 def walk(installer, actions=(), seconds=PATIENCE):
