@@ -14,11 +14,6 @@ NSString* executableOf(NSString* path) {
     return bundle ? [NSString stringWithFormat:@"%@/Contents/MacOS/%@", path, name] : path;
 }
 
-/// Runs in the child, which has a session of its own, so that it does not end with the installer.
-void leaveInstaller(gpointer /*data*/) {
-    setsid();
-}
-
 }  // namespace
 
 @implementation NSWorkspace (Complement)
@@ -28,18 +23,24 @@ void leaveInstaller(gpointer /*data*/) {
 - (void)findApplications {
 }
 
+/// GNUstep's own locks a file, and logs that it cannot where a killed application left it locked.
+- (NSNotificationCenter*)notificationCenter {
+    return [NSNotificationCenter defaultCenter];
+}
+
 /// The application gets the document's path as its only argument. Its output goes nowhere: the log
-/// is the installer's own, and whoever reads it waits for its end.
+/// is the installer's own, and whoever reads it waits for its end. A session of its own keeps it
+/// from ending with the installer.
 - (BOOL)openFile:(NSString*)document withApplication:(NSString*)application {
     if (![[NSFileManager defaultManager] fileExistsAtPath:document]) {
         return NO;
     }
     std::array<char*, 3> arguments = {const_cast<char*>([executableOf(application) UTF8String]),
                                       const_cast<char*>([document UTF8String]), nullptr};
-    constexpr auto silent =
-        static_cast<GSpawnFlags>(G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL);
-    return g_spawn_async(nullptr, arguments.data(), nullptr, silent, leaveInstaller, nullptr,
-                         nullptr, nullptr);
+    constexpr auto quiet = GSpawnFlags(G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL);
+    return g_spawn_async(
+        nullptr, arguments.data(), nullptr, quiet, [](gpointer) { setsid(); }, nullptr, nullptr,
+        nullptr);
 }
 
 @end

@@ -67,6 +67,11 @@ TEST_F(WorkspaceTest, LeavesTheApplicationToItself) {
     EXPECT_EQ(errno, ECHILD);
 }
 
+TEST_F(WorkspaceTest, TellsNobodyElseWhatIsLaunched) {
+    EXPECT_EQ([[NSWorkspace sharedWorkspace] notificationCenter],
+              [NSNotificationCenter defaultCenter]);
+}
+
 TEST_F(WorkspaceTest, SaysWhenNothingWasStarted) {
     addApplication("Live", "exit 0");
     folder.addFile("not executable");
