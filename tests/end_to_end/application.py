@@ -78,11 +78,9 @@ class Application:
 
     def _keep_evidence(self):
         self.display.picture(self.display.screen).save(Path(f"{self._evidence}.png"))
-        pressed = f"The mouse was pressed last at {self.display.last_press}, the window's content lies at"
         places = [self.display.area(window) for window in self.display.windows(self.bundle.stem)]
-        Path(f"{self._evidence}.log").write_text(
-            f"{self.output}\n{pressed} {places}\n", encoding="utf-8"
-        )
+        pressed = f"Pressed last at {self.display.last_press}; windows at {places}"
+        Path(f"{self._evidence}.log").write_text(f"{self.output}\n{pressed}\n", encoding="utf-8")
 
     # What it wrote
 

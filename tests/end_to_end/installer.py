@@ -150,15 +150,17 @@ class Installer(Application):
 
     def press(self, title):
         """Clicks the button or box with this title, in the uppermost sheet or else on the page."""
-        self.wait_until_placed()
-        # In a window without the keys a click only gives it the keys.
-        state = self.wait_until_active()
+        state = self._wait_until_pressable()
         self.click((state.sheet.shown if state.sheet else state).control(title))
+
+    def _wait_until_pressable(self):
+        """In a window without the keys a click only gives it the keys."""
+        self.wait_until_placed()
+        return self.wait_until_active()
 
     def hold_down(self, title):
         """Presses the mouse on a button of the page and waits until it shows that."""
-        self.wait_until_placed()
-        self.press_mouse_on(self.state().control(title))
+        self.press_mouse_on(self._wait_until_pressable().control(title))
         self.wait_for_state(lambda state: state.control(title).pressed, f"{title!r} to be pressed")
 
     def key(self, *names):

@@ -1,4 +1,4 @@
-"""What runs, and what it waits for."""
+"""Processes, as the system tells of them."""
 
 from pathlib import Path
 
