@@ -1,17 +1,13 @@
-"""How pytest runs the end-to-end tests: options, one display for each worker, what a failure leaves."""
+"""How pytest runs the end-to-end tests: options, displays, evidence of failures."""
 
 import random
 import re
 import shutil
-import sys
 from pathlib import Path
 
 import pytest
-
-sys.dont_write_bytecode = True
-
-from display import Display  # noqa: E402
-from sampling import choose  # noqa: E402
+from display import Display
+from sampling import choose
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 EVIDENCE = ROOT / "build/end-to-end"

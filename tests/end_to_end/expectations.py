@@ -1,4 +1,4 @@
-"""What a run must have written and done; each `expect_...` raises an AssertionError if it has not."""
+"""What a run must have written and done; each `expect_...` asserts it."""
 
 import re
 import urllib.parse
@@ -110,7 +110,7 @@ def suite(bundle):
 
 
 def installed(bundle, stage, *, fonts=FONTS, suite_to=True, utilities_to=True, shaders_to=True):
-    """What an installation adds to a stage; each piece goes to its usual place, another, or None."""
+    """What an installation adds to a stage. A piece goes to its usual place, another or none."""
     resources = bundle / "Resources"
     pieces = [
         (suite(bundle), suite_to, stage.user_library),
@@ -153,7 +153,9 @@ def expect_files(stage, expected, *, trashed=None):
 
 def _made_for(trash, path, expected):
     """Whether the Trash brought this path: what is in it, and the folders made to hold it."""
-    return path not in expected and (path == trash or path in trash.parents or trash in path.parents)
+    return path not in expected and (
+        path == trash or path in trash.parents or trash in path.parents
+    )
 
 
 def expect_untouched(stage, before):

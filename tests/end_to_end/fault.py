@@ -1,4 +1,4 @@
-"""What the tests share that let something go wrong: runs to their end, and what they must not do."""
+"""Shared by the tests in which something goes wrong: complete runs and their limits."""
 
 import configparser
 import contextlib
@@ -72,7 +72,7 @@ def with_modes(stage):
 
 
 def without_own_places(items, stage, new=()):
-    """The snapshot without what belongs to the installer, and without the `new` paths themselves."""
+    """The snapshot without the installer's own places and without the `new` paths themselves."""
     places = [stage.destination, stage.utilities, stage.shared_data, stage.documents / "Morvella"]
     places += [stage.trash, stage.root / "opened-documents.txt"]
     places += [stage.fonts / font for font in FONTS]

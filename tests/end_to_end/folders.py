@@ -14,7 +14,7 @@ USUAL = 0o755
 
 @contextlib.contextmanager
 def temporary_folder(purpose):
-    """Every user may look into it; nothing of it is left behind, whatever a test did to its modes."""
+    """Readable by every user; removed at the end, whatever a test did to the modes in it."""
     folder = Path(tempfile.mkdtemp(prefix=f"morvella-{purpose}-")).resolve()
     folder.chmod(USUAL)
     try:

@@ -187,4 +187,3 @@ class Installer(Application):
         self.press("Finish")
         status = self.wait_for_end()
         assert status == 0, f"the installer ended with {status}"
-

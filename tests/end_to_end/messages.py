@@ -1,8 +1,6 @@
 """What the sheets say."""
 
-BUNDLE_CORRUPT = (
-    "Installer bundle corrupt, please dowload the installer again or contact support."
-)
+BUNDLE_CORRUPT = "Installer bundle corrupt, please dowload the installer again or contact support."
 UNKNOWN_STATE = (
     "The installer reached an unkown state, please try restarting the installer.\n"
     "If the problem persists, please contact support."

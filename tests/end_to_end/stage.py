@@ -1,7 +1,7 @@
-"""A stage: a folder shaped like a Mac's disk, with one user, Ableton Live and the suite's kit on it.
+"""A stage: a folder shaped like a Mac's disk, with a user, Ableton Live and the suite's kit.
 
-The installer never looks outside the stage that MORVELLA_STAGE and HOME name, so a run on it touches
-nothing of the machine. `make` builds one, `Stage` knows where everything on it lies.
+The installer never looks outside the stage that MORVELLA_STAGE and HOME name, so a run on it
+touches nothing of the machine. `make` builds one, `Stage` knows where everything on it lies.
 """
 
 import plistlib
@@ -163,9 +163,7 @@ class Stage:
         self.unmounted_volume.rename(self.volume)
 
 
-def make(
-    root, *, previous=False, obstructed=False, unmounted=False, demo=True, names=Names()
-):
+def make(root, *, previous=False, obstructed=False, unmounted=False, demo=True, names=Names()):
     """Builds a stage in the folder `root`, which must be empty or not be there yet."""
     root = Path(root).resolve()
     if any(mark in str(root / names.library) for mark in '"\n\r'):
@@ -255,11 +253,13 @@ def _make_live(stage):
 
 
 def _make_previous_installation(stage):
-    """An installation by an earlier version, which brought one font less, and the user's own work."""
+    """An installation by an earlier version, which had one font less, and the user's own work."""
     suite = stage.destination
     _write(suite / "Sources/Vellicor.amxd", "Vellicor of an earlier version\n")
     _write(suite / "Sources/Retired.amxd", "a device that is not shipped any more\n")
-    _write(suite / ".Morvella.app/Contents/MacOS/Morvella", "the application of an earlier version\n")
+    _write(
+        suite / ".Morvella.app/Contents/MacOS/Morvella", "the application of an earlier version\n"
+    )
     _write(suite / "My Patches/Evening Drone.adv", "a patch of the user's own\n")
     _write(stage.utilities / "Tressimo.app/Contents/MacOS/Tressimo", "an earlier version\n")
     _write(stage.shared_data / "ISF/Dariwent/Waves.fs", "a shader of an earlier version\n")

@@ -43,9 +43,7 @@ class TestBadLiveApplication(Scenario):
 
     def test_folder_that_is_not_an_application(self):
         stage = self.make_stage()
-        self.expect_no_user_library(
-            stage.documents, "couldn't get usrlib info, status:1", stage
-        )
+        self.expect_no_user_library(stage.documents, "couldn't get usrlib info, status:1", stage)
 
     def expect_unknown_version(self, stage):
         self.expect_no_user_library(

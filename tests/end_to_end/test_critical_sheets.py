@@ -116,7 +116,9 @@ class TestCriticalSheets(Scenario):
 
     def test_suite_without_a_required_device_fails_to_verify(self):
         stage, bundle = self.make_stage(), self.copy_bundle()
-        self.remove_from_archive(bundle / "Resources/morvella.zip", "Morvella/Sources/Vellicor.amxd")
+        self.remove_from_archive(
+            bundle / "Resources/morvella.zip", "Morvella/Sources/Vellicor.amxd"
+        )
         before = self.snapshot(stage)
         with self.launch(stage, bundle=bundle) as installer:
             self.begin_installation(installer)

@@ -10,7 +10,7 @@ import snapshot
 from descriptions import FINISH
 from changes import INSTALLER, PACKING, at_work, start_installation, wait_for_change
 from expectations import HIDING
-from fault import Fault, backups, lost
+from fault import Fault, backups
 from gate import Gate
 from processes import children, run_state
 from waiting import wait_until

@@ -14,9 +14,7 @@ class TestUnusualNames(Scenario):
         with self.launch(stage) as installer:
             self.install(installer)
             self.leave(installer)
-            self.expect_log(
-                installer, *start_lines(stage), *installation_lines(self.bundle, stage)
-            )
+            self.expect_log(installer, *start_lines(stage), *installation_lines(self.bundle, stage))
         expect_files(stage, {**before, **installed(self.bundle, stage)})
         expect_opened(stage, [str(stage.demo_set)])
 

@@ -67,7 +67,7 @@ REFUSED = None
 
 # How a run goes when the user may not look into a folder, and when the user may not write to it.
 RUNS = {
-    # Live, as it stands on the stage, could not write down there that it was asked to open anything.
+    # Live on the stage could not record there that it was asked to open anything.
     ".": (REFUSED, NO_DEMO),
     "Applications": (NO_USER_LIBRARY, OLD_UTILITY_REPLACED),
     LIVE: (NO_USER_LIBRARY, UNDISTURBED),

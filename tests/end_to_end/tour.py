@@ -30,9 +30,7 @@ class Tour:
     `keep(name, picture)` is given a picture of each page and sheet.
     """
 
-    def __init__(
-        self, installer, gate, *, previous=False, obstructed=False, demo=True, keep=None
-    ):
+    def __init__(self, installer, gate, *, previous=False, obstructed=False, demo=True, keep=None):
         self.installer, self.gate, self.stage = installer, gate, installer.stage
         self._changes = 0
         self._previous, self._obstructed = previous, obstructed
@@ -121,7 +119,9 @@ class Tour:
         expected, trashed = dict(self._before), {}
         if stage.unmounted:
             expected = snapshot.moved(
-                expected, stage.unmounted_volume.relative_to(stage.root), stage.volume.relative_to(stage.root)
+                expected,
+                stage.unmounted_volume.relative_to(stage.root),
+                stage.volume.relative_to(stage.root),
             )
         if self._previous:
             for old in (stage.destination, stage.utilities):
@@ -167,7 +167,10 @@ def take(executable, folder, options, pictures):
     """Makes a stage in `folder` and takes the tour that the options ask for."""
     chosen = stages.chosen(options)
     stage = stages.make(folder, **chosen)
-    keep = lambda name, picture: picture.save(pictures / f"{name}.png")  # noqa: E731
+
+    def keep(name, picture):
+        picture.save(pictures / f"{name}.png")
+
     bundle = executable.parent
     with Display() as display, folders.temporary_folder("tour") as folder:
         gate = Gate(folder / "gate", bundle)

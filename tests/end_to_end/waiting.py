@@ -3,8 +3,8 @@
 import os
 import time
 
-# No step of the installer takes a person's patience longer than this, in seconds. Another build than
-# a person's may take longer.
+# The longest that a step of the installer may take, in seconds. A build with sanitizers may
+# take longer.
 PATIENCE = float(os.environ.get("PATIENCE", "10"))
 
 

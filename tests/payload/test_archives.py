@@ -144,9 +144,7 @@ class Files(CheckPayload):
         content = bytearray(path.read_bytes())
         content[content.index(b"PK\x01\x02") + 8] |= 1
         path.write_bytes(content)
-        self.assertEqual(
-            self.findings(), ['error: ISF.zip: "ISF/Dariwent/Ripple.fs" is encrypted']
-        )
+        self.assertEqual(self.findings(), ['error: ISF.zip: "ISF/Dariwent/Ripple.fs" is encrypted'])
 
 
 class Names(CheckPayload):
@@ -226,9 +224,7 @@ class Collisions(CheckPayload):
 
     def test_a_file_with_entries_below_it(self):
         self.payload.add("ISF.zip", "ISF/Standard/Invert.fs/late")
-        self.expect(
-            'ISF.zip: "ISF/Standard/Invert.fs" has entries below it but is not a folder'
-        )
+        self.expect('ISF.zip: "ISF/Standard/Invert.fs" has entries below it but is not a folder')
 
     def test_an_entry_below_a_link(self):
         self.payload.add("ISF.zip", "ISF/link", b"Standard", LINK)

@@ -127,9 +127,7 @@ class Success(PackageMac):
     def test_verifies_the_code_inside_the_payload(self):
         self.package()
         requirement = "--test-requirement =anchor apple generic"
-        verified = [
-            call.rpartition("/")[2] for call in self.calls if requirement in call
-        ]
+        verified = [call.rpartition("/")[2] for call in self.calls if requirement in call]
         bundles = ["Morvella.app", "Tressimo.app"]
         self.assertEqual(sorted(verified), sorted(["Morvella", "Tressimo", *bundles]))
 
