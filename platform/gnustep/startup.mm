@@ -77,6 +77,14 @@ void keepSettingsNowhere() {
     setenv("GNUSTEP_CONFIG_FILE", path.c_str(), 1);
 }
 
+/// Where the system has no current font cache, fontconfig writes one of its own, by default below
+/// the home folder. It says so on standard error if it cannot.
+void keepCachesOffTheStage() {
+    std::error_code failed;
+    const fs::path folder = fs::temp_directory_path(failed);
+    setenv("XDG_CACHE_HOME", (folder / ("morvella-cache-" + std::to_string(getuid()))).c_str(), 1);
+}
+
 /// Runs before GNUstep looks at any of this, and before `main`.
 [[gnu::constructor(101)]] void prepare() {
     // Launch arguments and log lines are UTF-8 whatever the locale.
@@ -87,11 +95,7 @@ void keepSettingsNowhere() {
     // of the desktop has a part in it.
     unsetenv("XDG_DATA_HOME");
     setenv("GIO_USE_VFS", "local", 1);
-    // Should the system's cache of fonts be out of date, a new one goes where it is nobody's
-    // litter.
-    if (const char* runtime = std::getenv("XDG_RUNTIME_DIR")) {
-        setenv("XDG_CACHE_HOME", runtime, 1);
-    }
+    keepCachesOffTheStage();
     keepSettingsNowhere();
     // A write beyond the limit of a file's size fails instead; here only, not in what is started.
     static_cast<void>(std::signal(SIGXFSZ, [](int) {}));
