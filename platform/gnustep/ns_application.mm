@@ -9,17 +9,19 @@
 - (void)_appIconInit {
 }
 
-/// The page behind a sheet takes no commands; the main menu does.
+/// GNUstep offers a key to every button in the window first. While a sheet is up, the keys are the
+/// sheet's and the main menu's.
 - (void)sendEvent:(NSEvent*)event {
     event = [NSEvent watched:event];
     if (!event) {
         return;
     }
-    if ([event type] == NSKeyDown && ([event modifierFlags] & NSCommandKeyMask) &&
-        [SheetCover coverOfWindow:[event window]]) {
+    if ([event type] != NSKeyDown || ![SheetCover coverOfWindow:[event window]]) {
+        [super sendEvent:event];
+    } else if ([event modifierFlags] & NSCommandKeyMask) {
         [[self mainMenu] performKeyEquivalent:event];
     } else {
-        [super sendEvent:event];
+        [[[event window] firstResponder] keyDown:event];
     }
 }
 

@@ -1,4 +1,3 @@
-#include <poll.h>
 #include <spawn.h>
 #include <unistd.h>
 
@@ -11,11 +10,9 @@ extern "C" {
 #include <sys/pidfd.h>
 }
 
-#import <AppKit/AppKit.h>
+#import <Foundation/Foundation.h>
 
 namespace {
-
-constexpr int animationInterval = 80;  // milliseconds
 
 /// Where the stand-in for a tool of macOS lies; any other tool's own path.
 NSString* standInFor(NSString* tool) {
@@ -35,37 +32,8 @@ void sendTo(NSPipe* output, int descriptor, posix_spawn_file_actions_t* start) {
 
 }  // namespace
 
-/// On macOS an indicator can turn in a thread of its own while the main thread waits.
-@implementation NSProgressIndicator (Turning)
-
-+ (void)animateIn:(NSView*)view {
-    for (NSView* subview in [view isHidden] ? nil : [view subviews]) {
-        [self animateIn:subview];
-    }
-    if ([view isKindOfClass:self] && ![view isHidden]) {
-        auto* indicator = static_cast<NSProgressIndicator*>(view);
-        if (indicator->_isRunning) {
-            [indicator animate:nil];
-            [indicator display];
-        }
-    }
-}
-
-/// Takes every visible indicator that turns one step further, on the screen too.
-+ (void)animateVisible {
-    for (NSWindow* window in [NSApp windows]) {
-        if ([window isVisible]) {
-            // A sheet lies beside the content.
-            [self animateIn:[[window contentView] superview]];
-            [window flushWindow];
-        }
-    }
-}
-
-@end
-
-/// What every task is an instance of.
-@interface NSConcreteUnixTask : NSTask
+/// The class of every task. The child's end is an event of the run loop.
+@interface NSConcreteUnixTask : NSTask <RunLoopEvents>
 @end
 
 @implementation NSConcreteUnixTask (Complement)
@@ -81,8 +49,10 @@ void sendTo(NSPipe* output, int descriptor, posix_spawn_file_actions_t* start) {
         words.push_back(const_cast<char*>([argument UTF8String]));
     }
     words.push_back(nullptr);
-    // GNUstep ignores it. One that is handled instead is as usual again in the child.
+    // A child inherits an ignored signal, and GNUstep ignores this one; a handled one it does not.
     static_cast<void>(std::signal(SIGPIPE, [](int) {}));
+    // GNUstep's handler makes the run loop collect every child and lose the status of this one.
+    static_cast<void>(std::signal(SIGCHLD, SIG_DFL));
     posix_spawn_file_actions_t start;
     posix_spawn_file_actions_init(&start);
     if (_currentDirectoryPath) {
@@ -105,15 +75,27 @@ void sendTo(NSPipe* output, int descriptor, posix_spawn_file_actions_t* start) {
     }
 }
 
-/// GNUstep's own looks ten times a second. Nothing of the run loop runs meanwhile; only what turns
-/// goes on turning.
+/// Runs the run loop in its default mode until the child has ended, as on macOS. GNUstep's own does
+/// too, but notices the end up to a tenth of a second late.
 - (void)waitUntilExit {
-    pollfd child = {pidfd_open(_taskId, 0), POLLIN, 0};
+    const int child = pidfd_open(_taskId, 0);
+    void* source = reinterpret_cast<void*>(static_cast<intptr_t>(child));
+    NSRunLoop* runLoop = [NSRunLoop currentRunLoop];
+    [runLoop addEvent:source type:ET_RDESC watcher:self forMode:NSDefaultRunLoopMode];
     while ([self isRunning]) {
-        [NSProgressIndicator animateVisible];
-        poll(&child, 1, animationInterval);
+        NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
+        [runLoop runMode:NSDefaultRunLoopMode beforeDate:[NSDate distantFuture]];
+        [pool release];
     }
-    close(child.fd);
+    [runLoop removeEvent:source type:ET_RDESC forMode:NSDefaultRunLoopMode all:YES];
+    close(child);
+}
+
+/// The child has ended; the loop above looks by itself.
+- (void)receivedEvent:(void*)data
+                 type:(RunLoopEventType)type
+                extra:(void*)extra
+              forMode:(NSString*)mode {
 }
 
 @end

@@ -136,7 +136,6 @@ TEST(ControlsTest, NewIndicatorHasWhatIsAskedFor) {
     EXPECT_EQ(int([spinner style]), 1);
     EXPECT_TRUE([spinner isIndeterminate]);
     EXPECT_TRUE([spinner isHidden]);
-    EXPECT_TRUE([spinner usesThreadedAnimation]);
 
     NSProgressIndicator* bar = madeIndicator({.width = 10, .height = 10});
     EXPECT_EQ(int([bar style]), 0);
