@@ -1,27 +1,22 @@
 #include "app/press_filter.hpp"
 
+#include <algorithm>
+
 namespace morvella {
 
 void PressFilter::shown(double time) {
-    shown_ = time;
+    last_ = time;
+    ignoring_ = true;
 }
 
-bool PressFilter::counts(const Press& press) {
-    const bool counts = press.time >= shown_ && !continues(press);
-    if (press.key) {
-        lastPresses_[*press.key] = press.time;
+bool PressFilter::counts(double time, bool isRepeat) {
+    constexpr double pause = 0.5;
+    if (!isRepeat && time - last_ >= pause) {
+        ignoring_ = false;
     }
-    return counts;
-}
-
-/// Whether the press is a later one of a multiple press.
-bool PressFilter::continues(const Press& press) const {
-    if (!press.key) {
-        return press.clickCount > 1;
-    }
-    const auto last = lastPresses_.find(*press.key);
-    return press.isRepeat ||
-           (last != lastPresses_.end() && press.time - last->second <= press.doubleClickInterval);
+    // A press that waited for the work of a page is older than what has been shown since.
+    last_ = std::max(last_, time);
+    return !ignoring_ && !isRepeat;
 }
 
 }  // namespace morvella

@@ -1,38 +1,26 @@
 #pragma once
 
-#include <map>
-#include <optional>
-
 namespace morvella {
 
-/// A press of the mouse or of a key. Times are in seconds since the system was started.
-struct Press {
-    double time = 0;
-    /// Which one of quick clicks at one place it is, from 1; without meaning for a key.
-    int clickCount = 1;
-    /// The character of the key; nothing for the mouse.
-    std::optional<char32_t> key = {};
-    /// Whether the key was only held down since its last press.
-    bool isRepeat = false;
-    /// At most this many seconds lie between two presses that count as one for the user.
-    double doubleClickInterval = 0;
-};
-
-/// Tells the presses that were meant for the page or sheet on the screen from those that were not:
-/// made before it was there, or the later ones of a multiple press. A first press counts at once.
+/// Decides which presses of buttons and keys count: only those made for what the user saw. Presses
+/// less than half a second apart form a series. A series counts as a whole, if it began at least
+/// half a second after the page or sheet was drawn.
+///
+/// Times are in seconds since the system was started.
 class PressFilter {
   public:
-    /// A page or sheet was drawn, or a sheet went.
+    /// Call when a page or sheet has been drawn, or a sheet has closed.
     void shown(double time);
 
-    /// Whether `press` may press anything. To be asked of each press, in order.
-    [[nodiscard]] bool counts(const Press& press);
+    /// Call once for every press, in the order the presses arrive. The repeats of a held key belong
+    /// to the series of its press, however far apart they are, and never count themselves.
+    [[nodiscard]] bool counts(double time, bool isRepeat);
 
   private:
-    [[nodiscard]] bool continues(const Press& press) const;
-
-    double shown_ = 0;
-    std::map<char32_t, double> lastPresses_;
+    /// When something was last shown or pressed.
+    double last_ = 0;
+    /// Something was shown, and there has been no pause of half a second since.
+    bool ignoring_ = true;
 };
 
 }  // namespace morvella

@@ -2,15 +2,15 @@
 
 #import <AppKit/AppKit.h>
 
-/// Keeps presses that were not meant from the buttons of pages and sheets. It does so where events
-/// are delivered: VoiceOver and `performClick:` have none of their own and always work. Closing and
-/// quitting are never held back.
+/// Discards presses that were not meant for the page or sheet on the screen (see
+/// app/press_filter.hpp), where events are delivered: VoiceOver and `performClick:` send none and
+/// always work. Closing and quitting are never blocked.
 @interface PressMonitor : NSObject
 
-/// To be called once.
+/// Call once, at start-up.
 + (void)start;
 
-/// A page is on the screen: what was pressed before was not meant for it. Sheets are seen to.
+/// Call when a page has been drawn. Sheets are handled automatically.
 + (void)screenChanged;
 
 @end

@@ -5,53 +5,52 @@
 
 #include "app/press_filter.hpp"
 
-using morvella::Press;
-using morvella::PressFilter;
-
 namespace {
 
-PressFilter& filter() {
-    static PressFilter filter;
+morvella::PressFilter& filter() {
+    static morvella::PressFilter filter;
     return filter;
 }
 
-/// The buttons of the title bar are no part of a page.
-bool isOfTitleBar(NSView* view) {
+/// The clock of `-[NSEvent timestamp]`.
+NSTimeInterval now() {
+    return [[NSProcessInfo processInfo] systemUptime];
+}
+
+bool isInTitleBar(NSView* button) {
     constexpr std::array buttons = {NSWindowCloseButton, NSWindowMiniaturizeButton,
                                     NSWindowZoomButton};
-    return std::ranges::any_of(buttons, [view](NSWindowButton button) {
-        return view == [[view window] standardWindowButton:button];
+    return std::ranges::any_of(buttons, [button](NSWindowButton kind) {
+        return button == [[button window] standardWindowButton:kind];
     });
 }
 
-/// Looks at the whole window: a sheet may lie beside the view that holds the page.
+/// Searches the whole window: a sheet may lie beside the view that holds the page. Newer systems
+/// build buttons out of views.
 bool hitsButton(NSEvent* event) {
-    NSView* whole = [[[event window] contentView] superview];
-    NSView* hit = [whole hitTest:[event locationInWindow]];
-    return [hit isKindOfClass:[NSButton class]] && !isOfTitleBar(hit);
+    NSView* frame = [[[event window] contentView] superview];
+    NSView* hit = [frame hitTest:[event locationInWindow]];
+    while (hit && ![hit isKindOfClass:[NSButton class]]) {
+        hit = [hit superview];
+    }
+    return hit && !isInTitleBar(hit);
 }
 
-/// Return, Enter, Space and Escape press buttons.
-bool isKeyOfButtons(NSEvent* event) {
+/// Return, Enter, Space and Escape press buttons; with Command they belong to the menu.
+bool isButtonKey(NSEvent* event) {
     NSString* key = [event charactersIgnoringModifiers];
     return key && !([event modifierFlags] & NSEventModifierFlagCommand) &&
            [@[ @"\r", @"\x03", @" ", @"\x1b" ] containsObject:key];
 }
 
-bool isHeldBack(NSEvent* event) {
-    Press press;
-    press.time = [event timestamp];
-    press.doubleClickInterval = [NSEvent doubleClickInterval];
-    if ([event type] == NSEventTypeLeftMouseDown) {
-        press.clickCount = static_cast<int>([event clickCount]);
-        return hitsButton(event) && !filter().counts(press);
-    }
-    if (!isKeyOfButtons(event)) {
+bool isDiscarded(NSEvent* event) {
+    const bool isKey = [event type] == NSEventTypeKeyDown;
+    if (!(isKey ? isButtonKey(event) : hitsButton(event))) {
         return false;
     }
-    press.key = [[event charactersIgnoringModifiers] characterAtIndex:0];
-    press.isRepeat = [event isARepeat];
-    return !filter().counts(press);
+    // Remote control and macro tools send events without a time.
+    const NSTimeInterval time = [event timestamp] > 0 ? [event timestamp] : now();
+    return !filter().counts(time, isKey && [event isARepeat]);
 }
 
 }  // namespace
@@ -61,22 +60,22 @@ bool isHeldBack(NSEvent* event) {
 + (void)start {
     [NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskLeftMouseDown | NSEventMaskKeyDown
                                           handler:^NSEvent*(NSEvent* event) {
-                                              return isHeldBack(event) ? nil : event;
+                                              return isDiscarded(event) ? nil : event;
                                           }];
-    // A sheet may have to wait for another one, and comes by itself then.
+    // A sheet queued behind another one begins without a call of ours.
     NSNotificationCenter* center = [NSNotificationCenter defaultCenter];
     for (NSString* name in
          @[ NSWindowWillBeginSheetNotification, NSWindowDidEndSheetNotification ]) {
-        [center addObserver:self selector:@selector(sheetCameOrWent:) name:name object:nil];
+        [center addObserver:self selector:@selector(sheetBeganOrEnded:) name:name object:nil];
     }
 }
 
-+ (void)sheetCameOrWent:(NSNotification*)notification {
++ (void)sheetBeganOrEnded:(NSNotification*)notification {
     [self screenChanged];
 }
 
 + (void)screenChanged {
-    filter().shown([[NSProcessInfo processInfo] systemUptime]);
+    filter().shown(now());
 }
 
 @end

@@ -2,87 +2,79 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 namespace morvella {
 
 namespace {
 
-Press click(double time, int clickCount = 1) {
-    return {.time = time, .clickCount = clickCount};
-}
-
-Press key(double time, char32_t character = U'\r') {
-    return {.time = time, .key = character, .doubleClickInterval = 0.5};
-}
-
-Press repeat(double time) {
-    Press press = key(time);
-    press.isRepeat = true;
-    return press;
-}
-
-class PressFilterTest : public ::testing::Test {
-  protected:
-    PressFilterTest() { filter.shown(10); }
-
-    PressFilter filter;
+/// What happens at a time: a page or sheet is drawn, or a press that counts or does not.
+struct Event {
+    enum class Kind { drawn, counts, ignored, repeat };
+    double time;
+    Kind kind;
 };
 
-TEST(PressTest, IsAFirstClickAtTheBeginningUnlessMoreIsSaid) {
-    const Press press;
-    EXPECT_EQ(press.time, 0);
-    EXPECT_EQ(press.clickCount, 1);
-    EXPECT_EQ(press.doubleClickInterval, 0);
-    EXPECT_TRUE(PressFilter().counts(press)) << "nothing was shown before it";
+Event drawn(double time) {
+    return {time, Event::Kind::drawn};
+}
+Event counts(double time) {
+    return {time, Event::Kind::counts};
+}
+Event ignored(double time) {
+    return {time, Event::Kind::ignored};
+}
+/// A repeat of a held key, which never counts.
+Event repeat(double time) {
+    return {time, Event::Kind::repeat};
 }
 
-TEST_F(PressFilterTest, LetsAFirstPressThroughAtOnce) {
-    EXPECT_TRUE(filter.counts(click(10)));
-    EXPECT_TRUE(filter.counts(key(10)));
+struct Case {
+    std::string name;
+    std::vector<Event> events;
+};
+
+class PressFilterTest : public ::testing::TestWithParam<Case> {};
+
+TEST_P(PressFilterTest, Counts) {
+    PressFilter filter;
+    for (const Event& event : GetParam().events) {
+        if (event.kind == Event::Kind::drawn) {
+            filter.shown(event.time);
+            continue;
+        }
+        EXPECT_EQ(filter.counts(event.time, event.kind == Event::Kind::repeat),
+                  event.kind == Event::Kind::counts)
+            << "at " << event.time;
+    }
 }
 
-TEST_F(PressFilterTest, HoldsBackWhatWasPressedBeforeThePageWasThere) {
-    EXPECT_FALSE(filter.counts(click(9.9)));
-    EXPECT_FALSE(filter.counts(key(9.9)));
-    filter.shown(12);
-    EXPECT_FALSE(filter.counts(click(11.9)));
-    EXPECT_TRUE(filter.counts(click(12.1)));
-}
-
-TEST_F(PressFilterTest, HoldsBackTheLaterClicksOfAMultipleClick) {
-    EXPECT_TRUE(filter.counts(click(11, 1)));
-    filter.shown(11.1);
-    EXPECT_FALSE(filter.counts(click(11.2, 2)));
-    filter.shown(11.3);
-    EXPECT_FALSE(filter.counts(click(11.4, 3)));
-    EXPECT_TRUE(filter.counts(click(11.5, 1)));
-}
-
-TEST_F(PressFilterTest, HoldsBackAHeldKeyHoweverLongItIsHeld) {
-    EXPECT_TRUE(filter.counts(key(11)));
-    EXPECT_FALSE(filter.counts(repeat(11.6)));
-    EXPECT_FALSE(filter.counts(repeat(13)));
-    EXPECT_TRUE(filter.counts(key(14)));
-}
-
-TEST_F(PressFilterTest, HoldsBackTheSameKeyWithinTheDoubleClickIntervalOfItsLastPress) {
-    EXPECT_TRUE(filter.counts(key(11)));
-    EXPECT_FALSE(filter.counts(key(11.5)));
-    EXPECT_FALSE(filter.counts(key(11.9)));
-    EXPECT_TRUE(filter.counts(key(12.5)));
-}
-
-TEST_F(PressFilterTest, CountsWhatItHeldBackAsThatKeysLastPress) {
-    EXPECT_FALSE(filter.counts(key(9.9)));
-    EXPECT_FALSE(filter.counts(key(10.2)));
-    EXPECT_TRUE(filter.counts(key(10.8)));
-}
-
-TEST_F(PressFilterTest, LooksAtEachKeyByItself) {
-    EXPECT_TRUE(filter.counts(key(11, U'\r')));
-    EXPECT_TRUE(filter.counts(key(11.1, U' ')));
-    EXPECT_FALSE(filter.counts(key(11.2, U'\r')));
-    EXPECT_TRUE(filter.counts(click(11.3)));
-}
+INSTANTIATE_TEST_SUITE_P(
+    Presses, PressFilterTest,
+    ::testing::Values(
+        Case{"PressHalfASecondAfterThePage", {drawn(10), counts(10.5)}},
+        Case{"PressSoonAfterThePage", {drawn(10), ignored(10.25)}},
+        Case{"PressBeforeThePage", {drawn(10), ignored(7)}},
+        Case{"PressLongAfterTheStartWithoutAPage", {counts(10)}},
+        Case{"EveryPressOfASeriesOnAPageThatHasBeenThere",
+             {drawn(10), counts(11), counts(11.125), counts(11.25), counts(12)}},
+        Case{"SeriesAcrossAPageChange",
+             {drawn(10), counts(11), drawn(11.125), ignored(11.25), ignored(11.625), ignored(12),
+              counts(12.5)}},
+        Case{"SeriesThatBeganTooSoon", {drawn(10), ignored(10.375), ignored(10.75), counts(11.25)}},
+        Case{"DeliberatePresses",
+             {drawn(10), counts(11), drawn(11.125), counts(11.75), drawn(11.875), counts(12.5)}},
+        Case{"PressesThatWaitedForThePagesWork",
+             {drawn(10), counts(11), drawn(14), ignored(12), ignored(13), ignored(14.25),
+              counts(14.75)}},
+        Case{"PressesOutOfOrder", {drawn(10), ignored(10.375), ignored(10.25), ignored(10.75)}},
+        Case{"KeyHeldAcrossAPageChange",
+             {drawn(10), counts(11), drawn(11.125), repeat(13), repeat(15), ignored(15.25),
+              counts(15.75)}},
+        Case{"KeyHeldOnOnePage", {drawn(10), counts(11), repeat(11.75), repeat(13), counts(13.25)}},
+        Case{"KeyHeldSinceThePreviousPage", {drawn(10), repeat(11), ignored(11.25)}}),
+    [](const auto& test) { return test.param.name; });
 
 }  // namespace
 
