@@ -1,89 +1,67 @@
 #include "live/library_cfg.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace morvella {
 
 namespace {
 
-constexpr std::string_view sectionStart = "<UserLibrary>";
-constexpr std::string_view sectionEnd = "</UserLibrary>";
-constexpr std::string_view nameMarker = "<ProjectName Value=";
-constexpr std::string_view parentMarker = "<ProjectPath Value=";
-
-/// Whether a newline character stands at the start of `text`, which is not empty. Besides LF, VT,
-/// FF and CR these are NEL, LINE SEPARATOR and PARAGRAPH SEPARATOR.
-bool startsWithNewline(std::string_view text) {
-    return (text[0] >= '\n' && text[0] <= '\r') || text.starts_with("\xC2\x85") ||
-           text.starts_with("\xE2\x80\xA8") || text.starts_with("\xE2\x80\xA9");
+bool holds(std::string_view line, std::string_view marker) {
+    return line.find(marker) != std::string_view::npos;
 }
 
-/// Where the line starts in which `position` lies.
-size_t startOfLine(std::string_view text, size_t position) {
-    while (position > 0 && !startsWithNewline(text.substr(position - 1))) {
-        --position;
+/// The length of the newline character at the start of `text`; 0 if there is none. Foundation's
+/// newline characters are LF, VT, FF, CR, NEL, LINE SEPARATOR and PARAGRAPH SEPARATOR.
+size_t newlineLength(std::string_view text) {
+    if (text[0] >= '\n' && text[0] <= '\r') {
+        return 1;
     }
-    return position;
+    if (text.starts_with("\xC2\x85")) {
+        return 2;
+    }
+    return text.starts_with("\xE2\x80\xA8") || text.starts_with("\xE2\x80\xA9") ? 3 : 0;
 }
 
-/// Cuts off all lines before the first that holds `marker`, or all of the text if no line does.
-/// Returns what was cut off.
-std::string_view takeUpTo(std::string_view marker, std::string_view& text) {
-    const size_t found = text.find(marker);
-    const bool isThere = found != std::string_view::npos;
-    const std::string_view taken = text.substr(0, isThere ? startOfLine(text, found) : found);
-    text.remove_prefix(taken.size());
-    return taken;
-}
-
-/// Cuts off the first line and returns it. Its newline stays: the next line that holds a marker is
-/// found all the same.
+/// Removes the first line and its newline from `text`, which is not empty. Returns the line.
 std::string_view takeLine(std::string_view& text) {
-    size_t length = 0;
-    while (length < text.size() && !startsWithNewline(text.substr(length))) {
-        ++length;
-    }
-    const std::string_view line = text.substr(0, length);
-    text.remove_prefix(length);
-    return line;
-}
-
-/// The text between the quotes of a line that has exactly two.
-std::optional<std::string_view> quotedValue(std::string_view line) {
-    if (std::count(line.begin(), line.end(), '"') != 2) {
-        return std::nullopt;
-    }
-    const size_t start = line.find('"') + 1;
-    return line.substr(start, line.rfind('"') - start);
-}
-
-/// The value of the last line in `section` that holds `marker` and has one; `earlier` if none has.
-std::optional<std::string_view> lastValue(std::string_view section, std::string_view marker,
-                                          std::optional<std::string_view> earlier) {
-    for (size_t found = section.rfind(marker); found != std::string_view::npos;
-         found = section.rfind(marker)) {
-        const size_t start = startOfLine(section, found);
-        std::string_view line = section.substr(start);
-        if (const auto value = quotedValue(takeLine(line))) {
-            return value;
+    for (size_t end = 0; end < text.size(); ++end) {
+        if (const size_t length = newlineLength(text.substr(end))) {
+            const std::string_view line = text.substr(0, end);
+            text.remove_prefix(end + length);
+            return line;
         }
-        section = section.substr(0, start);
     }
-    return earlier;
+    return std::exchange(text, {});
+}
+
+/// Sets `value` to the text between the quotes of a line that has exactly two.
+void takeQuotedText(std::string_view line, std::optional<std::string_view>& value) {
+    if (std::count(line.begin(), line.end(), '"') == 2) {
+        const size_t start = line.find('"') + 1;
+        value = line.substr(start, line.rfind('"') - start);
+    }
 }
 
 }  // namespace
 
 UserLibraryEntry scanLibraryCfg(std::string_view text) {
     UserLibraryEntry entry;
-    // Outside of a section no line has an effect.
-    takeUpTo(sectionStart, text);
+    bool inSection = false;
     while (!text.empty()) {
-        const std::string_view section = takeUpTo(sectionEnd, text);
-        entry.name = lastValue(section, nameMarker, entry.name);
-        entry.parent = lastValue(section, parentMarker, entry.parent);
-        takeLine(text);
-        takeUpTo(sectionStart, text);
+        const std::string_view line = takeLine(text);
+        if (holds(line, "<UserLibrary>")) {
+            inSection = true;
+        }
+        if (holds(line, "</UserLibrary>")) {
+            inSection = false;
+        }
+        if (inSection && holds(line, "<ProjectName Value=")) {
+            takeQuotedText(line, entry.name);
+        }
+        if (inSection && holds(line, "<ProjectPath Value=")) {
+            takeQuotedText(line, entry.parent);
+        }
     }
     return entry;
 }

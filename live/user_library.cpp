@@ -25,12 +25,12 @@ std::optional<std::string> getLiveUserLib::getUserLibraryErrorInt(
         *errorInt = user_library_status::noConfiguration;
         return std::nullopt;
     }
-    const std::shared_ptr<const FileContents> contents = files.contentsOfFile(configuration);
-    if (!contents || !isUtf8(contents->bytes())) {
+    const std::optional<std::string> contents = files.contentsOfFile(configuration);
+    if (!contents || !isUtf8(*contents)) {
         *errorInt = user_library_status::noEntry;
         return std::nullopt;
     }
-    const UserLibraryEntry entry = scanLibraryCfg(contents->bytes());
+    const UserLibraryEntry entry = scanLibraryCfg(*contents);
     if (!entry.name || !entry.parent) {
         *errorInt = user_library_status::noEntry;
         return std::nullopt;

@@ -1,22 +1,13 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "platform/error.hpp"
 #include "platform/file_url.hpp"
 
 namespace morvella {
-
-/// The bytes of a file as they were when it was read, valid as long as the object lives.
-class FileContents {
-  public:
-    virtual ~FileContents() = default;
-    [[nodiscard]] virtual std::string_view bytes() const = 0;
-};
 
 /// What can be asked of the disk and changes nothing. A path that is empty or holds a NUL names
 /// nothing, here and below: every question is answered with no, and every change fails.
@@ -46,8 +37,8 @@ class Files {
     [[nodiscard]] virtual std::optional<std::vector<std::string>> contentsOfDirectory(
         const std::string& path) const = 0;
 
-    /// The whole file; null if it is missing, unreadable or a folder.
-    [[nodiscard]] virtual std::shared_ptr<const FileContents> contentsOfFile(
+    /// The bytes of the whole file; nothing if it is missing, unreadable or a folder.
+    [[nodiscard]] virtual std::optional<std::string> contentsOfFile(
         const std::string& path) const = 0;
 };
 

@@ -1,24 +1,8 @@
 #include "platform/utf8.hpp"
 
-#include <cstdint>
-#include <cstring>
-
 namespace morvella {
 
 namespace {
-
-/// How many bytes at the start of `bytes` are ASCII, in steps of a machine word.
-size_t asciiWords(std::string_view bytes) {
-    constexpr uint64_t highBits = 0x8080808080808080;
-    size_t length = 0;
-    for (uint64_t word = 0; length + sizeof word <= bytes.size(); length += sizeof word) {
-        std::memcpy(&word, bytes.data() + length, sizeof word);
-        if (word & highBits) {
-            break;
-        }
-    }
-    return length;
-}
 
 bool isBetween(std::string_view bytes, size_t at, unsigned char low, unsigned char high) {
     const auto byte = static_cast<unsigned char>(at < bytes.size() ? bytes[at] : 0);
@@ -52,17 +36,14 @@ size_t characterLength(std::string_view bytes) {
 }  // namespace
 
 bool isUtf8(std::string_view bytes) {
-    while (true) {
-        bytes.remove_prefix(asciiWords(bytes));
-        if (bytes.empty()) {
-            return true;
-        }
+    while (!bytes.empty()) {
         const size_t length = characterLength(bytes);
         if (length == 0) {
             return false;
         }
         bytes.remove_prefix(length);
     }
+    return true;
 }
 
 size_t utf16Length(std::string_view text) {

@@ -18,6 +18,8 @@ namespace morvella {
 std::string textOf(NSString* text);
 std::optional<std::string> optionalTextOf(NSString* text);
 
+std::string bytesOf(NSData* data);
+
 /// Text that is not UTF-8 gives an empty string.
 NSString* stringOf(const std::string& text);
 

@@ -3,12 +3,15 @@
 namespace morvella {
 
 std::string textOf(NSString* text) {
-    NSData* bytes = [text dataUsingEncoding:NSUTF8StringEncoding];
-    return {static_cast<const char*>([bytes bytes]), [bytes length]};
+    return bytesOf([text dataUsingEncoding:NSUTF8StringEncoding]);
 }
 
 std::optional<std::string> optionalTextOf(NSString* text) {
     return text ? std::optional(textOf(text)) : std::nullopt;
+}
+
+std::string bytesOf(NSData* data) {
+    return {static_cast<const char*>([data bytes]), [data length]};
 }
 
 NSString* stringOf(const std::string& text) {

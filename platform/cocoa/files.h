@@ -13,8 +13,7 @@ class CocoaFiles : public Files {
     [[nodiscard]] bool isWritable(const std::string& path) const override;
     [[nodiscard]] std::optional<std::vector<std::string>> contentsOfDirectory(
         const std::string& path) const override;
-    [[nodiscard]] std::shared_ptr<const FileContents> contentsOfFile(
-        const std::string& path) const override;
+    [[nodiscard]] std::optional<std::string> contentsOfFile(const std::string& path) const override;
 };
 
 class CocoaFileChanges : public FileChanges {

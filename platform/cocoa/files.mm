@@ -2,24 +2,8 @@
 
 #include "platform/cocoa/conversions.h"
 #include "platform/cocoa/files.h"
-#include "platform/cocoa/retained.h"
 
 namespace morvella {
-
-namespace {
-
-class DataContents : public FileContents {
-  public:
-    explicit DataContents(NSData* data) : data_(data) {}
-    [[nodiscard]] std::string_view bytes() const override {
-        return {static_cast<const char*>([data_.get() bytes]), [data_.get() length]};
-    }
-
-  private:
-    Retained<NSData*> data_;
-};
-
-}  // namespace
 
 FileUrl CocoaFiles::fileUrl(const std::string& path) const {
     BOOL isDirectory = NO;
@@ -57,10 +41,9 @@ std::optional<std::vector<std::string>> CocoaFiles::contentsOfDirectory(
     return names;
 }
 
-std::shared_ptr<const FileContents> CocoaFiles::contentsOfFile(const std::string& path) const {
-    // Not mapped: Live may cut its file short while the installer looks at it.
+std::optional<std::string> CocoaFiles::contentsOfFile(const std::string& path) const {
     NSData* data = [NSData dataWithContentsOfFile:pathOf(path) options:0 error:NULL];
-    return data ? std::make_shared<const DataContents>(data) : nullptr;
+    return data ? std::optional(bytesOf(data)) : std::nullopt;
 }
 
 bool CocoaFileChanges::createDirectory(const FileUrl& url, ErrorOut error) {

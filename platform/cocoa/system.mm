@@ -87,8 +87,7 @@ std::optional<TaskResult> CocoaTaskRunner::run(const Command& command) {
     [task waitUntilExit];
     NSData* bytes = [output readDataToEndOfFile];
     [output closeFile];
-    return TaskResult{.terminationStatus = [task terminationStatus],
-                      .output = {static_cast<const char*>([bytes bytes]), [bytes length]}};
+    return TaskResult{.terminationStatus = [task terminationStatus], .output = bytesOf(bytes)};
 }
 
 bool CocoaWorkspace::openFile(const std::string& path, const std::string& application) {

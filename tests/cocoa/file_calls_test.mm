@@ -72,7 +72,7 @@ TEST_F(FileCallsTest, AFileIsReadAndNotMapped) {
     const Replaced reading(object_getClass([NSData class]),
                            @selector(dataWithContentsOfFile:options:error:),
                            reinterpret_cast<IMP>(contentsOf), "@@:@Q^@");
-    EXPECT_EQ(CocoaFiles().contentsOfFile("/a"), nullptr);
+    EXPECT_EQ(CocoaFiles().contentsOfFile("/a"), std::nullopt);
     EXPECT_EQ(takeAsked(), (Lines{"/a is read"}));
 }
 

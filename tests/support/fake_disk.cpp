@@ -10,15 +10,6 @@ std::string describe(const FileUrl& url) {
     return url.path() + (url.namesDirectory() && url.path() != "/" ? "/" : "");
 }
 
-class StoredContents : public FileContents {
-  public:
-    explicit StoredContents(std::string bytes) : bytes_(std::move(bytes)) {}
-    [[nodiscard]] std::string_view bytes() const override { return bytes_; }
-
-  private:
-    std::string bytes_;
-};
-
 std::string describe(StandardDirectory directory, Domain domain) {
     const std::string name = directory == StandardDirectory::applications ? "applications"
                              : directory == StandardDirectory::users      ? "users"
@@ -92,12 +83,10 @@ std::optional<std::vector<std::string>> FakeDisk::contentsOfDirectory(
     return listing == listings.end() ? std::nullopt : std::optional(listing->second);
 }
 
-std::shared_ptr<const FileContents> FakeDisk::contentsOfFile(const std::string& path) const {
+std::optional<std::string> FakeDisk::contentsOfFile(const std::string& path) const {
     journal_.write(Kind::question, "contents of " + path);
     const DiskItem* item = find(path);
-    return item && item->readable && !item->isFolder
-               ? std::make_shared<const StoredContents>(item->contents)
-               : nullptr;
+    return item && item->readable && !item->isFolder ? std::optional(item->contents) : std::nullopt;
 }
 
 bool FakeDisk::change(const std::string& what, ErrorOut error,

@@ -47,8 +47,7 @@ class FakeDisk : public Files, public FileChanges {
     [[nodiscard]] bool isWritable(const std::string& path) const override;
     [[nodiscard]] std::optional<std::vector<std::string>> contentsOfDirectory(
         const std::string& path) const override;
-    [[nodiscard]] std::shared_ptr<const FileContents> contentsOfFile(
-        const std::string& path) const override;
+    [[nodiscard]] std::optional<std::string> contentsOfFile(const std::string& path) const override;
 
     bool createDirectory(const FileUrl& url, ErrorOut error) override;
     bool copyItem(const FileUrl& source, const FileUrl& target, ErrorOut error) override;
