@@ -1,6 +1,5 @@
-# The installer as a GNUstep application bundle, with the archiver stand-in inside.
+# The installer as a GNUstep application bundle, with a stand-in for macOS's archiver inside.
 add_subdirectory(platform/gnustep)
-add_subdirectory(platform/gnustep/archiver)
 
 target_link_libraries(morvella_cocoa PUBLIC gnustep_flags)
 
@@ -11,8 +10,7 @@ set(bundle "${CMAKE_BINARY_DIR}/Morvella Installer.app")
 set_target_properties(installer PROPERTIES
   OUTPUT_NAME "Morvella Installer"
   RUNTIME_OUTPUT_DIRECTORY "${bundle}")
-set_target_properties(ditto PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${bundle}/Helpers")
-add_dependencies(installer ditto)
+configure_file(platform/gnustep/ditto "${bundle}/Helpers/ditto" COPYONLY)
 
 # One stamp for all of them: each is copied again when one has changed.
 add_custom_command(

@@ -52,7 +52,9 @@ def wait_for_change(installer, gate, number):
 
 def at_work(installer):
     for command in children(installer.process.pid).values():
-        return PACKING if command[1] == "-c" else Path(command[4]).name
+        if "-c" in command:
+            return PACKING
+        return next(Path(word).name for word in command if word.endswith(".zip"))
     return INSTALLER
 
 

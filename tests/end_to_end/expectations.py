@@ -50,8 +50,7 @@ def unpacking_line(bundle, archive):
 
 def refused_line(archive):
     """What the archiver says, in its own words, about an archive that it could not unpack."""
-    copying = rf"(>>> Copying .*{re.escape(archive)}\n)?"
-    return re.compile(rf"decompress status={copying}ditto: .+", re.DOTALL)
+    return re.compile(rf"decompress status=>>> Copying .*{re.escape(archive)}\n.+", re.DOTALL)
 
 
 def failed_line(archive):

@@ -4,11 +4,12 @@ from pathlib import Path
 
 
 def children(process):
-    """{process: command line} of what a process has started and what still runs."""
+    """{process: command line} of all running descendants of a process, parents first."""
     found = {}
     for child in _read(process, f"task/{process}/children").split():
         if line := _read(child, "cmdline"):
             found[int(child)] = line.split("\0")[:-1]
+            found.update(children(child))
     return found
 
 

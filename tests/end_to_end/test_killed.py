@@ -85,11 +85,11 @@ class TestKilled(Fault):
 
 def end(archivers, gate, by_force):
     """Kills the archiver, or lets it work to its end."""
-    for archiver in archivers:
-        if by_force:
+    if by_force:
+        for archiver in archivers:
             os.kill(archiver, signal.SIGKILL)
-        gate.open()
-        wait_until(lambda: has_ended(archiver), "the archiver to end")
+    gate.open()
+    wait_until(lambda: all(map(has_ended, archivers)), "the archiver to end")
 
 
 def has_ended(process):
