@@ -19,6 +19,13 @@ void MorvellaInstallerViewController::unknownStateReached() {
         "If the problem persists, please contact support.");
 }
 
+bool MorvellaInstallerViewController::require(bool condition) {
+    if (!condition) {
+        unknownStateReached();
+    }
+    return condition;
+}
+
 void MorvellaInstallerViewController::alertSheet() {
     const Alert alert{.style = AlertStyle::warning,
                       .messageText = "There is a version of Morvella already installed.",

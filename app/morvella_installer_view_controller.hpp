@@ -23,7 +23,6 @@ class MorvellaInstallerViewController {
 
     /// `viewController` is this controller as the platform sees it and outlives it.
     MorvellaInstallerViewController(ViewController& viewController, const Platform& platform);
-    virtual ~MorvellaInstallerViewController() = default;
     MorvellaInstallerViewController(const MorvellaInstallerViewController&) = delete;
     MorvellaInstallerViewController& operator=(const MorvellaInstallerViewController&) = delete;
 
@@ -101,30 +100,28 @@ class MorvellaInstallerViewController {
     // live/waiting.cpp
     void waitForUserLibraryAndProceedToInstall();
 
-    // install/orchestration.cpp. Its steps, below, can be overridden: one of them changes nothing,
-    // and only who takes its place sees that it is called.
+    // install/orchestration.cpp
     void doInstallViewAppeared();
     void startInstall();
     void endInstall();
 
     // install/procedure.cpp, install/shared_data.cpp
     /// Puts every piece in its place. Where the suite goes depends on `userLibPath` alone.
-    virtual void installTo(const FileUrl& destination);
+    void installTo(const FileUrl& destination);
     /// Replaces an existing shared product folder instead of leaving it. Not called by the
     /// installer.
     void installToOld(const FileUrl& destination);
 
     // install/verification.cpp
-    virtual bool hideApp(const FileUrl& destination);
-    virtual bool checkInstall(const FileUrl& destination);
+    bool hideApp(const FileUrl& destination);
+    bool checkInstall(const FileUrl& destination);
 
     // install/fonts.cpp
     bool installFontList(const std::vector<std::string>& fontNames);
 
     // install/removal.cpp
     /// Moves the items at the relative `paths` to the Trash, up to the first that cannot be moved.
-    virtual bool removeFilesFromFolder(const std::vector<std::string>& paths,
-                                       const FileUrl& folder);
+    bool removeFilesFromFolder(const std::vector<std::string>& paths, const FileUrl& folder);
 
     // archive/archiver.cpp
     bool decompressResourceToURL(const std::string& resource, const FileUrl& destination);
@@ -141,6 +138,12 @@ class MorvellaInstallerViewController {
     [[nodiscard]] bool shows(const std::shared_ptr<View>& page) const;
     /// The window of the controller's view; the controller shows a view whenever this is asked for.
     [[nodiscard]] std::shared_ptr<Window> window() const;
+
+    /// Returns `condition`, after calling `unknownStateReached` if it is false: the operation
+    /// called lacks what an earlier page should have found.
+    bool require(bool condition);
+    /// Whether the User Library and the Applications folder are known.
+    [[nodiscard]] bool isReadyToInstall() const;
 
     void pollUntilReachable(const FileUrl& userLibrary, const std::shared_ptr<const Object>& self);
     void userLibraryBecameReachable(const Object* sender);

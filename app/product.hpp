@@ -15,6 +15,9 @@ inline constexpr const char* suiteArchive = "morvella.zip";
 inline constexpr std::array utilityArchives = {"Tressimo.zip"};
 inline constexpr std::array shaderArchives = {"ISF.zip"};
 
+/// Obsolete items below the suite's folder, which an update removes. None in this version.
+inline constexpr std::array<const char*, 0> obsoleteItems = {};
+
 /// The suite's application in its folder, as it is unpacked and as it is hidden.
 inline constexpr const char* application = "Morvella.app";
 inline constexpr const char* hiddenApplication = ".Morvella.app";

@@ -28,6 +28,9 @@ bool MorvellaInstallerViewController::decompressResourceToURL(const std::string&
 
 bool MorvellaInstallerViewController::compressFolderAtToZipFilePath(const std::string& folder,
                                                                     const std::string& zipFile) {
+    if (!require(userLibPath() != nullptr)) {
+        return false;
+    }
     const auto result = platform_.tasks.run(
         {.launchPath = archiver,
          .arguments = {"-c", "-k", "--sequesterRsrc", "--keepParent", folder, zipFile},

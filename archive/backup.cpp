@@ -5,6 +5,9 @@
 namespace morvella {
 
 bool MorvellaInstallerViewController::makeZipBackup() {
+    if (!require(userLibPath() != nullptr)) {
+        return false;
+    }
     const std::string userLibrary = *userLibPath();
     const std::string folder = appendingPathComponent(userLibrary, product::folder);
     if (!platform_.files.isReachable(FileUrl::directory(folder))) {

@@ -5,6 +5,9 @@
 namespace morvella {
 
 void MorvellaInstallerViewController::doInstallViewAppeared() {
+    if (!require(userLibPath() != nullptr)) {
+        return;
+    }
     setDestinationURL(std::make_shared<const FileUrl>(
         FileUrl::directory(appendingPathComponent(*userLibPath(), product::folder))));
     if (platform_.files.isReachable(*destinationURL())) {
@@ -21,7 +24,7 @@ void MorvellaInstallerViewController::askToDeletePreviousInstallation() {
                                                   .style = ProgressIndicatorStyle::spinning,
                                                   .indeterminate = true,
                                                   .hidden = true});
-    // The suppression button is a plain check box here: it suppresses nothing.
+    // The suppression button serves as an ordinary check box; it does not suppress the alert.
     const Alert alert{
         .style = AlertStyle::warning,
         .messageText = "Previous installation of Morvella must be deleted.",
@@ -46,6 +49,9 @@ void MorvellaInstallerViewController::previousInstallationAnswered(
     ProgressIndicator& backupIndicator) {
     if (answer.response != alertFirstButtonReturn) {
         platform_.application.terminate(self.get());
+        return;
+    }
+    if (!require(userLibPath() && destinationURL())) {
         return;
     }
     if (answer.suppressionState == ControlState::on) {
@@ -80,13 +86,15 @@ void MorvellaInstallerViewController::backUpPreviousInstallation(
 }
 
 void MorvellaInstallerViewController::startInstall() {
-    // The sender has no effect; it is the other page's indicator all the same.
+    if (!require(isReadyToInstall() && destinationURL())) {
+        return;
+    }
+    // The sender is ignored by AppKit; passing the settings indicator is intentional.
     doInstallIndicator()->startAnimation(settingsIndicator().get());
     doInstallIndicator()->setHidden(false);
     const FileUrl destination = *destinationURL();
-    // Nothing is to be removed in this version: the list is where a later one names what an update
-    // leaves over.
-    removeFilesFromFolder({}, destination);
+    removeFilesFromFolder({product::obsoleteItems.begin(), product::obsoleteItems.end()},
+                          destination);
     installTo(destination);
     // The application is hidden first: the verification looks for its hidden name.
     if (!hideApp(destination)) {

@@ -3,13 +3,31 @@
 
 namespace morvella {
 
+namespace {
+
+std::vector<FileUrl> applicationsFolders(const Platform& platform) {
+    return platform.folders.urls(StandardDirectory::applications, Domain::local);
+}
+
+}  // namespace
+
+bool MorvellaInstallerViewController::isReadyToInstall() const {
+    return userLibPath() && !applicationsFolders(platform_).empty();
+}
+
 void MorvellaInstallerViewController::installTo(const FileUrl& /*destination*/) {
+    if (!require(isReadyToInstall())) {
+        return;
+    }
     installFontsAndSuite();
     installUtilities();
     installSharedData();
 }
 
 void MorvellaInstallerViewController::installToOld(const FileUrl& /*destination*/) {
+    if (!require(isReadyToInstall())) {
+        return;
+    }
     installFontsAndSuite();
     installUtilities();
     replaceSharedData();
@@ -24,9 +42,8 @@ void MorvellaInstallerViewController::installFontsAndSuite() {
 }
 
 void MorvellaInstallerViewController::installUtilities() {
-    const FileUrl applications =
-        platform_.folders.urls(StandardDirectory::applications, Domain::local).front();
-    const FileUrl folder = FileUrl::directoryRelativeTo(product::folder, applications);
+    const FileUrl folder =
+        FileUrl::directoryRelativeTo(product::folder, applicationsFolders(platform_).front());
     trashIfPresent(folder);
     std::optional<Error> error;
     if (!platform_.fileChanges.createDirectory(folder, &error)) {

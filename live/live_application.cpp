@@ -60,7 +60,9 @@ void MorvellaInstallerViewController::enableOpenDemoSetUI(bool enable) {
 }
 
 void MorvellaInstallerViewController::openDemoSet() {
-    platform_.workspace.openFile(*demoSetPath(), *liveAppPath());
+    if (require(demoSetPath() && liveAppPath())) {
+        platform_.workspace.openFile(*demoSetPath(), *liveAppPath());
+    }
 }
 
 }  // namespace morvella

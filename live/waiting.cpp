@@ -3,6 +3,9 @@
 namespace morvella {
 
 void MorvellaInstallerViewController::waitForUserLibraryAndProceedToInstall() {
+    if (!require(userLibPath() != nullptr)) {
+        return;
+    }
     if (platform_.files.isReachable(*userLibPath())) {
         settingsNextButton()->setEnabled(true);
         return;
@@ -21,7 +24,9 @@ void MorvellaInstallerViewController::waitForUserLibraryAndProceedToInstall() {
     const std::shared_ptr<Window> window = this->window();
     window->makeKeyAndOrderFront(self.get());
     window->beginSheet(alert, [this, self](const AlertAnswer&) {
-        pollUntilReachable(platform_.files.fileUrl(*userLibPath()), self);
+        if (require(userLibPath() != nullptr)) {
+            pollUntilReachable(platform_.files.fileUrl(*userLibPath()), self);
+        }
     });
 }
 
@@ -42,7 +47,7 @@ void MorvellaInstallerViewController::userLibraryBecameReachable(const Object* s
     settingsInfoText()->setTitle("User library available, click next to proceed");
     settingsIndicator()->setHidden(true);
     settingsIndicator()->stopAnimation(sender);
-    // Enabled once more after the indicator is gone: the page's last change is the way on.
+    // Intentional repeat: the button must be enabled after the indicator is gone.
     settingsNextButton()->setEnabled(true);
 }
 

@@ -66,51 +66,6 @@ TEST_F(OrchestrationTest, EveryStepWorksOnTheDestination) {
     EXPECT_EQ(viewController.shown, postInstallView);
 }
 
-/// Writes each step that it is told to do, with the URL that it is given, and does it.
-class WatchedController : public Controller {
-  public:
-    WatchedController(ViewController& viewController, const Platform& platform,
-                      std::vector<std::string>& steps)
-        : Controller(viewController, platform), steps_(steps) {}
-
-    bool removeFilesFromFolder(const std::vector<std::string>& paths,
-                               const FileUrl& folder) override {
-        write("remove " + std::to_string(paths.size()) + " items from", folder);
-        return Controller::removeFilesFromFolder(paths, folder);
-    }
-    void installTo(const FileUrl& destination) override {
-        write("install to", destination);
-        Controller::installTo(destination);
-    }
-    bool hideApp(const FileUrl& destination) override {
-        write("hide in", destination);
-        return Controller::hideApp(destination);
-    }
-    bool checkInstall(const FileUrl& destination) override {
-        write("check", destination);
-        return Controller::checkInstall(destination);
-    }
-
-  private:
-    void write(const std::string& step, const FileUrl& url) {
-        steps_.push_back(step + " " + url.absoluteString());
-    }
-
-    std::vector<std::string>& steps_;
-};
-
-TEST_F(OrchestrationTest, EveryStepIsHandedTheDestinationAndNothingIsRemoved) {
-    std::vector<std::string> steps;
-    WatchedController watched(viewController, platform, steps);
-    connect(watched);
-    watched.setUserLibPath(text(userLibrary));
-    watched.doInstallViewAppeared();
-    const std::string url = "file:///Users/ann/Music/User%20Library/Morvella/";
-    EXPECT_EQ(steps, (std::vector<std::string>{"remove 0 items from " + url, "install to " + url,
-                                               "hide in " + url, "check " + url}));
-    EXPECT_EQ(viewController.shown, postInstallView);
-}
-
 TEST_F(OrchestrationTest, EndsOnTheLastPageBehindASheetOfTheProcedure) {
     tasks.results["/Bundle/Tressimo.zip"] = TaskResult{.terminationStatus = 1};
     controller.doInstallViewAppeared();

@@ -107,10 +107,10 @@ TEST_F(PreviousInstallationTest, InstallationStartsOnALaterTurnOfTheMainQueue) {
     window->answer(1000);
     journal.clear();
     runLoop.drainMainQueue();
-    EXPECT_TRUE(journal.everything().starts_with(
+    EXPECT_TRUE(journal.effects().starts_with(
         "log: starting install after taking care of the old installation.\n"
         "control: installation indicator started by settings indicator\n"))
-        << journal.everything();
+        << journal.effects();
     journal.clear();
     runLoop.drainMainQueue();
     expectEverything({});
@@ -160,7 +160,7 @@ TEST_F(PreviousInstallationTest, ThatStaysAsksForTwoSheetsAndIsInstalledOver) {
                   lines({"queue: work put on the main queue"}));
     EXPECT_EQ(window->sheetsWaiting(), 2U);
     runLoop.drainMainQueue();
-    EXPECT_TRUE(journal.everything().starts_with(
+    EXPECT_TRUE(journal.effects().starts_with(
         "log: starting install after taking care of the old installation.\n"));
 }
 

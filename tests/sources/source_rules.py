@@ -60,6 +60,15 @@ RULES = (
         "[NSTimer scheduledTimerWithTimeInterval:1 repeats:NO block:block];",
     ),
     Rule(
+        "an installation first removes what earlier versions left over",
+        ("install/orchestration.cpp",),
+        r"removeFilesFromFolder\(\{product::obsoleteItems\.begin\(\), "
+        r"product::obsoleteItems\.end\(\)\},\s*destination\);\s*installTo\(destination\);",
+        1,
+        "removeFilesFromFolder({product::obsoleteItems.begin(), product::obsoleteItems.end()}, "
+        "destination); installTo(destination);",
+    ),
+    Rule(
         "nothing runs beside the main thread",
         CORE + COCOA,
         r"\bstd::(?:jthread|thread|async|mutex)\b|\bNS(?:Thread|OperationQueue|Lock)\b"

@@ -1,0 +1,94 @@
+#include "support/installer_test.hpp"
+
+namespace morvella::fakes {
+
+namespace {
+
+/// Operations called without what an earlier page should have found.
+class UnknownStateTest : public InstallerTest {
+  protected:
+    UnknownStateTest() {
+        useUserLibrary();
+        controller.setDestinationURL(std::make_shared<const FileUrl>(FileUrl::directory("/d")));
+    }
+
+    void expectUnknownState(int line = __builtin_LINE()) {
+        expectEffects(
+            lines({"log: unknown state reached."}) +
+                terminationSheet("The installer reached an unkown state, please try restarting the "
+                                 "installer.\nIf the problem persists, please contact support."),
+            line);
+    }
+
+    const FileUrl destination = FileUrl::directory("/d");
+};
+
+TEST_F(UnknownStateTest, IsReachedWithoutAUserLibrary) {
+    controller.setUserLibPath(nullptr);
+    controller.doInstallViewAppeared();
+    expectUnknownState();
+    controller.startInstall();
+    expectUnknownState();
+    controller.installTo(destination);
+    expectUnknownState();
+    controller.installToOld(destination);
+    expectUnknownState();
+    controller.waitForUserLibraryAndProceedToInstall();
+    expectUnknownState();
+    EXPECT_FALSE(controller.makeZipBackup());
+    expectUnknownState();
+    EXPECT_FALSE(controller.compressFolderAtToZipFilePath("/folder", "/zip"));
+    expectUnknownState();
+}
+
+TEST_F(UnknownStateTest, IsReachedWithoutADestination) {
+    controller.setDestinationURL(nullptr);
+    controller.startInstall();
+    expectUnknownState();
+}
+
+TEST_F(UnknownStateTest, IsReachedWithoutAnApplicationsFolder) {
+    folders.applications.clear();
+    controller.startInstall();
+    expectUnknownState();
+    controller.installTo(destination);
+    expectUnknownState();
+    controller.installToOld(destination);
+    expectUnknownState();
+}
+
+TEST_F(UnknownStateTest, IsReachedWithoutADemoSetOrALiveApplication) {
+    controller.setLiveAppPath(text("/Live.app"));
+    controller.openDemoSet();
+    expectUnknownState();
+    controller.setDemoSetPath(text("/demo.als"));
+    controller.setLiveAppPath(nullptr);
+    controller.openDemoSet();
+    expectUnknownState();
+}
+
+TEST_F(UnknownStateTest, IsReachedWhenTheStateIsGoneBeforeASheetIsAnswered) {
+    disk.addFolder(installed);
+    for (const bool losesUserLibrary : {true, false}) {
+        useUserLibrary();
+        controller.doInstallViewAppeared();
+        journal.clear();
+        losesUserLibrary ? controller.setUserLibPath(nullptr)
+                         : controller.setDestinationURL(nullptr);
+        window->answer(alertFirstButtonReturn, ControlState::on);
+        expectUnknownState();
+        window->answer(alertFirstButtonReturn);
+    }
+
+    disk.remove(userLibrary);
+    controller.setUserLibPath(text(userLibrary));
+    controller.waitForUserLibraryAndProceedToInstall();
+    journal.clear();
+    controller.setUserLibPath(nullptr);
+    window->answer(alertFirstButtonReturn);
+    expectUnknownState();
+}
+
+}  // namespace
+
+}  // namespace morvella::fakes
