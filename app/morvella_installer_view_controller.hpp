@@ -136,7 +136,7 @@ class MorvellaInstallerViewController {
 
   private:
     [[nodiscard]] bool shows(const std::shared_ptr<View>& page) const;
-    /// The window of the controller's view; the controller shows a view whenever this is asked for.
+    /// Never null.
     [[nodiscard]] std::shared_ptr<Window> window() const;
 
     /// Returns `condition`, after calling `unknownStateReached` if it is false: the operation

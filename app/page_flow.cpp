@@ -77,8 +77,7 @@ void MorvellaInstallerViewController::installDoneButton() {
 }
 
 bool MorvellaInstallerViewController::shows(const std::shared_ptr<View>& page) const {
-    const std::shared_ptr<View> view = viewController_.view();
-    return view && page && view->identity() == page->identity();
+    return page && viewController_.view()->identity() == page->identity();
 }
 
 std::shared_ptr<Window> MorvellaInstallerViewController::window() const {

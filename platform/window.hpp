@@ -13,30 +13,31 @@ class Window : public Object {
     virtual void makeKeyAndOrderFront(const Object* sender) = 0;
 
     /// Shows `alert` as a sheet on this window and returns at once; `answered` is called when the
-    /// user has answered. A sheet that is asked for while another is up is shown as well: at once
-    /// or after it.
+    /// user has answered. Sheets begun while another is up are shown too, immediately or later.
     virtual void beginSheet(const Alert& alert, AlertAnswered answered) = 0;
 };
 
 class View : public Object {
   public:
-    /// The window that shows the view, or null.
+    /// The window that shows the view; never null. If none does, the result ignores messages as
+    /// nil would, but shows an alert in a window of its own: the user must see why the installer
+    /// cannot go on, and be able to quit it.
     [[nodiscard]] virtual std::shared_ptr<Window> window() const = 0;
 };
 
-/// What the controller has by being a view controller of the platform.
+/// The C++ controller's view controller on the platform.
 class ViewController {
   public:
     virtual ~ViewController() = default;
 
-    /// The controller as an object. Whoever holds it keeps the controller alive.
+    /// The view controller as an object; holding it keeps the C++ controller alive.
     [[nodiscard]] virtual std::shared_ptr<const Object> self() const = 0;
 
-    /// The view that the controller has now.
+    /// The view that the controller has now; never null.
     [[nodiscard]] virtual std::shared_ptr<View> view() const = 0;
 
-    /// Makes `view` the controller's view: the window shows it, then the controller's
-    /// `viewDidAppear` is called once.
+    /// Makes `view` the controller's view: the window shows it, then `viewDidAppear` of the C++
+    /// controller is called once.
     virtual void setView(const std::shared_ptr<View>& view) = 0;
 };
 

@@ -38,8 +38,8 @@ MORVELLA_OUTLET(AttributedString, licenseText, setLicenseText)
     [self viewDidLoad];
 }
 
-/// The platform may call this before the outlets are connected, or not at all when the view came
-/// from another interface file: the first call after `awakeFromNib` counts, and no other.
+/// The platform may call this before the outlets are connected, repeatedly, or not at all: the
+/// first call once they are connected counts.
 - (void)viewDidLoad {
     [super viewDidLoad];
     if (_connected && !_loaded) {

@@ -9,17 +9,18 @@ class MorvellaInstallerViewController;
 class ViewController;
 }
 
-/// The door to the C++ controller of the same name, which holds the state. It sees to it that the
+/// The door to the C++ controller of the same name, which holds the state. It guarantees that the
 /// controller is loaded exactly once, and that each page's work starts exactly once, after the page
-/// has been drawn in the window, whatever the platform calls by itself.
+/// has been drawn, whatever life-cycle methods the platform calls.
 @interface MorvellaInstallerViewController : NSViewController {
-    morvella::ViewController* _self;
+    morvella::ViewController* _viewController;
     morvella::MorvellaInstallerViewController* _controller;
     BOOL _connected;
     BOOL _loaded;
-    BOOL _onScreen;
-    NSView* _appearedView;
-    /// An outlet; the window holds it.
+    BOOL _windowIsOnScreen;
+    /// The page that has been drawn and whose work has not started. Not retained.
+    NSView* _pageToStart;
+    /// An outlet, retained by the window.
     IBOutlet StepsSidebar* stepsSidebar;
 }
 

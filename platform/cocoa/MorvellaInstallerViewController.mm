@@ -17,7 +17,7 @@ namespace morvella {
 
 namespace {
 
-/// The door as the C++ controller sees it. The door owns both.
+/// Gives the C++ controller access to its door, which owns both.
 class CocoaViewController : public ViewController {
   public:
     explicit CocoaViewController(NSViewController* door) : door_(door) {}
@@ -27,10 +27,12 @@ class CocoaViewController : public ViewController {
     }
 
     [[nodiscard]] std::shared_ptr<View> view() const override {
-        return handleOf<CocoaView>([door_ view]);
+        return std::make_shared<CocoaView>([door_ view]);
     }
 
-    void setView(const std::shared_ptr<View>& view) override { [door_ setView:objectOf(view)]; }
+    void setView(const std::shared_ptr<View>& view) override {
+        [door_ setView:objectOf(view.get())];
+    }
 
   private:
     NSViewController* door_;
@@ -62,15 +64,16 @@ using morvella::stringOf;
 }
 
 - (void)makeController {
-    _self = new morvella::CocoaViewController(self);
-    _controller = new morvella::MorvellaInstallerViewController(*_self, morvella::cocoaPlatform());
-    morvella::setUnknownStateHandler([self] { _controller->unknownStateReached(); });
+    _viewController = new morvella::CocoaViewController(self);
+    _controller =
+        new morvella::MorvellaInstallerViewController(*_viewController, morvella::cocoaPlatform());
+    morvella::setUnknownStateHandler(self, [self] { _controller->unknownStateReached(); });
 }
 
 - (void)dealloc {
-    morvella::setUnknownStateHandler(nullptr);
+    morvella::clearUnknownStateHandler(self);
     delete _controller;
-    delete _self;
+    delete _viewController;
     [super dealloc];
 }
 
@@ -79,12 +82,12 @@ using morvella::stringOf;
     _connected = YES;
     [[[self view] window] center];
     [self viewDidLoad];
-    // The windows of the interface file come on the screen only when all of it has been loaded.
+    // The interface file's windows are ordered in only after all of it has been loaded.
     [self performSelector:@selector(windowIsOnScreen) withObject:nil afterDelay:0];
 }
 
-/// The platform may call this before the outlets are connected, or not at all when the view came
-/// from another interface file: the first call after `awakeFromNib` counts, and no other.
+/// The platform may call this before the outlets are connected, repeatedly, or not at all: the
+/// first call once they are connected counts.
 - (void)viewDidLoad {
     [super viewDidLoad];
     if (_connected && !_loaded) {
@@ -97,28 +100,25 @@ using morvella::stringOf;
 }
 
 - (void)windowIsOnScreen {
-    _onScreen = YES;
-    // Whoever opened the installer may be in front of it.
+    _windowIsOnScreen = YES;
+    // Live, which launches the installer, may still be the active application.
     [NSApp activateIgnoringOtherApps:YES];
     [PressMonitor start];
     guarded([&] { [self drawAndAppear]; });
 }
 
-/// A new page takes the place of the one before.
+/// Replaces the page in the window.
 - (void)setView:(NSView*)view {
     NSView* shown = _loaded ? [self view] : nil;
     NSWindow* window = [shown window];
-    // What the platform calls while the view changes comes too early: the page is not drawn yet.
-    const BOOL onScreen = _onScreen;
-    _onScreen = NO;
     [super setView:view];
-    if (window) {
-        [view setFrame:[shown frame]];
-        [[shown superview] replaceSubview:shown with:view];
-        [window makeFirstResponder:[view nextValidKeyView]];
+    if (!window || view == shown) {
+        return;
     }
-    _onScreen = onScreen;
-    if (_onScreen && window) {
+    [view setFrame:[shown frame]];
+    [[shown superview] replaceSubview:shown with:view];
+    [window makeFirstResponder:[view nextValidKeyView]];
+    if (_windowIsOnScreen) {
         [self drawAndAppear];
     }
 }
@@ -129,10 +129,11 @@ using morvella::stringOf;
     NSWindow* window = [[self view] window];
     [window displayIfNeeded];
     [CATransaction flush];
-    // What is pressed while a sheet is shown was not meant for the page behind it.
+    // Presses now are meant for the sheet, if there is one, and the user has seen it.
     if (![window attachedSheet]) {
         [PressMonitor screenChanged];
     }
+    _pageToStart = [self view];
     [self viewDidAppear];
 }
 
@@ -144,11 +145,11 @@ using morvella::stringOf;
     stepsSidebar = sidebar;
 }
 
-/// Does not call the inherited method.
+/// The platform may also call this before the page has been drawn, and again when the window comes
+/// back.
 - (void)viewDidAppear {
-    NSView* page = [self view];
-    if (_onScreen && page != _appearedView) {
-        _appearedView = page;
+    if (_pageToStart == [self view]) {
+        _pageToStart = nil;
         guarded([&] { _controller->viewDidAppear(); });
     }
 }
@@ -173,10 +174,10 @@ using morvella::stringOf;
 
 #pragma mark Properties
 
-// Parentheses have no place around the parts of a method.
+// The parts of a method cannot be parenthesized.
 // NOLINTBEGIN(bugprone-macro-parentheses)
 
-/// A text that the controller keeps.
+/// Forwards a text property to the C++ controller.
 #define MORVELLA_TEXT(name, setName)              \
     -(NSString*)name {                            \
         return stringOf(_controller->name());     \

@@ -49,7 +49,7 @@ void colorWhatHasNoColor(NSMutableAttributedString* text) {
 }  // namespace
 
 void CocoaTextView::setAttributedString(const std::shared_ptr<AttributedString>& text) {
-    NSAttributedString* content = objectOf(text);
+    NSAttributedString* content = objectOf(text.get());
     if (!content) {
         content = [[[NSAttributedString alloc] initWithString:@""] autorelease];
     }

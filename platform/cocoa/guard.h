@@ -4,13 +4,15 @@
 
 namespace morvella {
 
-/// Does what the platform has called for. Every way in from the platform goes through here: its
-/// event loop catches an Objective-C exception too, but goes on as if nothing had happened. Here it
-/// is logged, and whoever is set below is told. Where that raises as well, or nobody is set, the
-/// application ends.
+/// Runs `work`, an entry point called by the platform, and catches Objective-C exceptions: the
+/// event loop would swallow them and carry on. An exception is logged and the unknown-state handler
+/// is called. If that raises too, or none is set, the application terminates.
 void guarded(const std::function<void()>& work);
 
-/// Null for nobody.
-void setUnknownStateHandler(std::function<void()> handler);
+/// Sets the handler of the whole process. `owner` identifies who has set it.
+void setUnknownStateHandler(const void* owner, std::function<void()> handler);
+
+/// Removes the handler if it is still the one that `owner` has set.
+void clearUnknownStateHandler(const void* owner);
 
 }  // namespace morvella

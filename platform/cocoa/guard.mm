@@ -6,8 +6,13 @@ namespace morvella {
 
 namespace {
 
-std::function<void()>& unknownStateHandler() {
-    static std::function<void()> handler;
+struct UnknownStateHandler {
+    const void* owner = nullptr;
+    std::function<void()> call;
+};
+
+UnknownStateHandler& unknownStateHandler() {
+    static UnknownStateHandler handler;
     return handler;
 }
 
@@ -15,13 +20,13 @@ void log(NSException* exception) {
     NSLog(@"%@: %@", [exception name], [exception reason]);
 }
 
-void tellOfUnknownState() {
-    if (!unknownStateHandler()) {
+void reportUnknownState() {
+    if (!unknownStateHandler().call) {
         [NSApp terminate:nil];
         return;
     }
     @try {
-        unknownStateHandler()();
+        unknownStateHandler().call();
     } @catch (NSException* exception) {
         log(exception);
         [NSApp terminate:nil];
@@ -35,12 +40,18 @@ void guarded(const std::function<void()>& work) {
         work();
     } @catch (NSException* exception) {
         log(exception);
-        tellOfUnknownState();
+        reportUnknownState();
     }
 }
 
-void setUnknownStateHandler(std::function<void()> handler) {
-    unknownStateHandler() = std::move(handler);
+void setUnknownStateHandler(const void* owner, std::function<void()> handler) {
+    unknownStateHandler() = {.owner = owner, .call = std::move(handler)};
+}
+
+void clearUnknownStateHandler(const void* owner) {
+    if (unknownStateHandler().owner == owner) {
+        unknownStateHandler() = {};
+    }
 }
 
 }  // namespace morvella

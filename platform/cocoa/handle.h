@@ -7,7 +7,7 @@
 
 namespace morvella {
 
-/// `Interface`, one of the C++ interfaces, implemented on the object that it stands for.
+/// Implements `Interface`, one of the C++ interfaces, on the Objective-C object it stands for.
 template <class Interface, class T>
 class Handle : public Interface {
   public:
@@ -21,17 +21,12 @@ class Handle : public Interface {
     Retained<T> object_;
 };
 
-/// The object that `handle` stands for, nil for null. The caller does not own it.
+/// The object that `handle` stands for, nil for null. Autoreleased: it outlives the handle.
 inline id objectOf(const Object* handle) {
-    return handle ? (id) const_cast<void*>(handle->identity()) : nil;
+    return handle ? [[(id) const_cast<void*>(handle->identity()) retain] autorelease] : nil;
 }
 
-template <class Interface>
-id objectOf(const std::shared_ptr<Interface>& handle) {
-    return [[objectOf(handle.get()) retain] autorelease];
-}
-
-/// A new handle of `object`, null for nil.
+/// A new handle to `object`, null for nil.
 template <class HandleType, class T>
 std::shared_ptr<HandleType> handleOf(T object) {
     return object ? std::make_shared<HandleType>(object) : nullptr;

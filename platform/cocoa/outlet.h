@@ -2,11 +2,11 @@
 
 #include "platform/cocoa/handle.h"
 
-/// Implements a property of a door whose value the controller keeps: `Kind` is what its class is
-/// called after the prefix.
+/// Forwards an outlet property to the C++ controller. `Kind` is the class without its prefix:
+/// Button for NSButton.
 #define MORVELLA_OUTLET(Kind, name, setName)                                     \
     -(NS##Kind*)name {                                                           \
-        return morvella::objectOf(_controller->name());                          \
+        return morvella::objectOf(_controller->name().get());                    \
     }                                                                            \
     -(void)setName : (NS##Kind*)object {                                         \
         _controller->setName(morvella::handleOf<morvella::Cocoa##Kind>(object)); \

@@ -19,7 +19,7 @@ std::shared_ptr<DefaultsValue> CocoaUserDefaults::valueForKey(const std::string&
 
 void CocoaUserDefaults::setValueForKey(const std::shared_ptr<DefaultsValue>& value,
                                        const std::string& key) {
-    [defaults_.get() setValue:objectOf(value) forKey:stringOf(key)];
+    [defaults_.get() setValue:objectOf(value.get()) forKey:stringOf(key)];
 }
 
 std::shared_ptr<UserDefaults> CocoaUserDefaultsSuites::open(const std::string& suiteName) {

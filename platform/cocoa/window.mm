@@ -1,5 +1,7 @@
 #include "platform/cocoa/window.h"
 
+#include <dispatch/dispatch.h>
+
 #include "platform/cocoa/conversions.h"
 #include "platform/cocoa/guard.h"
 
@@ -7,7 +9,7 @@ namespace morvella {
 
 namespace {
 
-// The values are handed to the platform as they are.
+// The values are passed to the platform unchanged.
 static_assert(static_cast<int>(AlertStyle::warning) == NSAlertStyleWarning);
 static_assert(static_cast<int>(AlertStyle::informational) == NSAlertStyleInformational);
 static_assert(static_cast<int>(AlertStyle::critical) == NSAlertStyleCritical);
@@ -26,13 +28,13 @@ NSAlert* makeAlert(const Alert& alert) {
         [[sheet suppressionButton] setState:static_cast<NSInteger>(alert.suppressionButton->state)];
     }
     if (alert.accessory) {
-        [sheet setAccessoryView:objectOf(alert.accessory)];
+        [sheet setAccessoryView:objectOf(alert.accessory.get())];
     }
     [sheet setMessageText:stringOf(alert.messageText)];
     if (!alert.informativeText.empty()) {
         [sheet setInformativeText:stringOf(alert.informativeText)];
     }
-    // Otherwise a sheet that waits behind another one would keep the application from ending.
+    // By default a queued sheet would block termination.
     [[sheet window] setPreventsApplicationTerminationWhenModal:NO];
     return sheet;
 }
@@ -45,18 +47,24 @@ void CocoaWindow::makeKeyAndOrderFront(const Object* sender) {
 
 void CocoaWindow::beginSheet(const Alert& alert, AlertAnswered answered) {
     const Retained<NSAlert*> sheet(makeAlert(alert));
-    [sheet.get() beginSheetModalForWindow:object()
-                        completionHandler:^(NSModalResponse response) {
-                            const auto state = [[sheet.get() suppressionButton] state];
-                            guarded([&] {
-                                answered({.response = static_cast<int>(response),
-                                          .suppressionState = static_cast<ControlState>(state)});
-                            });
-                        }];
+    const auto answer = ^(NSModalResponse response) {
+        const auto state = [[sheet.get() suppressionButton] state];
+        guarded([&] {
+            answered({.response = static_cast<int>(response),
+                      .suppressionState = static_cast<ControlState>(state)});
+        });
+    };
+    if (object()) {
+        [sheet.get() beginSheetModalForWindow:object() completionHandler:answer];
+    } else {
+        dispatch_async(dispatch_get_main_queue(), ^{
+            answer([sheet.get() runModal]);
+        });
+    }
 }
 
 std::shared_ptr<Window> CocoaView::window() const {
-    return handleOf<CocoaWindow>([object() window]);
+    return std::make_shared<CocoaWindow>([object() window]);
 }
 
 }  // namespace morvella

@@ -121,7 +121,7 @@ TEST(ControlsTest, IndicatorTurnsInAThreadOfItsOwnForItsSender) {
 }
 
 NSProgressIndicator* madeIndicator(const ProgressIndicatorSettings& settings) {
-    return objectOf(CocoaControlFactory().makeProgressIndicator(settings));
+    return objectOf(CocoaControlFactory().makeProgressIndicator(settings).get());
 }
 
 TEST(ControlsTest, NewIndicatorHasWhatIsAskedFor) {

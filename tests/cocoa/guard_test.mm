@@ -24,6 +24,7 @@
 @end
 
 using morvella::guarded;
+using morvella::clearUnknownStateHandler;
 using morvella::setUnknownStateHandler;
 
 namespace {
@@ -36,11 +37,11 @@ class GuardTest : public ::testing::Test {
   protected:
     GuardTest() {
         NSApp = static_cast<id>(application);
-        setUnknownStateHandler([this] { ++unknownStates; });
+        setUnknownStateHandler(this, [this] { ++unknownStates; });
     }
 
     ~GuardTest() override {
-        setUnknownStateHandler(nullptr);
+        clearUnknownStateHandler(this);
         NSApp = nil;
         [application release];
     }
@@ -68,7 +69,7 @@ TEST_F(GuardTest, LogsTheNameAndTheReasonOfAnException) {
     ::testing::internal::CaptureStderr();
     guarded([] { raise(); });
     EXPECT_TRUE(::testing::internal::GetCapturedStderr().ends_with(line));
-    setUnknownStateHandler([] { [NSException raise:@"Other" format:@"while telling"]; });
+    setUnknownStateHandler(this, [] { [NSException raise:@"Other" format:@"while telling"]; });
     ::testing::internal::CaptureStderr();
     guarded([] { raise(); });
     const std::string logged = ::testing::internal::GetCapturedStderr();
@@ -79,7 +80,7 @@ TEST_F(GuardTest, LogsTheNameAndTheReasonOfAnException) {
 }
 
 TEST_F(GuardTest, LogsAnExceptionBeforeItTellsOfIt) {
-    setUnknownStateHandler([] { NSLog(@"told"); });
+    setUnknownStateHandler(this, [] { NSLog(@"told"); });
     ::testing::internal::CaptureStderr();
     guarded([] { raise(); });
     const std::string logged = ::testing::internal::GetCapturedStderr();
@@ -92,21 +93,27 @@ TEST_F(GuardTest, TellsOnceWhereWaysInAreNested) {
 }
 
 TEST_F(GuardTest, EndsTheApplicationIfTellingRaisesToo) {
-    setUnknownStateHandler([] { raise(); });
+    setUnknownStateHandler(this, [] { raise(); });
     guarded([] { raise(); });
     EXPECT_EQ(application->endings, 1);
 }
 
 TEST_F(GuardTest, EndsTheApplicationIfNobodyIsToldOfIt) {
-    setUnknownStateHandler(nullptr);
+    clearUnknownStateHandler(this);
     guarded([] { raise(); });
     EXPECT_EQ(application->endings, 1);
+}
+
+TEST_F(GuardTest, KeepsAHandlerThatAnotherOneHasSet) {
+    clearUnknownStateHandler(application);
+    guarded([] { raise(); });
+    EXPECT_EQ(unknownStates, 1);
 }
 
 TEST_F(GuardTest, StandsBeforeTheButtons) {
     MorvellaInstallerViewController* door =
         [[[MorvellaInstallerViewController alloc] initWithNibName:nil bundle:nil] autorelease];
-    setUnknownStateHandler([this] { ++unknownStates; });
+    setUnknownStateHandler(this, [this] { ++unknownStates; });
     // It understands nothing that a check box does.
     [door setPostInstallOpenDemoSetCheck:static_cast<id>(application)];
     [door installDoneButton:nil];
