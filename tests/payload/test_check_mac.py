@@ -1,127 +1,129 @@
-"""What script/check-mac accepts and refuses, with stand-ins for the tools of macOS."""
+"""What script/check-mac accepts and refuses, with stand-ins for Apple's tools."""
 
-import os
 import plistlib
 import shutil
-import subprocess
-import tempfile
-import unittest
-from pathlib import Path
+import struct
 
-from payload import Payload
+import pytest
+from conftest import HERE, ROOT, Mac
 
-HERE = Path(__file__).resolve().parent
-SCRIPTS = HERE.parent.parent / "script"
 TOOLS = ("codesign", "lipo", "otool", "plutil", "screencapture", "uname", "vtool", "xcrun")
-RESOURCES = (
-    "MainMenu.nib",
-    "AppIcon.icns",
-    "InstallerIcon.png",
-    "InstallerIcon@2x.png",
-    "license.rtf",
-    "Archivo-Medium.ttf",
-    "OpenSans-Regular.ttf",
+CARRIED = [ROOT / "resources/license.rtf", *ROOT.glob("resources/fonts/*")]
+CARRIED += ROOT.glob("resources/icon/InstallerIcon*.png")
+
+
+def interface_file(*classes):
+    """What ibtool writes for 10.13: each class is (name, number of classes to fall back on)."""
+    table = b""
+    for name, fallbacks in classes:
+        text = name.encode() + b"\0"
+        table += bytes([0x80 | len(text), 0x80 | fallbacks]) + b"\1\0\0\0" * fallbacks + text
+    start = len("NIBArchive") + 40
+    return b"NIBArchive" + struct.pack("<10I", 1, 10, *[0, start] * 3, len(classes), start) + table
+
+
+@pytest.fixture
+def mac(folder, payload):
+    mac = Mac(folder, "fake_mac_tool", TOOLS)
+    for path in ("resources", "tests/mac"):
+        shutil.copytree(ROOT / path, folder / path)
+    mac.contents = folder / "build/mac/Morvella Installer.app/Contents"
+    mac.resources = mac.contents / "Resources"
+    mac.resources.mkdir(parents=True)
+    for file in CARRIED:
+        shutil.copy(file, mac.resources)
+    (mac.resources / "AppIcon.icns").touch()
+    (mac.resources / "MainMenu.nib").write_bytes(
+        interface_file(("NSView", 0), ("NSCustomObject", 0), ("NSSwitch", 2))
+    )
+    payload.write(mac.resources)
+    (mac.contents / "Info.plist").write_bytes(plistlib.dumps({"LSMinimumSystemVersion": "10.13"}))
+    (mac.contents / "MacOS").mkdir()
+    shutil.copy(HERE / "fake_application", mac.contents / "MacOS/Morvella Installer")
+    return mac
+
+
+def test_accepts_an_application_that_is_complete_and_starts(mac):
+    run = mac.run("check-mac")
+    assert (run.returncode, run.stderr) == (0, "")
+    assert run.stdout.splitlines()[-1] == "The application is complete and starts."
+
+
+def test_checks_the_application_that_is_named(mac):
+    shutil.move(mac.contents.parent, mac.root / "Named.app")
+    assert mac.run("check-mac").returncode == 1
+    assert mac.run("check-mac", mac.root / "Named.app").returncode == 0
+
+
+@pytest.mark.parametrize(
+    "fault, error",
+    [
+        ({"BUILT": "10.14"}, "built for macOS 10.14, but Info.plist names 10.13"),
+        ({"FAULT": "arm64"}, "arm64 is missing"),
+        ({"FAULT": "x86_64"}, "x86_64 is missing"),
+        ({"FAULT": "signature"}, ""),
+        ({"SIGNATURE": "flags=0x2(adhoc)"}, "the hardened runtime is not on"),
+        ({"LINKED": "/opt/lib/libc++.dylib"}, "not the system's: /opt/lib/libc++.dylib"),
+        ({"LINKED": "@rpath/libc++.dylib"}, "not the system's: @rpath/libc++.dylib"),
+        ({"LINKED": "/usr/libexec/x.dylib"}, "not the system's: /usr/libexec/x.dylib"),
+        ({"NEWER": "NSView"}, "macOS 10.13 does not know every class in MainMenu.nib"),
+        ({"REFUSAL": "something else"}, "it did not refuse to run without the Live Set"),
+        ({"LIVE": "/elsewhere"}, "it did not take its launch arguments"),
+        ({"STATUS": "3"}, "the application ended with status 3"),
+    ],
 )
+def test_refuses(mac, fault, error):
+    run = mac.run("check-mac", **fault)
+    assert run.returncode == 1
+    assert error in run.stderr
 
 
-class CheckMac(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.root = Path(folder.name).resolve()
-        (self.root / "script").mkdir()
-        for name in ("check-mac", "check-payload"):
-            shutil.copy(SCRIPTS / name, self.root / "script")
-        (self.root / "tools").mkdir()
-        for name in TOOLS:
-            shutil.copy(HERE / "fake_mac_tool", self.root / "tools" / name)
-        self.make_application()
-
-    def make_application(self):
-        contents = self.root / "build/mac/Morvella Installer.app/Contents"
-        self.resources = contents / "Resources"
-        self.resources.mkdir(parents=True)
-        for name in RESOURCES:
-            (self.resources / name).touch()
-        Payload().write(self.resources)
-        information = plistlib.dumps({"LSMinimumSystemVersion": "10.13"})
-        (contents / "Info.plist").write_bytes(information)
-        (contents / "MacOS").mkdir()
-        shutil.copy(HERE / "fake_application", contents / "MacOS/Morvella Installer")
-
-    def check(self, **environment):
-        run = subprocess.run(
-            [self.root / "script/check-mac"],
-            stdout=subprocess.PIPE,
-            stderr=subprocess.PIPE,
-            encoding="utf-8",
-            env={
-                "PATH": f"{self.root}/tools:{os.environ['PATH']}",
-                "TMPDIR": str(self.root),
-                "PYTHONDONTWRITEBYTECODE": "1",
-                **environment,
-            },
-            cwd="/",
-            check=False,
-        )
-        left = [path.name for path in self.root.glob("tmp*")]
-        self.assertEqual(left, [], "temporary folders are left behind")
-        return run
-
-    def expect_refusal(self, text, **environment):
-        run = self.check(**environment)
-        self.assertEqual(run.returncode, 1, run.stdout)
-        self.assertIn(text, run.stderr)
-
-    def test_accepts_an_application_that_is_complete_and_starts(self):
-        run = self.check()
-        self.assertEqual((run.returncode, run.stderr), (0, ""))
-        self.assertEqual(run.stdout.splitlines()[-1], "The application is complete and starts.")
-
-    def test_accepts_another_oldest_system_that_both_name(self):
-        information = plistlib.dumps({"LSMinimumSystemVersion": "12"})
-        (self.resources.parent / "Info.plist").write_bytes(information)
-        self.assertEqual(self.check(BUILT="12.0").returncode, 0)
-
-    def test_refuses_another_oldest_system_than_its_information_names(self):
-        self.expect_refusal("built for macOS 10.14, but Info.plist names 10.13", BUILT="10.14")
-
-    def test_refuses_an_application_without_one_of_the_architectures(self):
-        for architecture in ("arm64", "x86_64"):
-            self.expect_refusal(f"{architecture} is missing", FAULT=architecture)
-
-    def test_refuses_a_library_that_is_not_the_systems(self):
-        for library in ("/opt/lib/libc++.dylib", "@rpath/libc++.dylib", "/usr/libexec/x.dylib"):
-            self.expect_refusal(f"it links what is not the system's: {library}", LINKED=library)
-
-    def test_refuses_an_application_without_one_of_its_resources(self):
-        (self.resources / "license.rtf").unlink()
-        self.expect_refusal("license.rtf is missing")
-
-    def test_refuses_a_payload_that_is_not_complete(self):
-        (self.resources / "ISF.zip").unlink()
-        self.assertIn("error: ISF.zip: is missing", self.check().stdout)
-
-    def test_refuses_a_signature_without_the_hardened_runtime(self):
-        self.expect_refusal("the hardened runtime is not on", SIGNATURE="flags=0x2(adhoc)")
-
-    def test_refuses_a_broken_signature(self):
-        self.assertEqual(self.check(FAULT="signature").returncode, 1)
-
-    def test_refuses_an_application_that_runs_without_arguments(self):
-        self.expect_refusal("did not refuse to run", REFUSAL="something else")
-
-    def test_refuses_an_application_that_ignores_its_arguments(self):
-        self.expect_refusal("did not take its launch arguments", LIVE="/elsewhere")
-
-    def test_refuses_an_application_that_ends_with_a_status(self):
-        self.expect_refusal("the application ended with status 3", STATUS="3")
-
-    def test_needs_macos(self):
-        run = self.check(SYSTEM="Linux")
-        self.assertEqual((run.returncode, run.stdout), (2, ""))
-        self.assertIn("this works on macOS only", run.stderr)
+@pytest.mark.parametrize("file", [*(file.name for file in CARRIED), "MainMenu.nib", "ISF.zip"])
+def test_refuses_a_missing_resource(mac, file):
+    (mac.resources / file).unlink()
+    run = mac.run("check-mac")
+    assert (run.returncode, run.stderr) == (1, f"script/check-mac: resources are missing: {file}\n")
 
 
-if __name__ == "__main__":
-    unittest.main()
+def test_refuses_a_resource_of_an_earlier_build(mac):
+    (mac.resources / "Dropped.ttf").touch()
+    run = mac.run("check-mac")
+    assert run.returncode == 1
+    assert "resources do not belong here: Dropped.ttf" in run.stderr
+
+
+def test_refuses_a_payload_that_is_not_sound(mac, payload):
+    payload.drop("ISF.zip", "ISF/Standard")
+    payload.write(mac.resources)
+    run = mac.run("check-mac")
+    assert run.returncode == 1
+    assert 'error: ISF.zip: "ISF/Standard/" is missing' in run.stdout
+
+
+@pytest.mark.parametrize("name", ["NSSwitch", "NSCustomObject"])
+def test_accepts_a_class_with_another_to_fall_back_on_and_one_of_the_archive_itself(mac, name):
+    assert mac.run("check-mac", NEWER=name).returncode == 0
+
+
+@pytest.mark.parametrize("newer, status", [("NSView", 1), ("NSSwitch", 0), ("NSObject", 0)])
+def test_reads_an_interface_file_for_older_systems(mac, newer, status):
+    nib = mac.resources / "MainMenu.nib"
+    nib.unlink()
+    nib.mkdir()
+    objects = ["$null", {"$classname": "NSView", "$classes": ["NSView", "NSObject"]}]
+    objects += [{"$classname": "NSSwitch", "$classhints": ["NSButton"]}]
+    archive = plistlib.dumps({"$objects": objects}, fmt=plistlib.FMT_BINARY)
+    (nib / "keyedobjects.nib").write_bytes(archive)
+    assert mac.run("check-mac", NEWER=newer).returncode == status
+
+
+def test_accepts_another_oldest_system_that_both_name(mac):
+    information = plistlib.dumps({"LSMinimumSystemVersion": "12.0"})
+    (mac.contents / "Info.plist").write_bytes(information)
+    assert mac.run("check-mac", BUILT="12.0").returncode == 0
+
+
+def test_needs_macos(mac):
+    run = mac.run("check-mac", SYSTEM="Linux")
+    assert (run.returncode, run.stdout) == (2, "")
+    assert "this works on macOS only" in run.stderr

@@ -1,104 +1,90 @@
-"""What script/check-payload wants each of the three archives to hold."""
+"""What script/check-payload requires each archive to hold."""
 
-import unittest
+import pytest
+from checking import SHADERS, SUITE, UTILITY, findings
+from sample_payload import information
 
-from checking import CheckPayload
-from payload import Payload, information
+BUNDLE = "Tressimo.app/Contents"
+DEVICE = "Morvella/Sources/Vellicor.amxd"
 
-
-class Suite(CheckPayload):
-    application = "Morvella/Morvella.app/Contents"
-    device = "Morvella/Sources/Vellicor.amxd"
-
-    def test_without_its_application(self):
-        self.payload.drop("morvella.zip", f"{self.application}/Info.plist")
-        self.payload.drop("morvella.zip", f"{self.application}/MacOS/Morvella")
-        self.expect('morvella.zip: "Morvella/Morvella.app/" is missing')
-
-    def test_with_its_application_named_in_another_case(self):
-        entries = self.payload.archives["morvella.zip"]
-        self.payload.archives["morvella.zip"] = [
-            (name.replace("Morvella.app", "morvella.app"), content, mode)
-            for name, content, mode in entries
-        ]
-        self.expect('morvella.zip: "Morvella/Morvella.app/" is missing')
-
-    def test_without_its_device(self):
-        self.payload.drop("morvella.zip", self.device)
-        self.expect(f'morvella.zip: "{self.device}" is missing')
-
-    def test_with_an_empty_device(self):
-        self.payload.replace("morvella.zip", self.device, b"")
-        self.expect(f'morvella.zip: "{self.device}" is empty')
-
-    def test_with_a_folder_for_its_device(self):
-        self.payload.drop("morvella.zip", self.device)
-        self.payload.add("morvella.zip", f"{self.device}/late")
-        self.expect(f'morvella.zip: "{self.device}" is missing')
-
-    def test_with_something_beside_its_folder(self):
-        self.payload.add("morvella.zip", "Read me.txt")
-        self.expect('morvella.zip: "Read me.txt" lies beside the top folder "Morvella"')
-
-
-class Utility(CheckPayload):
-    contents = "Tressimo.app/Contents"
-
-    def test_without_a_bundle(self):
-        self.payload.archives["Tressimo.zip"] = []
-        self.payload.add("Tressimo.zip", "Tressimo/Tressimo")
-        self.expect("Tressimo.zip: holds 0 application bundles at its top, not one")
-
-    def test_with_two_bundles(self):
-        self.payload.add("Tressimo.zip", "Other.app/Contents/Info.plist")
-        self.expect("Tressimo.zip: holds 2 application bundles at its top, not one")
-
-    def test_with_a_file_named_like_a_bundle(self):
-        self.payload.archives["Tressimo.zip"] = []
-        self.payload.add("Tressimo.zip", "Tressimo.app")
-        self.expect('Tressimo.zip: "Tressimo.app/" is missing')
-
-    def test_without_its_information(self):
-        self.payload.drop("Tressimo.zip", f"{self.contents}/Info.plist")
-        self.expect(f'Tressimo.zip: "{self.contents}/Info.plist" is missing')
-
-    def test_with_damaged_information(self):
-        self.payload.replace("Tressimo.zip", f"{self.contents}/Info.plist", b"<plist>")
-        self.write()
-        (error,) = self.findings()
-        self.assertTrue(
-            error.startswith(f'error: Tressimo.zip: "{self.contents}/Info.plist" cannot be read')
-        )
-
-    def test_with_information_that_names_no_executable(self):
-        self.payload.replace("Tressimo.zip", f"{self.contents}/Info.plist", information(""))
-        self.expect(f'Tressimo.zip: "{self.contents}/Info.plist" names no CFBundleExecutable')
-
-    def test_without_its_executable(self):
-        self.payload.drop("Tressimo.zip", f"{self.contents}/MacOS/Tressimo")
-        self.expect(f'Tressimo.zip: "{self.contents}/MacOS/Tressimo" is missing')
-
-    def test_with_an_executable_that_cannot_be_executed(self):
-        self.payload.replace("Tressimo.zip", f"{self.contents}/MacOS/Tressimo", b"x")
-        self.expect(f'Tressimo.zip: "{self.contents}/MacOS/Tressimo" is not executable')
-
-    def test_with_something_beside_the_bundle(self):
-        self.payload.add("Tressimo.zip", "Read me.txt")
-        self.expect('Tressimo.zip: "Read me.txt" lies beside the top folder "Tressimo.app"')
+# How a sound payload is spoilt, and the error.
+CONTENTS = {
+    "the suite without its application": (
+        lambda p: p.drop(SUITE, "Morvella/Morvella.app/"),
+        'morvella.zip: "Morvella/Morvella.app/" is missing',
+    ),
+    "the application in another case": (
+        lambda p: p.rename(SUITE, "Morvella.app", "morvella.app"),
+        'morvella.zip: "Morvella/Morvella.app/" is missing',
+    ),
+    "the suite without its device": (
+        lambda p: p.drop(SUITE, DEVICE),
+        f'morvella.zip: "{DEVICE}" is missing',
+    ),
+    "an empty device": (
+        lambda p: p.replace(SUITE, DEVICE, b""),
+        f'morvella.zip: "{DEVICE}" is empty',
+    ),
+    "a folder for the device": (
+        lambda p: p.rename(SUITE, DEVICE, f"{DEVICE}/late"),
+        f'morvella.zip: "{DEVICE}" is missing',
+    ),
+    "a file beside the suite": (
+        lambda p: p.add(SUITE, "Read me.txt"),
+        'morvella.zip: "Read me.txt" lies beside the top folder "Morvella"',
+    ),
+    "no utility": (
+        lambda p: p.rename(UTILITY, "Tressimo.app", "Tressimo"),
+        "Tressimo.zip: holds 0 application bundles at its top, not one",
+    ),
+    "two utilities": (
+        lambda p: p.add(UTILITY, "Other.app/Contents/Info.plist"),
+        "Tressimo.zip: holds 2 application bundles at its top, not one",
+    ),
+    "a file named like the utility": (
+        lambda p: p.replace(UTILITY, "Tressimo.app", b"x"),
+        'Tressimo.zip: "Tressimo.app/" is missing',
+    ),
+    "the utility without its information": (
+        lambda p: p.drop(UTILITY, f"{BUNDLE}/Info.plist"),
+        f'Tressimo.zip: "{BUNDLE}/Info.plist" is missing',
+    ),
+    "information that names no executable": (
+        lambda p: p.replace(UTILITY, f"{BUNDLE}/Info.plist", information("")),
+        f'Tressimo.zip: "{BUNDLE}/Info.plist" names no CFBundleExecutable',
+    ),
+    "the utility without its executable": (
+        lambda p: p.drop(UTILITY, f"{BUNDLE}/MacOS/Tressimo"),
+        f'Tressimo.zip: "{BUNDLE}/MacOS/Tressimo" is missing',
+    ),
+    "an executable that cannot be executed": (
+        lambda p: p.replace(UTILITY, f"{BUNDLE}/MacOS/Tressimo", b"x"),
+        f'Tressimo.zip: "{BUNDLE}/MacOS/Tressimo" is not executable',
+    ),
+    "a file beside the utility": (
+        lambda p: p.add(UTILITY, "Read me.txt"),
+        'Tressimo.zip: "Read me.txt" lies beside the top folder "Tressimo.app"',
+    ),
+    "shaders without one folder": (
+        lambda p: p.drop(SHADERS, "ISF/Dariwent"),
+        'ISF.zip: "ISF/Dariwent/" is missing',
+    ),
+    "shaders without the other folder": (
+        lambda p: p.drop(SHADERS, "ISF/Standard"),
+        'ISF.zip: "ISF/Standard/" is missing',
+    ),
+}
 
 
-class Shaders(CheckPayload):
-    def test_without_one_of_the_folders(self):
-        for folder, file in (("Dariwent", "Ripple.fs"), ("Standard", "Invert.fs")):
-            with self.subTest(folder):
-                self.payload = Payload()
-                self.payload.drop("ISF.zip", f"ISF/{folder}/{file}")
-                self.expect(f'ISF.zip: "ISF/{folder}/" is missing')
-
-    def test_with_something_beside_their_folder(self):
-        self.payload.add("ISF.zip", "Read me.txt")
-        self.expect('ISF.zip: "Read me.txt" lies beside the top folder "ISF"')
+@pytest.mark.parametrize("spoil, error", CONTENTS.values(), ids=CONTENTS)
+def test_refuses_contents(folder, payload, spoil, error):
+    spoil(payload)
+    payload.write(folder)
+    assert findings(folder) == [error]
 
 
-if __name__ == "__main__":
-    unittest.main()
+def test_refuses_damaged_information(folder, payload):
+    payload.replace(UTILITY, f"{BUNDLE}/Info.plist", b"<plist>")
+    payload.write(folder)
+    (error,) = findings(folder)
+    assert error.startswith(f'Tressimo.zip: "{BUNDLE}/Info.plist" cannot be read')

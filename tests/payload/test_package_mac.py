@@ -1,20 +1,14 @@
-"""The order of script/package-mac and how it stops, with stand-ins for the tools of macOS."""
+"""The order of script/package-mac and where it stops, with stand-ins for Apple's tools."""
 
-import os
 import re
 import shutil
-import subprocess
-import tempfile
-import unittest
-from pathlib import Path
 
-from payload import Payload
+import pytest
+from conftest import HERE, ROOT, Mac
 
-HERE = Path(__file__).resolve().parent
-SCRIPTS = HERE.parent.parent / "script"
-TOOLS = ("cmake", "codesign", "ditto", "file", "spctl", "uname", "xattr", "xcrun")
+TOOLS = "cmake", "codesign", "ditto", "file", "spctl", "uname", "xattr", "xcodebuild", "xcrun"
 APP = "build/mac/Morvella Installer.app"
-STEPS = [
+BUILD, PAYLOAD, PAYLOAD_CODE, SIGN, NOTARIZE, STAPLE, PACK, CHECK = STEPS = [
     "Build",
     "Check the payload",
     "Check the signatures inside the payload",
@@ -22,222 +16,218 @@ STEPS = [
     "Notarize",
     "Staple",
     "Pack",
-    "Verify what was packed",
+    "Check what was packed",
 ]
 
 
-class PackageMac(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.root = Path(folder.name).resolve()
-        self.journal = self.root / "journal"
-        (self.root / "script").mkdir()
-        for name in ("package-mac", "check-payload"):
-            shutil.copy(SCRIPTS / name, self.root / "script")
-        (self.root / "tools").mkdir()
-        for name in TOOLS:
-            shutil.copy(HERE / "fake_tool", self.root / "tools" / name)
-            (self.root / "tools" / name).chmod(0o755)
-        self.payload = Payload()
-        self.environment = {
-            "PATH": f"{self.root}/tools:{os.environ['PATH']}",
-            "JOURNAL": str(self.journal),
-            "TMPDIR": str(self.root),
-            "PYTHONDONTWRITEBYTECODE": "1",
+class Packaging(Mac):
+    """One run of the script, and the calls of the tools that it made."""
+
+    def __init__(self, root, payload):
+        super().__init__(root, "fake_tool", TOOLS)
+        shutil.copy(HERE / "fake_tool", root / "script/check-mac")
+        shutil.copy(ROOT / "CMakePresets.json", root)
+        self.folder = root / "my payload"
+        self.payload = payload
+        self._journal = root / "journal"
+        self.calls, self.steps = [], []
+
+    def __call__(self, *arguments, **environment):
+        self.folder.mkdir()
+        self.payload.write(self.folder)
+        environment = {
+            "JOURNAL": str(self._journal),
             "MORVELLA_SIGN_IDENTITY": "Developer ID Application: Somebody (TEAM)",
             "MORVELLA_NOTARY_PROFILE": "somebody",
+            **environment,
         }
-
-    def package(self, *arguments, **environment):
-        folder = self.root / "my payload"
-        folder.mkdir()
-        self.payload.write(folder)
-        run = subprocess.run(
-            [self.root / "script/package-mac", *(arguments or [folder])],
-            stdout=subprocess.PIPE,
-            stderr=subprocess.PIPE,
-            encoding="utf-8",
-            env=self.environment | environment,
-            cwd="/",
-            check=False,
-        )
-        self.status, self.out, self.err = run.returncode, run.stdout, run.stderr
+        run = self.run("package-mac", *(arguments or [self.folder]), **environment)
+        calls = self._journal.read_text().splitlines() if self._journal.exists() else []
+        quiet = ("file ", "uname", "xcodebuild")
+        self.calls = [call for call in calls if not call.startswith(quiet)]
         self.steps = re.findall(r"^==> (.*)$", run.stdout, re.MULTILINE)
-        calls = self.journal.read_text() if self.journal.exists() else ""
-        quiet = ("file ", "uname")
-        self.calls = [call for call in calls.splitlines() if not call.startswith(quiet)]
-        left = [path.name for path in self.root.glob("tmp*")]
-        self.assertEqual(left, [], "temporary folders are left behind")
+        return run
 
-    def called(self, text):
+    def place(self, text):
         """The place of the only call that contains the text."""
-        places = [place for place, call in enumerate(self.calls) if text in call]
-        self.assertEqual(len(places), 1, f"{text} in {self.calls}")
-        return places[0]
+        (place,) = [place for place, call in enumerate(self.calls) if text in call]
+        return place
 
-    def expect_failure(self, step, command):
-        self.assertEqual(self.status, 1)
-        self.assertEqual(self.steps, STEPS[: STEPS.index(step) + 1])
-        self.assertIn(f"script/package-mac: failed: {command}", self.err)
-
-    def expect_refusal(self, text):
-        self.assertEqual(self.status, 2)
-        self.assertEqual((self.calls, self.steps), ([], []))
-        self.assertIn(text, self.err)
+    def files(self, text):
+        """The last part of the last argument of each call that contains the text."""
+        return [call.rpartition("/")[2] for call in self.calls if text in call]
 
 
-class Success(PackageMac):
-    def test_names_every_step_and_the_package(self):
-        self.package()
-        self.assertEqual((self.status, self.err, self.steps), (0, "", STEPS))
-        package = self.root / "build/package/Morvella Installer 2.2.zip"
-        self.assertEqual(self.out.splitlines()[-1], str(package))
-        self.assertTrue(package.exists())
-
-    def test_builds_with_the_payload_that_was_named(self):
-        self.package()
-        self.called(f"cmake --fresh --preset mac -DMORVELLA_PAYLOAD_DIR={self.root}/my payload")
-
-    def test_signs_then_notarizes_then_staples_then_packs_then_verifies(self):
-        self.package()
-        order = [
-            self.called("cmake --build --preset mac"),
-            self.called("--sign Developer ID Application: Somebody (TEAM)"),
-            self.called("xcrun notarytool submit"),
-            self.called(f"xcrun stapler staple {APP}"),
-            self.called(f"ditto -c -k --keepParent {APP} build/package/"),
-            self.called("xcrun stapler validate"),
-            self.called("spctl --assess --type execute"),
-        ]
-        self.assertEqual(order, sorted(order))
-
-    def test_signs_with_the_hardened_runtime_a_time_stamp_and_the_entitlements(self):
-        self.package()
-        call = self.calls[self.called("--sign ")]
-        self.assertIn(" --options runtime --timestamp", call)
-        self.assertIn(" --entitlements resources/MorvellaInstaller.entitlements", call)
-        self.assertTrue(call.endswith(APP))
-
-    def test_signs_nested_code_before_the_bundle(self):
-        self.package(EXTRA_FILE="Resources/libnested.dylib")
-        signed = [call.rpartition("/")[2] for call in self.calls if "--sign " in call]
-        self.assertEqual(signed, ["libnested.dylib", "Morvella Installer.app"])
-
-    def test_verifies_the_code_inside_the_payload(self):
-        self.package()
-        requirement = "--test-requirement =anchor apple generic"
-        verified = [call.rpartition("/")[2] for call in self.calls if requirement in call]
-        bundles = ["Morvella.app", "Tressimo.app"]
-        self.assertEqual(sorted(verified), sorted(["Morvella", "Tressimo", *bundles]))
-
-    def test_is_silent_about_code_of_the_installers_own_team(self):
-        self.package()
-        self.assertNotIn("note:", self.out)
-
-    def test_notes_code_that_another_team_has_signed(self):
-        self.package(PAYLOAD_TEAM="OTHERS")
-        self.assertEqual(self.status, 0)
-        signed = "is signed by OTHERS, the installer by TEAM"
-        self.assertEqual(
-            sorted(re.findall("^note: .*$", self.out, re.MULTILINE)),
-            [
-                f'note: Tressimo.zip: "Tressimo.app/Contents/MacOS/Tressimo" {signed}',
-                f'note: morvella.zip: "Morvella/Morvella.app/Contents/MacOS/Morvella" {signed}',
-            ],
-        )
-
-    def test_takes_a_key_for_the_notary_service(self):
-        self.environment.pop("MORVELLA_NOTARY_PROFILE")
-        self.package(
-            MORVELLA_NOTARY_KEY="/keys/key.p8",
-            MORVELLA_NOTARY_KEY_ID="KEY",
-            MORVELLA_NOTARY_ISSUER="ISSUER",
-        )
-        self.assertEqual(self.status, 0)
-        self.called("--key /keys/key.p8 --key-id KEY --issuer ISSUER")
+@pytest.fixture
+def package(folder, payload):
+    return Packaging(folder, payload)
 
 
-class Failure(PackageMac):
-    def test_stops_at_the_command_that_fails(self):
-        for step, command in (
-            ("Build", "cmake --fresh"),
-            ("Build", "cmake --build"),
-            ("Check the signatures inside the payload", "ditto -x -k build/mac"),
-            ("Check the signatures inside the payload", "codesign --verify --strict"),
-            ("Check the signatures inside the payload", "codesign --display"),
-            ("Check the signatures inside the payload", "codesign --verify --deep --strict --test"),
-            ("Sign", "xattr -cr"),
-            ("Sign", "codesign --force --sign"),
-            ("Sign", "codesign --verify --deep --strict --verbose=2"),
-            ("Notarize", "ditto -c -k"),
-            ("Notarize", "xcrun notarytool submit"),
-            ("Staple", "xcrun stapler staple"),
-            ("Verify what was packed", "xcrun stapler validate"),
-            ("Verify what was packed", "spctl --assess"),
-        ):
-            with self.subTest(command):
-                self.package(FAILING=command)
-                self.expect_failure(step, command)
-                self.assertIn(command, self.calls[-1])
-            self.tearDown()
-            self.doCleanups()
-            self.setUp()
-
-    def test_stops_at_a_payload_that_is_not_complete(self):
-        self.payload.drop("morvella.zip", "Morvella/Sources/Vellicor.amxd")
-        self.package()
-        self.expect_failure("Check the payload", "script/check-payload")
-        self.assertIn('"Morvella/Sources/Vellicor.amxd" is missing', self.out)
-
-    def test_stops_at_code_in_the_payload_without_the_hardened_runtime(self):
-        self.package(SIGNATURE="flags=0x0(none)")
-        self.expect_failure("Check the signatures inside the payload", "codesign: no hardened")
-
-    def test_stops_at_a_hidden_file_in_the_bundle(self):
-        self.package(EXTRA_FILE="Resources/.DS_Store")
-        self.expect_failure("Sign", "nothing hidden may be in the bundle")
-
-    def test_stops_when_the_notary_service_says_no_and_shows_why(self):
-        self.package(ANSWER="Invalid")
-        self.expect_failure("Notarize", "xcrun notarytool submit: the notary service answered")
-        self.assertEqual(self.calls[-1], "xcrun notarytool log 1234 --keychain-profile somebody")
+def test_names_every_step_and_the_package(package):
+    run = package()
+    assert (run.returncode, run.stderr, package.steps) == (0, "", STEPS)
+    made = package.root / "build/package/Morvella Installer 7.5.zip"
+    assert run.stdout.splitlines()[-1] == str(made)
+    assert made.exists()
 
 
-class Refusal(PackageMac):
-    def test_needs_macos(self):
-        self.package(SYSTEM="Linux")
-        self.expect_refusal("this works on macOS only")
-
-    def test_needs_a_signing_identity(self):
-        self.package(MORVELLA_SIGN_IDENTITY="")
-        self.expect_refusal("MORVELLA_SIGN_IDENTITY is not set")
-
-    def test_needs_credentials_for_the_notary_service(self):
-        self.package(MORVELLA_NOTARY_PROFILE="")
-        self.expect_refusal("set MORVELLA_NOTARY_PROFILE")
-
-    def test_needs_all_parts_of_a_key(self):
-        self.package(MORVELLA_NOTARY_PROFILE="", MORVELLA_NOTARY_KEY="/keys/key.p8")
-        self.expect_refusal("set MORVELLA_NOTARY_PROFILE")
-
-    def test_needs_a_payload(self):
-        self.package("")
-        self.expect_refusal("name the folder of the payload")
-
-    def test_needs_a_payload_that_is_there(self):
-        self.package(self.root / "nowhere")
-        self.expect_refusal("there is no folder")
-
-    def test_knows_no_options_but_help(self):
-        self.package("--force")
-        self.expect_refusal("unknown option --force")
-
-    def test_help_needs_nothing(self):
-        self.package("--help", SYSTEM="Linux", MORVELLA_SIGN_IDENTITY="")
-        self.assertEqual((self.status, self.err), (0, ""))
-        self.assertIn("MORVELLA_SIGN_IDENTITY", self.out)
+def test_builds_signs_notarizes_staples_packs_and_checks_in_this_order(package):
+    package()
+    order = [
+        f"cmake --fresh --preset mac -DMORVELLA_PAYLOAD_DIR={package.folder}",
+        "cmake --build --preset mac",
+        "--sign Developer ID Application: Somebody (TEAM)",
+        "xcrun notarytool submit",
+        f"xcrun stapler staple {APP}",
+        f"ditto -c -k --keepParent {APP} build/package/",
+        "xcrun stapler validate",
+        "spctl --assess --type execute",
+        "check-mac ",
+    ]
+    places = [package.place(call) for call in order]
+    assert places == sorted(places)
 
 
-if __name__ == "__main__":
-    unittest.main()
+def test_checks_what_was_unpacked_from_the_package(package):
+    package()
+    (unpacked,) = [call for call in package.calls if "ditto -x -k build/package/" in call]
+    folder = unpacked.rpartition(" ")[2]
+    assert package.calls[-1] == f"check-mac {folder}/Morvella Installer.app"
+
+
+def test_builds_from_nothing(package):
+    left = package.root / APP / "Contents/left"
+    left.parent.mkdir(parents=True)
+    left.touch()
+    package()
+    assert not left.exists()
+
+
+def test_signs_with_the_hardened_runtime_a_time_stamp_and_the_entitlements(package):
+    package()
+    call = package.calls[package.place("--sign ")]
+    assert " --options runtime --timestamp" in call
+    assert " --entitlements resources/MorvellaInstaller.entitlements" in call
+    assert call.endswith(APP)
+
+
+def test_signs_nested_code_before_the_bundle(package):
+    package(EXTRA_FILE="Resources/libnested.dylib")
+    assert package.files("--sign ") == ["libnested.dylib", "Morvella Installer.app"]
+
+
+def test_verifies_the_code_inside_the_payload(package):
+    package()
+    verified = package.files("--test-requirement =anchor apple generic")
+    bundles = ["Morvella.app", "Tressimo.app"]
+    assert sorted(verified) == sorted(["Morvella", "Tressimo", *bundles])
+
+
+@pytest.mark.parametrize("team, noted", [("TEAM", False), ("OTHERS", True)])
+def test_notes_code_that_another_team_has_signed(package, team, noted):
+    run = package(PAYLOAD_TEAM=team)
+    assert run.returncode == 0
+    signed = "is signed by OTHERS, the installer by TEAM"
+    assert sorted(re.findall("^note: .*$", run.stdout, re.MULTILINE)) == noted * [
+        f'note: Tressimo.zip: "Tressimo.app/Contents/MacOS/Tressimo" {signed}',
+        f'note: morvella.zip: "Morvella/Morvella.app/Contents/MacOS/Morvella" {signed}',
+    ]
+
+
+KEY = {
+    "MORVELLA_NOTARY_PROFILE": "",
+    "MORVELLA_NOTARY_KEY": "/keys/key.p8",
+    "MORVELLA_NOTARY_KEY_ID": "KEY",
+    "MORVELLA_NOTARY_ISSUER": "ISSUER",
+}
+
+
+def test_takes_a_key_for_the_notary_service(package):
+    assert package(**KEY).returncode == 0
+    package.place("--key /keys/key.p8 --key-id KEY --issuer ISSUER")
+
+
+@pytest.mark.parametrize(
+    "step, command",
+    [
+        (BUILD, "cmake --fresh"),
+        (BUILD, "cmake --build"),
+        (PAYLOAD_CODE, "ditto -x -k build/mac"),
+        (PAYLOAD_CODE, "codesign --verify --strict"),
+        (PAYLOAD_CODE, "codesign --display"),
+        (PAYLOAD_CODE, "codesign --verify --deep --strict --test"),
+        (SIGN, "xattr -cr"),
+        (SIGN, "codesign --force --sign"),
+        (SIGN, "codesign --verify --deep --strict --verbose=2"),
+        (NOTARIZE, "ditto -c -k"),
+        (NOTARIZE, "xcrun notarytool submit"),
+        (STAPLE, "xcrun stapler staple"),
+        (CHECK, "xcrun stapler validate"),
+        (CHECK, "spctl --assess"),
+        (CHECK, "check-mac"),
+    ],
+)
+def test_stops_at_the_command_that_fails(package, step, command):
+    run = package(FAILING=command)
+    assert (run.returncode, package.steps[-1]) == (1, step)
+    assert re.search(rf"^script/package-mac: failed: (script/)?{command}", run.stderr, re.MULTILINE)
+    assert command in package.calls[-1]
+
+
+@pytest.mark.parametrize(
+    "step, fault, error",
+    [
+        (PAYLOAD_CODE, {"SIGNATURE": "flags=0x0(none)"}, "codesign: no hardened runtime"),
+        (SIGN, {"EXTRA_FILE": "Resources/.DS_Store"}, "the bundle holds hidden files"),
+        (NOTARIZE, {"ANSWER": "Invalid"}, "xcrun notarytool submit: the notary service answered"),
+    ],
+)
+def test_stops_at_a_fault(package, step, fault, error):
+    run = package(**fault)
+    assert (run.returncode, package.steps[-1]) == (1, step)
+    assert f"script/package-mac: failed: {error}" in run.stderr
+
+
+def test_shows_why_the_notary_service_refuses(package):
+    package(ANSWER="Invalid")
+    assert package.calls[-1] == "xcrun notarytool log 1234 --keychain-profile somebody"
+
+
+def test_stops_at_a_payload_that_is_not_complete(package):
+    package.payload.drop("morvella.zip", "Morvella/Sources/Vellicor.amxd")
+    run = package()
+    assert (run.returncode, package.steps[-1]) == (1, PAYLOAD)
+    assert '"Morvella/Sources/Vellicor.amxd" is missing' in run.stdout
+
+
+@pytest.mark.parametrize(
+    "arguments, environment, error",
+    [
+        ([], {"SYSTEM": "Linux"}, "this works on macOS only"),
+        ([], {"XCODE": "26.0"}, "Xcode 26 cannot build for macOS 10"),
+        ([], {"XCODE": "?"}, "xcodebuild does not tell its version"),
+        ([], {"MORVELLA_SIGN_IDENTITY": ""}, "MORVELLA_SIGN_IDENTITY is not set"),
+        ([], {"MORVELLA_NOTARY_PROFILE": ""}, "set MORVELLA_NOTARY_PROFILE"),
+        ([], KEY | {"MORVELLA_NOTARY_KEY_ID": ""}, "set MORVELLA_NOTARY_PROFILE"),
+        ([""], {}, "name the folder of the payload"),
+        (["/nowhere"], {}, "there is no folder"),
+        (["/one", "/two"], {}, "name one folder"),
+        (["--force"], {}, "unknown option --force"),
+    ],
+)
+def test_refuses_before_it_does_anything(package, arguments, environment, error):
+    run = package(*arguments, **environment)
+    assert (run.returncode, package.calls, package.steps) == (2, [], [])
+    assert error in run.stderr
+
+
+def test_takes_a_newer_xcode_for_a_newer_oldest_system(package):
+    presets = package.root / "CMakePresets.json"
+    presets.write_text(presets.read_text().replace('"10.13"', '"11.0"'))
+    assert package(XCODE="26.1").returncode == 0
+
+
+def test_help_needs_nothing(package):
+    run = package("--help", SYSTEM="Linux", MORVELLA_SIGN_IDENTITY="")
+    assert (run.returncode, run.stderr) == (0, "")
+    assert "MORVELLA_SIGN_IDENTITY" in run.stdout

@@ -1,4 +1,4 @@
-"""Payloads to check: a sound one, which a test then spoils in one place."""
+"""A sound payload, which a test then spoils in one place."""
 
 import plistlib
 import stat
@@ -6,6 +6,7 @@ import zipfile
 
 FILE = stat.S_IFREG | 0o644
 PROGRAM = stat.S_IFREG | 0o755
+FOLDER = stat.S_IFDIR | 0o755
 LINK = stat.S_IFLNK | 0o755
 UNIX = 3
 
@@ -14,7 +15,7 @@ def information(executable):
     return plistlib.dumps({"CFBundleExecutable": executable})
 
 
-class Payload:
+class SamplePayload:
     """Three archives as lists of (name, content, mode), to be changed before `write`."""
 
     def __init__(self):
@@ -37,11 +38,17 @@ class Payload:
     def add(self, archive, name, content=b"x", mode=FILE):
         self.archives[archive].append((name, content, mode))
 
-    def drop(self, archive, name):
+    def drop(self, archive, start):
+        """Drops the entries whose names begin so."""
         entries = self.archives[archive]
-        kept = [entry for entry in entries if entry[0] != name]
-        assert len(kept) == len(entries) - 1, name
-        self.archives[archive] = kept
+        self.archives[archive] = [each for each in entries if not each[0].startswith(start)]
+        assert self.archives[archive] != entries, start
+
+    def rename(self, archive, old, new):
+        self.archives[archive] = [
+            (name.replace(old, new), content, mode)
+            for name, content, mode in self.archives[archive]
+        ]
 
     def replace(self, archive, name, content, mode=FILE):
         self.drop(archive, name)

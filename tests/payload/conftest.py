@@ -1,0 +1,52 @@
+"""A payload to check, and a copy of the scripts with stand-ins for Apple's tools."""
+
+import os
+import shutil
+import subprocess
+import tempfile
+from pathlib import Path
+
+import pytest
+from sample_payload import SamplePayload
+
+HERE = Path(__file__).resolve().parent
+ROOT = HERE.parents[1]
+
+
+class Mac:
+    """A copy of the scripts in `root`, run with stand-ins for the tools in the PATH."""
+
+    def __init__(self, root, stand_in, tools):
+        self.root = root
+        self._environment = {
+            "PATH": f"{root}/tools:{os.environ['PATH']}",
+            "TMPDIR": str(root),
+            "PYTHONDONTWRITEBYTECODE": "1",
+        }
+        shutil.copytree(ROOT / "script", root / "script")
+        (root / "tools").mkdir()
+        for tool in tools:
+            shutil.copy(HERE / stand_in, root / "tools" / tool)
+
+    def run(self, script, *arguments, **environment):
+        run = subprocess.run(
+            [self.root / "script" / script, *arguments],
+            capture_output=True,
+            encoding="utf-8",
+            env=self._environment | environment,
+            cwd="/",
+            check=False,
+        )
+        assert list(self.root.glob("tmp*")) == [], "temporary folders are left behind"
+        return run
+
+
+@pytest.fixture
+def folder():
+    with tempfile.TemporaryDirectory(prefix="morvella-") as name:
+        yield Path(name).resolve()
+
+
+@pytest.fixture
+def payload():
+    return SamplePayload()
