@@ -1,0 +1,55 @@
+"""Documents and resources that must follow a change of the version, the fonts or a sheet."""
+
+import re
+
+import pytest
+from product import FONTS, ROOT, VERSION
+from source_rules import sources
+
+LITERAL = r'"(?:\\.|[^"\\])*"'
+MESSAGE = re.compile(
+    rf"(?:terminateAppWithAlertSheet\(|\.messageText =)\s*((?:{LITERAL}\s*)+)", re.DOTALL
+)
+NEVER_SHOWN = {"There is a version of Morvella already installed."}
+
+
+def text(file):
+    return (ROOT / file).read_text(encoding="utf-8")
+
+
+def sheets():
+    """The first line of each sheet's message."""
+    found = set()
+    for source in sources().values():
+        for match in MESSAGE.finditer(source):
+            message = "".join(literal[1:-1] for literal in re.findall(LITERAL, match[1]))
+            found.add(message.split(r"\n")[0])
+    return found
+
+
+def test_help_quotes_every_sheet():
+    help_text = " ".join(text("docs/help.md").split())
+    assert sheets() > NEVER_SHOWN
+    assert [each for each in sorted(sheets() - NEVER_SHOWN) if f'"{each}"' not in help_text] == []
+
+
+def test_change_log_begins_with_the_version_of_the_build():
+    assert re.search("^## (.+)$", text("CHANGELOG.md"), re.MULTILINE)[1] == VERSION
+
+
+def test_licence_is_for_the_version_of_the_build():
+    assert re.findall(r"\bVersion (\S+?)\\par", text("resources/license.rtf")) == [VERSION]
+
+
+def test_bundle_carries_the_fonts_of_the_product():
+    carried = {file.name for file in (ROOT / "resources/fonts").glob("*.[ot]tf")}
+    assert carried == set(FONTS)
+
+
+@pytest.mark.parametrize("font", FONTS)
+def test_font_has_its_licence_and_is_named_to_the_user(font):
+    family = font.partition("-")[0]
+    assert (ROOT / f"resources/fonts/{family}-OFL.txt").is_file()
+    assert f"`{font}`" in text("docs/help.md")
+    for file in ("docs/help.md", "resources/MainMenu.xib"):
+        assert family in text(file).replace(" ", ""), file
