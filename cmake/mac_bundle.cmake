@@ -1,7 +1,7 @@
-# The installer as a macOS application bundle. It is signed for this machine only, with the hardened
-# runtime that script/package-mac gives it for all others.
+# The installer as a macOS application bundle, signed for this machine only, with the hardened runtime.
+# script/package-mac signs it for all others.
 if(NOT CMAKE_OSX_DEPLOYMENT_TARGET)
-  message(FATAL_ERROR "CMAKE_OSX_DEPLOYMENT_TARGET names no oldest system; the preset mac does.")
+  message(FATAL_ERROR "Set CMAKE_OSX_DEPLOYMENT_TARGET to the oldest system, as the preset mac does.")
 endif()
 foreach(tool ibtool sips iconutil codesign)
   find_program(${tool} ${tool} REQUIRED)
@@ -11,21 +11,17 @@ target_compile_options(morvella_cocoa PUBLIC $<$<COMPILE_LANGUAGE:OBJCXX>:-fno-o
 target_link_libraries(morvella_cocoa PUBLIC
   "-framework AppKit" "-framework Foundation" "-framework QuartzCore")
 
-set(entitlements "${PROJECT_SOURCE_DIR}/resources/MorvellaInstaller.entitlements")
-set(information "${CMAKE_BINARY_DIR}/Info.plist")
-configure_file("${PROJECT_SOURCE_DIR}/resources/Info.plist.in" "${information}" @ONLY)
 set(interface "${PROJECT_SOURCE_DIR}/resources/MainMenu.xib")
+set(compiled_interface "${CMAKE_BINARY_DIR}/MainMenu.nib")
+add_custom_command(
+  OUTPUT "${compiled_interface}"
+  COMMAND ${ibtool} --errors --warnings --notices --output-format human-readable-text
+    --target-device mac --minimum-deployment-target ${CMAKE_OSX_DEPLOYMENT_TARGET}
+    --compile "${compiled_interface}" "${interface}"
+  DEPENDS "${interface}"
+  VERBATIM)
+
 set(drawing "${PROJECT_SOURCE_DIR}/resources/icon/icon.png")
-
-add_executable(installer MACOSX_BUNDLE app/main.mm)
-target_link_libraries(installer PRIVATE morvella_cocoa)
-set_target_properties(installer PROPERTIES
-  OUTPUT_NAME "Morvella Installer"
-  RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}"
-  MACOSX_BUNDLE_INFO_PLIST "${information}")
-set(bundle "${CMAKE_BINARY_DIR}/Morvella Installer.app")
-set(bundle_resources "${bundle}/Contents/Resources")
-
 set(iconset "${CMAKE_BINARY_DIR}/AppIcon.iconset")
 set(icon "${CMAKE_BINARY_DIR}/AppIcon.icns")
 set(render_sizes)
@@ -45,20 +41,25 @@ add_custom_command(
   DEPENDS "${drawing}"
   VERBATIM)
 
-# One stamp for the finished bundle: the signature seals the executable and every resource.
-set(finished "${CMAKE_BINARY_DIR}/bundle.stamp")
+set(resources ${MORVELLA_RESOURCE_FILES} "${compiled_interface}" "${icon}")
+set_source_files_properties(${resources} PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
+set(information "${PROJECT_SOURCE_DIR}/resources/Info.plist.in")
+add_executable(installer MACOSX_BUNDLE app/main.mm ${resources})
+add_dependencies(installer payload)
+target_link_libraries(installer PRIVATE morvella_cocoa)
+set_target_properties(installer PROPERTIES
+  OUTPUT_NAME "Morvella Installer"
+  RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}"
+  MACOSX_BUNDLE_INFO_PLIST "${information}")
+
+# The signature seals the executable and every resource.
+set(entitlements "${PROJECT_SOURCE_DIR}/resources/MorvellaInstaller.entitlements")
+set(signed "${CMAKE_BINARY_DIR}/signed.stamp")
 add_custom_command(
-  OUTPUT "${finished}"
-  COMMAND ${CMAKE_COMMAND} -E rm -rf "${bundle_resources}"
-  COMMAND ${CMAKE_COMMAND} -E make_directory "${bundle_resources}"
-  COMMAND ${CMAKE_COMMAND} -E copy ${MORVELLA_RESOURCE_FILES} "${icon}" "${bundle_resources}"
-  COMMAND ${ibtool} --errors --warnings --notices --output-format human-readable-text
-    --target-device mac --minimum-deployment-target ${CMAKE_OSX_DEPLOYMENT_TARGET}
-    --compile "${bundle_resources}/MainMenu.nib" "${interface}"
+  OUTPUT "${signed}"
   COMMAND ${codesign} --force --sign - --options runtime --entitlements "${entitlements}"
-    "${bundle}"
-  COMMAND ${CMAKE_COMMAND} -E touch "${finished}"
-  DEPENDS installer payload ${MORVELLA_RESOURCE_FILES} "${icon}" "${interface}" "${information}"
-    "${entitlements}"
+    "$<TARGET_BUNDLE_DIR:installer>"
+  COMMAND ${CMAKE_COMMAND} -E touch "${signed}"
+  DEPENDS installer ${resources} "${information}" "${entitlements}"
   VERBATIM)
-add_custom_target(bundle ALL DEPENDS "${finished}")
+add_custom_target(bundle ALL DEPENDS "${signed}")
