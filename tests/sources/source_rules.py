@@ -43,10 +43,10 @@ RULES = (
         ("@property(nonatomic) int more;", "@property(strong) id more;", "@property int more;"),
     ),
     Rule(
-        "only one piece of work is deferred to the main queue",
+        "only the start of the installation and an alert without a window are deferred",
         CORE + COCOA,
         r"\bdispatch_(?:async|sync|after|barrier)\w*|\bmainQueue\b|\bperformBlock\w*:",
-        1,
+        2,
         ("dispatch_async(queue, block);", "[[NSRunLoop mainRunLoop] performBlock:block];"),
     ),
     Rule(
