@@ -62,8 +62,10 @@ RULES = (
         r"removeFilesFromFolder\(\{product::obsoleteItems\.begin\(\), "
         r"product::obsoleteItems\.end\(\)\},\s*destination\);\s*installTo\(destination\);",
         1,
-        "removeFilesFromFolder({product::obsoleteItems.begin(), product::obsoleteItems.end()}, "
-        "destination); installTo(destination);",
+        (
+            "removeFilesFromFolder({product::obsoleteItems.begin(), "
+            "product::obsoleteItems.end()}, destination); installTo(destination);",
+        ),
     ),
     Rule(
         "nothing runs beside the main thread",
