@@ -147,6 +147,8 @@ class MorvellaInstallerViewController {
 
     void pollUntilReachable(const FileUrl& userLibrary, const std::shared_ptr<const Object>& self);
     void userLibraryBecameReachable(const Object* sender);
+    /// Shows the line below the User Library and announces it.
+    void showStatus(const std::string& status);
 
     void askToDeletePreviousInstallation();
     void previousInstallationAnswered(const AlertAnswer& answer,

@@ -19,6 +19,11 @@ void MorvellaInstallerViewController::viewDidLoad() {
 }
 
 void MorvellaInstallerViewController::viewDidAppear() {
+    for (const Step& step : steps()) {
+        if (step.state == StepState::current) {
+            platform_.application.announce(step.spokenLabel);
+        }
+    }
     if (shows(initialView())) {
         if (!resourcesLoaded()) {
             terminateAppWithAlertSheet(

@@ -54,6 +54,7 @@ void MorvellaInstallerViewController::previousInstallationAnswered(
     if (!require(userLibPath() && destinationURL())) {
         return;
     }
+    const std::shared_ptr<void> activity = platform_.application.beginActivity("Backup");
     if (answer.suppressionState == ControlState::on) {
         backUpPreviousInstallation(*self, backupIndicator);
     }
@@ -89,6 +90,7 @@ void MorvellaInstallerViewController::startInstall() {
     if (!require(isReadyToInstall() && destinationURL())) {
         return;
     }
+    const std::shared_ptr<void> activity = platform_.application.beginActivity("Installation");
     // The sender is ignored by AppKit; passing the settings indicator is intentional.
     doInstallIndicator()->startAnimation(settingsIndicator().get());
     doInstallIndicator()->setHidden(false);

@@ -11,7 +11,7 @@ void MorvellaInstallerViewController::waitForUserLibraryAndProceedToInstall() {
         return;
     }
     platform_.log("UL unavailable");
-    settingsInfoText()->setTitle("Status: Waiting for the volume to become available...");
+    showStatus("Status: Waiting for the volume to become available...");
     const std::shared_ptr<const Object> self = viewController_.self();
     settingsIndicator()->startAnimation(self.get());
     settingsIndicator()->setHidden(false);
@@ -33,8 +33,9 @@ void MorvellaInstallerViewController::waitForUserLibraryAndProceedToInstall() {
 void MorvellaInstallerViewController::pollUntilReachable(
     const FileUrl& userLibrary, const std::shared_ptr<const Object>& self) {
     constexpr double secondsBetweenTests = 5.0;
+    const auto activity = platform_.application.beginActivity("Waiting for the User Library");
     platform_.runLoop.scheduleRepeatingTimer(secondsBetweenTests,
-                                             [this, self, userLibrary](Timer& timer) {
+                                             [this, self, userLibrary, activity](Timer& timer) {
                                                  if (platform_.files.isReachable(userLibrary)) {
                                                      timer.invalidate();
                                                      userLibraryBecameReachable(self.get());
@@ -44,11 +45,16 @@ void MorvellaInstallerViewController::pollUntilReachable(
 
 void MorvellaInstallerViewController::userLibraryBecameReachable(const Object* sender) {
     settingsNextButton()->setEnabled(true);
-    settingsInfoText()->setTitle("User library available, click next to proceed");
+    showStatus("User library available, click next to proceed");
     settingsIndicator()->setHidden(true);
     settingsIndicator()->stopAnimation(sender);
     // Intentional repeat: the button must be enabled after the indicator is gone.
     settingsNextButton()->setEnabled(true);
+}
+
+void MorvellaInstallerViewController::showStatus(const std::string& status) {
+    settingsInfoText()->setTitle(status);
+    platform_.application.announce(status);
 }
 
 }  // namespace morvella

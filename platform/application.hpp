@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/object.hpp"
@@ -12,6 +13,13 @@ class Application {
 
     /// Ends the application; what is scheduled is not run any more. `sender` may be null.
     virtual void terminate(const Object* sender) = 0;
+
+    /// Keeps the Mac awake and the application at full speed until the last copy of the result is
+    /// gone. Activities may overlap. `reason` is for the system's diagnostics.
+    [[nodiscard]] virtual std::shared_ptr<void> beginActivity(const std::string& reason) = 0;
+
+    /// Has assistive technology such as VoiceOver say `text`.
+    virtual void announce(const std::string& text) = 0;
 };
 
 class Workspace {

@@ -80,6 +80,7 @@ using morvella::stringOf;
 - (void)awakeFromNib {
     [super awakeFromNib];
     _connected = YES;
+    [NSWindow setAllowsAutomaticWindowTabbing:NO];
     [[[self view] window] center];
     [self viewDidLoad];
     // The interface file's windows are ordered in only after all of it has been loaded.
@@ -103,6 +104,7 @@ using morvella::stringOf;
     _windowIsOnScreen = YES;
     // Live, which launches the installer, may still be the active application.
     [NSApp activateIgnoringOtherApps:YES];
+    morvella::requestAttention(false);
     [PressMonitor start];
     guarded([&] { [self drawAndAppear]; });
 }
@@ -117,6 +119,8 @@ using morvella::stringOf;
     }
     [view setFrame:[shown frame]];
     [[shown superview] replaceSubview:shown with:view];
+    // Where Tab begins while no control has the keys.
+    [window setInitialFirstResponder:view];
     [window makeFirstResponder:[view nextValidKeyView]];
     if (_windowIsOnScreen) {
         [self drawAndAppear];

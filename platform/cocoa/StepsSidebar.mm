@@ -82,9 +82,11 @@ NSColor* colorOf(StepState state) {
     [self addToRow:name frame:NSMakeRect(50, NSMinY(area) + 6, 130, 18)];
 }
 
-/// What a mark says is part of the name's spoken label.
-- (void)addMark:(NSView*)mark frame:(NSRect)frame {
+/// Hidden from VoiceOver: the name's spoken label tells the state. Of a control, VoiceOver may see
+/// the cell, too.
+- (void)addMark:(NSControl*)mark frame:(NSRect)frame {
     [mark setAccessibilityElement:NO];
+    [[mark cell] setAccessibilityElement:NO];
     [self addToRow:mark frame:frame];
 }
 

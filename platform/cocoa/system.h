@@ -11,6 +11,8 @@ namespace morvella {
 class CocoaApplication : public Application {
   public:
     void terminate(const Object* sender) override;
+    [[nodiscard]] std::shared_ptr<void> beginActivity(const std::string& reason) override;
+    void announce(const std::string& text) override;
 };
 
 class CocoaClock : public Clock {

@@ -14,6 +14,24 @@ void CocoaApplication::terminate(const Object* sender) {
     [[NSApplication sharedApplication] terminate:objectOf(sender)];
 }
 
+std::shared_ptr<void> CocoaApplication::beginActivity(const std::string& reason) {
+    const Retained<id> activity([[NSProcessInfo processInfo]
+        beginActivityWithOptions:NSActivityUserInitiated
+                          reason:stringOf(reason)]);
+    return {nullptr, [activity](std::nullptr_t) {
+                [[NSProcessInfo processInfo] endActivity:activity.get()];
+            }};
+}
+
+void CocoaApplication::announce(const std::string& text) {
+    // The focus moves at the same time, and what VoiceOver says of it would drown a lower priority.
+    NSAccessibilityPostNotificationWithUserInfo(
+        NSApp, NSAccessibilityAnnouncementRequestedNotification, @{
+            NSAccessibilityAnnouncementKey : stringOf(text),
+            NSAccessibilityPriorityKey : @(NSAccessibilityPriorityHigh)
+        });
+}
+
 Clock::Time CocoaClock::now() const {
     return std::chrono::system_clock::now();
 }

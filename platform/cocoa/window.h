@@ -7,6 +7,10 @@
 
 namespace morvella {
 
+/// Bounces the icon in the Dock while another application is active, whose windows stay in front:
+/// once, or until the user comes if `critical`.
+void requestAttention(bool critical);
+
 class CocoaWindow : public Handle<Window, NSWindow*> {
   public:
     using Handle::Handle;

@@ -41,6 +41,12 @@ NSAlert* makeAlert(const Alert& alert) {
 
 }  // namespace
 
+void requestAttention(bool critical) {
+    if (![NSApp isActive]) {
+        [NSApp requestUserAttention:critical ? NSCriticalRequest : NSInformationalRequest];
+    }
+}
+
 void CocoaWindow::makeKeyAndOrderFront(const Object* sender) {
     [object() makeKeyAndOrderFront:objectOf(sender)];
 }
@@ -56,6 +62,7 @@ void CocoaWindow::beginSheet(const Alert& alert, AlertAnswered answered) {
     };
     if (object()) {
         [sheet.get() beginSheetModalForWindow:object() completionHandler:answer];
+        requestAttention(alert.style == AlertStyle::critical);
     } else {
         dispatch_async(dispatch_get_main_queue(), ^{
             answer([sheet.get() runModal]);

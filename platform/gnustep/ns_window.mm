@@ -7,6 +7,9 @@
     return (id)[SheetCover coverOfWindow:self];
 }
 
++ (void)setAllowsAutomaticWindowTabbing:(BOOL)allows {
+}
+
 - (void)setPreventsApplicationTerminationWhenModal:(BOOL)prevents {
 }
 

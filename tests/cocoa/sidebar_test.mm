@@ -6,232 +6,155 @@
 
 #include "cocoa/recorder.h"
 
-#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
 
 namespace morvella::cocoa_tests {
 
 namespace {
 
-id newLabel(id, SEL) {
-    return [[Recorder named:"label" standingFor:[NSTextField class]] retain];
-}
+/// The views and cells that VoiceOver is not told of, and what it says of the others.
+std::set<id> hidden;
+std::map<id, std::string> spoken;
 
-id newPicture(id, SEL) {
-    return [[Recorder named:"picture" standingFor:[NSImageView class]] retain];
-}
-
-id font(id, SEL, CGFloat) {
-    return [Recorder named:"font" standingFor:[NSFont class]];
-}
-
-id boldFont(id, SEL, CGFloat) {
-    return [Recorder named:"bold font" standingFor:[NSFont class]];
-}
-
-id image(id, SEL, NSString* name) {
-    return [Recorder named:[name UTF8String] standingFor:[NSImage class]];
-}
-
-void addSubview(id, SEL, NSView* view) {
-    record(std::string("sidebar shows ") + [[view description] UTF8String]);
-}
-
-void setNeedsDisplay(id, SEL, BOOL needs) {
-    record(needs ? "sidebar is drawn anew" : "sidebar is left as it is");
-}
-
-std::string cornersOf(const NSRect& area) {
-    std::string text;
-    for (const CGFloat number : {NSMinX(area), NSMinY(area), NSWidth(area), NSHeight(area)}) {
-        text += " " + std::to_string(int(number));
+void setElement(id object, SEL, BOOL element) {
+    if (!element) {
+        hidden.insert(object);
     }
-    return text;
 }
 
-void fillRect(id, SEL, NSRect area) {
-    record("filled" + cornersOf(area));
+void setLabel(id object, SEL, NSString* label) {
+    spoken[object] = [label UTF8String];
 }
 
-id roundedPath(id, SEL, NSRect area, CGFloat, CGFloat) {
-    const std::string name = "rounded" + cornersOf(area);
-    return [Recorder named:name.c_str() standingFor:[NSBezierPath class]];
+std::string roleOf(NSColor* color) {
+    return [color isEqual:[NSColor labelColor]]                          ? "text colour"
+           : [color isEqual:[NSColor alternateSelectedControlTextColor]] ? "selected colour"
+           : [color isEqual:[NSColor secondaryLabelColor]]               ? "pale colour"
+                                                                         : "another colour";
 }
 
-/// A sidebar of recorders.
+/// One part of the sidebar as it is seen and spoken.
+std::string describe(NSControl* part) {
+    if (hidden.contains(part) != hidden.contains([part cell])) {
+        return "hidden only in part";
+    }
+    const std::string heard = hidden.contains(part) ? "not spoken" : "spoken: " + spoken[part];
+    if ([part isKindOfClass:[NSImageView class]]) {
+        return "picture, " + heard;
+    }
+    auto* label = static_cast<NSTextField*>(part);
+    const bool plain = ![label isEditable] && ![label isSelectable] && ![label isBezeled] &&
+                       ![label drawsBackground];
+    const bool bold = [label font] == [NSFont boldSystemFontOfSize:13];
+    return std::string([[label stringValue] UTF8String]) + ", " + roleOf([label textColor]) +
+           (bold ? ", bold, " : ", ") + heard + (plain ? "" : ", not a plain label");
+}
+
 class SidebarTest : public ::testing::Test {
   protected:
-    /// What is sent when it shows these steps, sorted.
+    ~SidebarTest() override {
+        hidden.clear();
+        spoken.clear();
+    }
+
+    /// What there is to see and hear with these steps, in its order.
     Lines shown(const std::vector<Step>& steps) {
-        takeRecorded();
-        [sidebar_ setSteps:steps];
-        Lines lines = takeRecorded();
-        std::sort(lines.begin(), lines.end());
+        hidden.clear();
+        spoken.clear();
+        [sidebar setSteps:steps];
+        Lines lines;
+        for (NSControl* part in [sidebar subviews]) {
+            lines.push_back(describe(part));
+        }
         return lines;
     }
 
-    /// What is sent when it is drawn.
-    Lines drawn() {
-        takeRecorded();
-        [sidebar_ drawRect:NSZeroRect];
-        return takeRecorded();
-    }
+    NSRect frameOf(NSUInteger part) { return [[[sidebar subviews] objectAtIndex:part] frame]; }
 
-    StepsSidebar* sidebar() { return sidebar_; }
+    StepsSidebar* sidebar =
+        [[[StepsSidebar alloc] initWithFrame:NSMakeRect(0, 0, 200, 300)] autorelease];
 
   private:
-    static Class classOf(Class one) { return object_getClass(one); }
-    static Recorder* color(const char* name) {
-        return [Recorder named:name standingFor:[NSColor class]];
+    static Replaced hiding(Class owner) {
+        return {
+            owner, @selector(setAccessibilityElement:), reinterpret_cast<IMP>(setElement), "v@:c"
+        };
     }
 
-    Replaced label_ {
-        classOf([NSTextField class]), @selector(alloc), reinterpret_cast<IMP>(newLabel), "@@:"
+    static id recorder(const char* name) {
+        return [Recorder named:name standingFor:[NSFont class]];
+    }
+
+    // A real font needs a display.
+    Answering font_ { [NSFont class], @selector(systemFontOfSize:), recorder("font") };
+    Answering boldFont_ { [NSFont class], @selector(boldSystemFontOfSize:), recorder("bold font") };
+    Replaced hidingView_ = hiding([NSView class]);
+    Replaced hidingCell_ = hiding([NSCell class]);
+    Replaced labelling_ {
+        [NSView class], @selector(setAccessibilityLabel:), reinterpret_cast<IMP>(setLabel), "v@:@"
     };
-    Replaced picture_ {
-        classOf([NSImageView class]), @selector(alloc), reinterpret_cast<IMP>(newPicture), "@@:"
-    };
-    Answering ofText_ { [NSColor class], @selector(labelColor), color("text colour") };
-    Answering ofPaleText_ { [NSColor class], @selector(secondaryLabelColor), color("pale colour") };
-    Answering ofMarkedText_ {
-        [NSColor class], @selector(alternateSelectedControlTextColor), color("marked colour")
-    };
-    Replaced font_ {
-        classOf([NSFont class]), @selector(systemFontOfSize:), reinterpret_cast<IMP>(font), "@@:d"
-    };
-    Replaced boldFont_ {
-        classOf([NSFont class]), @selector(boldSystemFontOfSize:), reinterpret_cast<IMP>(boldFont),
-            "@@:d"
-    };
-    Replaced image_ {
-        classOf([NSImage class]), @selector(imageNamed:), reinterpret_cast<IMP>(image), "@@:@"
-    };
-    Replaced adding_ {
-        [StepsSidebar class], @selector(addSubview:), reinterpret_cast<IMP>(addSubview), "v@:@"
-    };
-    Replaced drawing_ {
-        [StepsSidebar class], @selector(setNeedsDisplay:), reinterpret_cast<IMP>(setNeedsDisplay),
-            "v@:c"
-    };
-    Answering ofBackground_ {
-        [NSColor class], @selector(controlBackgroundColor), color("background")
-    };
-    Answering ofMark_ { [NSColor class], @selector(alternateSelectedControlColor), color("mark") };
-    Replaced filling_ {
-        classOf([NSBezierPath class]), @selector(fillRect:), reinterpret_cast<IMP>(fillRect),
-            "v@:{CGRect={CGPoint=dd}{CGSize=dd}}"
-    };
-    Replaced rounding_ {
-        classOf([NSBezierPath class]), @selector(bezierPathWithRoundedRect:xRadius:yRadius:),
-            reinterpret_cast<IMP>(roundedPath), "@@:{CGRect={CGPoint=dd}{CGSize=dd}}dd"
-    };
-    StepsSidebar* sidebar_ =
-        [[[StepsSidebar alloc] initWithFrame:NSMakeRect(0, 0, 200, 300)] autorelease];
 };
 
-TEST_F(SidebarTest, HasACheckMarkBeforeAStepThatIsDone) {
-    EXPECT_EQ(shown({{"Welcome", StepState::done, "Welcome, done"}}),
-              (Lines{
-                  "label init",
-                  "label setAccessibilityLabel: Welcome, done",
-                  "label setBezeled: NO",
-                  "label setDrawsBackground: NO",
-                  "label setEditable: NO",
-                  "label setFont: font",
-                  "label setFrame: structure",
-                  "label setSelectable: NO",
-                  "label setStringValue: Welcome",
-                  "label setTextColor: text colour",
-                  "picture init",
-                  "picture setAccessibilityElement: NO",
-                  "picture setFrame: structure",
-                  "picture setImage: NSMenuOnStateTemplate",
-                  "sidebar is drawn anew",
-                  "sidebar shows label",
-                  "sidebar shows picture",
-              }));
+TEST_F(SidebarTest, ShowsEachStepsStateAndSpeaksItOnce) {
+    EXPECT_EQ(shown({{"Welcome", StepState::done, "Welcome, done"},
+                     {"Licence", StepState::current, "Licence, current step"},
+                     {"Finish", StepState::toCome, "Finish, not reached yet"}}),
+              (Lines{"picture, not spoken", "Welcome, text colour, spoken: Welcome, done",
+                     "2, selected colour, bold, not spoken",
+                     "Licence, selected colour, bold, spoken: Licence, current step",
+                     "3, pale colour, not spoken",
+                     "Finish, pale colour, spoken: Finish, not reached yet"}));
 }
 
-/// What is sent for a step with a number before its name.
-Lines numbered(const std::string& font, const std::string& color) {
-    return {
-        "label init",
-        "label init",
-        "label setAccessibilityElement: NO",
-        "label setAccessibilityLabel: Spoken",
-        "label setAlignment: " + std::to_string(int(NSTextAlignmentCenter)),
-        "label setBezeled: NO",
-        "label setBezeled: NO",
-        "label setDrawsBackground: NO",
-        "label setDrawsBackground: NO",
-        "label setEditable: NO",
-        "label setEditable: NO",
-        "label setFont: " + font,
-        "label setFont: " + font,
-        "label setFrame: structure",
-        "label setFrame: structure",
-        "label setSelectable: NO",
-        "label setSelectable: NO",
-        "label setStringValue: 1",
-        "label setStringValue: Name",
-        "label setTextColor: " + color,
-        "label setTextColor: " + color,
-        "sidebar is drawn anew",
-        "sidebar shows label",
-        "sidebar shows label",
-    };
+TEST_F(SidebarTest, ReplacesTheStepsShownBefore) {
+    shown({{"One", StepState::done, "One"}, {"Two", StepState::toCome, "Two"}});
+    EXPECT_EQ(shown({{"Three", StepState::current, "Three"}}),
+              (Lines{"1, selected colour, bold, not spoken",
+                     "Three, selected colour, bold, spoken: Three"}));
 }
 
-TEST_F(SidebarTest, MarksTheCurrentStep) {
-    EXPECT_EQ(shown({{"Name", StepState::current, "Spoken"}}),
-              numbered("bold font", "marked colour"));
+TEST_F(SidebarTest, HasOneRowForEachStepWithTheMarkBeforeTheName) {
+    shown({{"One", StepState::done, "One"},
+           {"Two", StepState::current, "Two"},
+           {"Three", StepState::toCome, "Three"}});
+    for (const NSUInteger mark : {0, 2, 4}) {
+        EXPECT_LT(NSMaxX(frameOf(mark)), NSMinX(frameOf(mark + 1)));
+        EXPECT_LT(std::abs(NSMidY(frameOf(mark)) - NSMidY(frameOf(mark + 1))), 1);
+    }
+    EXPECT_GT(NSMinY(frameOf(1)), NSMaxY(frameOf(3)));
+    EXPECT_GT(NSMinY(frameOf(3)), NSMaxY(frameOf(5)));
 }
 
-TEST_F(SidebarTest, HasWhatIsToComeInPaleText) {
-    EXPECT_EQ(shown({{"Name", StepState::toCome, "Spoken"}}), numbered("font", "pale colour"));
+/// What was drawn last.
+NSRect marked = NSZeroRect;
+
+id noteArea(id, SEL, NSRect area, CGFloat, CGFloat) {
+    marked = area;
+    return nil;
 }
 
-TEST_F(SidebarTest, LetsGoOfItsRowsBeforeItEnds) {
-    StepsSidebar* another = [[StepsSidebar alloc] initWithFrame:NSZeroRect];
-    NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-    [another setSteps:{{"Name", StepState::toCome, "Spoken"}}];
-    [pool release];
-    EXPECT_EQ([Recorder livingNamed:"label"], 2);
-    int left = -1;
-    const NotedDealloc ending([NSView class], [&] { left = [Recorder livingNamed:"label"]; });
-    [another release];
-    EXPECT_EQ(left, 0);
-}
+void ignoreArea(id, SEL, NSRect) {}
 
-TEST_F(SidebarTest, NumbersTheStepsAndTakesTheOldOnesAway) {
-    const Step step{"Name", StepState::toCome, "Spoken"};
-    const auto has = [](const Lines& lines, const std::string& line) {
-        return std::count(lines.begin(), lines.end(), line);
-    };
-    EXPECT_EQ(has(shown({step, step}), "label setStringValue: 2"), 1);
-    const Lines lines = shown({step});
-    EXPECT_EQ(has(lines, "label removeFromSuperview"), 4);
-    EXPECT_EQ(has(lines, "label setStringValue: 2"), 0);
-}
-
-TEST_F(SidebarTest, LetsGoOfWhatItShows) {
-    NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-    StepsSidebar* sidebar = [[StepsSidebar alloc] initWithFrame:NSZeroRect];
-    [sidebar setSteps:{{"Name", StepState::done, "Spoken"}, {"Name", StepState::done, "Spoken"}}];
-    [sidebar setSteps:{{"Name", StepState::current, "Spoken"}}];
-    [pool release];
-    EXPECT_EQ([Recorder livingNamed:"label"], 2);
-    EXPECT_EQ([Recorder livingNamed:"picture"], 0);
-    [sidebar release];
-    EXPECT_EQ([Recorder livingNamed:"label"], 0);
-}
-
-TEST_F(SidebarTest, IsDrawnWithTheCurrentStepsAreaMarked) {
-    EXPECT_TRUE([sidebar() isOpaque]);
-    shown({{"Welcome", StepState::done, "Spoken"}, {"Name", StepState::current, "Spoken"}});
-    EXPECT_EQ(drawn(), (Lines{"background set", "filled 0 0 200 300", "mark set",
-                              "rounded 12 226 176 30 fill"}));
-    shown({{"Name", StepState::current, "Spoken"}, {"Finish", StepState::toCome, "Spoken"}});
-    EXPECT_EQ(drawn().back(), "rounded 12 262 176 30 fill");
+TEST_F(SidebarTest, MarksTheRowOfTheCurrentStep) {
+    const char* types = "@@:{CGRect={CGPoint=dd}{CGSize=dd}}dd";
+    const Class paths = object_getClass([NSBezierPath class]);
+    const Replaced filling(paths, @selector(fillRect:), reinterpret_cast<IMP>(ignoreArea), types);
+    const Replaced rounding(paths, @selector(bezierPathWithRoundedRect:xRadius:yRadius:),
+                            reinterpret_cast<IMP>(noteArea), types);
+    const Recorder* color = [Recorder named:"colour" standingFor:[NSColor class]];
+    const Answering background([NSColor class], @selector(controlBackgroundColor), (id)color);
+    const Answering mark([NSColor class], @selector(alternateSelectedControlColor), (id)color);
+    const Step other{"Other", StepState::toCome, "Other"};
+    const Step current{"Current", StepState::current, "Current"};
+    for (const auto& [steps, name] : {std::pair(std::vector{other, current}, NSUInteger(3)),
+                                      std::pair(std::vector{current, other}, NSUInteger(1))}) {
+        shown(steps);
+        [sidebar drawRect:NSZeroRect];
+        EXPECT_TRUE(NSContainsRect(marked, frameOf(name)));
+        EXPECT_FALSE(NSIntersectsRect(marked, frameOf(4 - name)));
+    }
 }
 
 }  // namespace

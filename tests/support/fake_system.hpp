@@ -33,9 +33,18 @@ class FakeApplication : public Application {
     void terminate(const Object* sender) override {
         journal_.write(Kind::application, "terminated by " + nameOf(sender));
     }
+    std::shared_ptr<void> beginActivity(const std::string& /*reason*/) override {
+        return activity_;
+    }
+    void announce(const std::string& text) override { announced.push_back(text); }
+
+    [[nodiscard]] bool isActive() const { return activity_.use_count() > 1; }
+
+    std::vector<std::string> announced;
 
   private:
     Journal& journal_;
+    std::shared_ptr<void> activity_ = std::make_shared<int>();
 };
 
 class FakeWorkspace : public Workspace {

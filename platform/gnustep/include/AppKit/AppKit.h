@@ -44,14 +44,21 @@ typedef void (^AlertCompletionHandler)(NSModalResponse response);
 @end
 
 @interface NSWindow (Complement)
+/// There are no tabs here.
++ (void)setAllowsAutomaticWindowTabbing:(BOOL)allows;
 /// A sheet never keeps the application from ending here, so there is nothing to set.
 - (void)setPreventsApplicationTerminationWhenModal:(BOOL)prevents;
 @end
 
+// Nothing speaks here: what is set for accessibility is not kept.
+
 @interface NSView (Complement)
-/// Nothing speaks here: neither is kept.
 - (void)setAccessibilityElement:(BOOL)element;
 - (void)setAccessibilityLabel:(NSString*)label;
+@end
+
+@interface NSCell (Complement)
+- (void)setAccessibilityElement:(BOOL)element;
 @end
 
 @interface NSViewController (Complement)

@@ -1,0 +1,8 @@
+#import <AppKit/AppKit.h>
+
+@implementation NSCell (Complement)
+
+- (void)setAccessibilityElement:(BOOL)element {
+}
+
+@end
