@@ -9,31 +9,31 @@
 
 namespace morvella {
 
-/// What can be asked of the disk and changes nothing. A path that is empty or holds a NUL names
-/// nothing, here and below: every question is answered with no, and every change fails.
+/// Read-only queries. A path that is empty or contains NUL matches nothing, here and below: every
+/// query answers no, and every change fails.
 class Files {
   public:
     virtual ~Files() = default;
 
-    /// The URL of `path` as it is now: it names a directory if a folder is there.
+    /// The URL of `path`; it names a directory if a folder is there now.
     [[nodiscard]] virtual FileUrl fileUrl(const std::string& path) const = 0;
 
-    /// Whether something exists at `url`, a symbolic link that leads nowhere included.
+    /// Whether something exists at `url`; a dangling symbolic link counts.
     virtual bool isReachable(const FileUrl& url, ErrorOut error = nullptr) const = 0;
 
-    /// The same of `path` as it is now.
+    /// The same for a path.
     [[nodiscard]] bool isReachable(const std::string& path) const {
         return isReachable(fileUrl(path));
     }
 
-    /// Whether something exists at `path`; a symbolic link counts as what it leads to.
+    /// Whether something exists at `path`; follows symbolic links.
     [[nodiscard]] virtual bool fileExists(const std::string& path) const = 0;
 
     [[nodiscard]] virtual bool isReadable(const std::string& path) const = 0;
     [[nodiscard]] virtual bool isWritable(const std::string& path) const = 0;
 
-    /// The names in a folder in the order in which the system lists them, without "." and "..";
-    /// nothing if the folder is missing or unreadable.
+    /// The names in a folder, unsorted, without "." and ".."; nothing if the folder is missing or
+    /// unreadable.
     [[nodiscard]] virtual std::optional<std::vector<std::string>> contentsOfDirectory(
         const std::string& path) const = 0;
 
@@ -42,8 +42,8 @@ class Files {
         const std::string& path) const = 0;
 };
 
-/// What changes the disk. Nothing here deletes anything. On failure each returns false and leaves
-/// what was at the source in place; a copy that cannot be finished leaves nothing of itself behind.
+/// Changes to the disk. On failure each returns false and leaves the source in place. Nothing is
+/// deleted, with one exception: `copyItem` removes an incomplete copy.
 class FileChanges {
   public:
     virtual ~FileChanges() = default;
@@ -51,8 +51,11 @@ class FileChanges {
     /// Makes the folder and those above it that are missing. An existing folder is a success.
     virtual bool createDirectory(const FileUrl& url, ErrorOut error) = 0;
 
-    /// Neither copying nor moving replaces anything that is at `target`.
+    /// Fails if anything is at `target` already, and leaves that alone. A copy that fails later
+    /// stays if it equals the source, as where a volume only lacks extended attributes.
     virtual bool copyItem(const FileUrl& source, const FileUrl& target, ErrorOut error) = 0;
+
+    /// Fails if anything is at `target` already.
     virtual bool moveItem(const FileUrl& source, const FileUrl& target, ErrorOut error) = 0;
 
     /// Moves a file or folder to the user's Trash.

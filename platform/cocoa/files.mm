@@ -55,13 +55,15 @@ bool CocoaFileChanges::createDirectory(const FileUrl& url, ErrorOut error) {
 
 bool CocoaFileChanges::copyItem(const FileUrl& source, const FileUrl& target, ErrorOut error) {
     NSFileManager* manager = [NSFileManager defaultManager];
+    NSURL* sourceUrl = urlOf(source);
     NSURL* targetUrl = urlOf(target);
     const bool wasThere = [targetUrl checkResourceIsReachableAndReturnError:NULL];
-    const bool copied = [manager copyItemAtURL:urlOf(source)
+    const bool copied = [manager copyItemAtURL:sourceUrl
                                          toURL:targetUrl
                                          error:ErrorParameter(error)];
-    if (!copied && !wasThere) {
-        // A part of a copy must not pass for the whole.
+    // An incomplete copy must not pass for a complete one.
+    if (!copied && !wasThere &&
+        ![manager contentsEqualAtPath:[sourceUrl path] andPath:[targetUrl path]]) {
         [manager removeItemAtURL:targetUrl error:NULL];
     }
     return copied;

@@ -42,11 +42,6 @@ std::error_code copyItem(const fs::path& source, const fs::path& target) {
         return std::make_error_code(std::errc::file_exists);
     }
     fs::copy(source, target, fs::copy_options::recursive | fs::copy_options::copy_symlinks, code);
-    if (code) {
-        // What is there in part must not pass for the whole.
-        std::error_code ignored;
-        fs::remove_all(target, ignored);
-    }
     return code;
 }
 

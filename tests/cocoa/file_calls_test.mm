@@ -4,46 +4,155 @@
 
 #include "cocoa/recorder.h"
 #include "cocoa/temporary_folder.hpp"
+#include "platform/cocoa/conversions.h"
 #include "platform/cocoa/files.h"
 
-#include <sys/stat.h>
+#include <functional>
+#include <map>
+#include <tuple>
 
+/// What the adapters make of answers that Foundation rarely gives. Its methods are replaced by ones
+/// that give them.
 namespace morvella::cocoa_tests {
 
 namespace {
 
-mode_t modeOf(const std::string& path) {
-    struct stat status {};
-    EXPECT_EQ(stat(path.c_str(), &status), 0);
-    return status.st_mode & 0777;
+/// What a replaced method does with its error argument, and what it returns.
+std::function<BOOL(NSError**)> answer;
+
+template <class... Arguments>
+BOOL answerWithError(id, SEL, Arguments... arguments) {
+    return answer(std::get<sizeof...(arguments) - 1>(std::tuple(arguments...)));
 }
 
-TEST(CreatedFoldersTest, HaveTheModeThatTheMaskLeaves) {
-    const TemporaryFolder folder;
-    for (const mode_t mask : {mode_t{0027}, mode_t{0002}}) {
-        const std::string outer = folder.at("outer" + std::to_string(mask));
-        const mode_t before = umask(mask);
-        EXPECT_TRUE(CocoaFileChanges().createDirectory(FileUrl::directory(outer + "/in"), nullptr));
-        umask(before);
-        EXPECT_EQ(modeOf(outer), 0777 & ~mask);
-        EXPECT_EQ(modeOf(outer + "/in"), 0777 & ~mask);
+NSURL* answerFolder(NSFileManager*, SEL, NSUInteger, NSUInteger, NSURL*, BOOL, NSError** error) {
+    return answer(error) ? [NSURL fileURLWithPath:@"/folder" isDirectory:YES] : nil;
+}
+
+/// Replaces an existing method for as long as the result lives.
+template <class Function>
+Replaced replaced(Class owner, SEL selector, Function* function) {
+    const Method before = class_getInstanceMethod(owner, selector);
+    return {owner, selector, reinterpret_cast<IMP>(function), method_getTypeEncoding(before)};
+}
+
+class PlatformErrorsTest : public ::testing::Test {
+  protected:
+    using Operation = std::function<bool(ErrorOut)>;
+
+    ~PlatformErrorsTest() override { answer = nullptr; }
+
+    const FileUrl one = FileUrl::file("/one");
+    const FileUrl two = FileUrl::file("/two");
+    CocoaFiles files;
+    CocoaFileChanges changes;
+    CocoaStandardFolders folders;
+
+    /// Every operation that can report an error.
+    const std::map<std::string, Operation> operations = {
+        {"reachable", [this](ErrorOut error) { return files.isReachable(one, error); }},
+        {"create", [this](ErrorOut error) { return changes.createDirectory(one, error); }},
+        {"copy", [this](ErrorOut error) { return changes.copyItem(one, two, error); }},
+        {"move", [this](ErrorOut error) { return changes.moveItem(one, two, error); }},
+        {"trash", [this](ErrorOut error) { return changes.trashItem(one, error); }},
+        {"folder",
+         [this](ErrorOut error) {
+             return folders.url(StandardDirectory::users, Domain::local, error).has_value();
+         }},
+    };
+
+  private:
+    const Class manager_ = [NSFileManager class];
+    const Replaced reachable_ =
+        replaced([NSURL class], @selector(checkResourceIsReachableAndReturnError:),
+                 &answerWithError<NSError**>);
+    const Replaced create_ = replaced(
+        manager_, @selector(createDirectoryAtURL:withIntermediateDirectories:attributes:error:),
+        &answerWithError<NSURL*, BOOL, NSDictionary*, NSError**>);
+    const Replaced copy_ = replaced(manager_, @selector(copyItemAtURL:toURL:error:),
+                                    &answerWithError<NSURL*, NSURL*, NSError**>);
+    const Replaced move_ = replaced(manager_, @selector(moveItemAtURL:toURL:error:),
+                                    &answerWithError<NSURL*, NSURL*, NSError**>);
+    const Replaced trash_ = replaced(manager_, @selector(trashItemAtURL:resultingItemURL:error:),
+                                     &answerWithError<NSURL*, NSURL**, NSError**>);
+    const Replaced folder_ =
+        replaced(manager_, @selector(URLForDirectory:inDomain:appropriateForURL:create:error:),
+                 &answerFolder);
+};
+
+TEST_F(PlatformErrorsTest, ReachTheCallerWhateverTheResult) {
+    NSError* given = [NSError errorWithDomain:@"OddDomain" code:4711 userInfo:nil];
+    for (const BOOL result : {NO, YES}) {
+        for (NSError* each : {static_cast<NSError*>(nil), given}) {
+            answer = [&](NSError** place) {
+                if (place && each) {
+                    *place = each;
+                }
+                return result;
+            };
+            for (const auto& [name, operation] : operations) {
+                std::optional<Error> error = Error{"earlier"};
+                EXPECT_EQ(operation(&error), result) << name;
+                EXPECT_EQ(error->description, each ? textOf([given description]) : "earlier")
+                    << name;
+            }
+        }
     }
 }
 
-/// Records what the system's file manager is asked.
+TEST_F(PlatformErrorsTest, AreNotRequestedIfTheCallerDoesNotAsk) {
+    answer = [](NSError** place) {
+        EXPECT_EQ(place, nullptr);
+        return YES;
+    };
+    for (const auto& [name, operation] : operations) {
+        EXPECT_TRUE(operation(nullptr)) << name;
+    }
+}
+
+/// A copy that reports failure after it has written a file.
+class FailedCopyTest : public ::testing::Test {
+  protected:
+    void copy(NSString* written) {
+        static NSString* toWrite;
+        toWrite = written;
+        const auto writeAndFail = +[](NSFileManager*, SEL, NSURL*, NSURL* target, NSError**) {
+            [[toWrite dataUsingEncoding:NSUTF8StringEncoding] writeToURL:target atomically:NO];
+            return NO;
+        };
+        const Replaced copying =
+            replaced([NSFileManager class], @selector(copyItemAtURL:toURL:error:), writeAndFail);
+        folder.addFile("from", "whole");
+        EXPECT_FALSE(CocoaFileChanges().copyItem(FileUrl::file(folder.at("from")),
+                                                 FileUrl::file(folder.at("to")), nullptr));
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(FailedCopyTest, IsRemovedIfIncomplete) {
+    copy(@"who");
+    EXPECT_EQ(folder.tree(""), std::vector<std::string>{"from: whole"});
+}
+
+TEST_F(FailedCopyTest, StaysIfComplete) {
+    copy(@"whole");
+    EXPECT_EQ(folder.contents("to"), "whole");
+}
+
+TEST_F(FailedCopyTest, LeavesWhatWasThereBefore) {
+    folder.addFile("to", "mine");
+    copy(nil);
+    EXPECT_EQ(folder.contents("to"), "mine");
+}
+
+/// Records the messages to the system's file manager.
 class FileCallsTest : public ::testing::Test {
   protected:
     FileCallsTest() { takeRecorded(); }
 
-    /// All that was asked, but for what GNUstep asks by itself when it makes a URL.
-    static Lines takeAsked() {
-        Lines lines = takeRecorded();
-        std::erase_if(lines, [](const std::string& line) {
-            return line.starts_with("files fileExistsAtPath:isDirectory:");
-        });
-        return lines;
-    }
-
+    CocoaFiles files;
+    CocoaStandardFolders folders;
     std::optional<Error> error;
     Recorder* manager = [Recorder named:"files" standingFor:[NSFileManager class]];
 
@@ -51,68 +160,39 @@ class FileCallsTest : public ::testing::Test {
     Answering answering_ { [NSFileManager class], @selector(defaultManager), manager };
 };
 
-TEST_F(FileCallsTest, FoldersAreCreatedWithThoseAboveAndWithoutAttributes) {
-    CocoaFileChanges().createDirectory(FileUrl::directory("/a/b"), &error);
-    EXPECT_EQ(takeAsked(),
-              (Lines{"files createDirectoryAtURL:withIntermediateDirectories:attributes:error: "
-                     "file:///a/b/ YES nil pointer"}));
+TEST_F(FileCallsTest, ListingKeepsTheOrderOfTheSystem) {
+    [manager answer:@[ @"b", @"C", @"a" ] to:@selector(contentsOfDirectoryAtPath:error:)];
+    EXPECT_EQ(files.contentsOfDirectory("/x"), (std::vector<std::string>{"b", "C", "a"}));
 }
 
-TEST_F(FileCallsTest, WhatIsNotThereIsNoFolder) {
-    EXPECT_FALSE(CocoaFiles().fileUrl("/a").namesDirectory());
-}
-
-id contentsOf(id, SEL, NSString* path, NSUInteger options, NSError** error) {
-    record([path UTF8String] + std::string(options == 0 ? " is read" : " is mapped") +
-           (error ? ", why not is told" : ""));
+NSData* contentsOf(id, SEL, NSString*, NSUInteger options, NSError**) {
+    EXPECT_EQ(options, 0U);
     return nil;
 }
 
-TEST_F(FileCallsTest, AFileIsReadAndNotMapped) {
+/// Live may truncate its file while the installer reads it; a mapped file would then crash.
+TEST_F(FileCallsTest, FilesAreNotMapped) {
     const Replaced reading(object_getClass([NSData class]),
                            @selector(dataWithContentsOfFile:options:error:),
                            reinterpret_cast<IMP>(contentsOf), "@@:@Q^@");
-    EXPECT_EQ(CocoaFiles().contentsOfFile("/a"), std::nullopt);
-    EXPECT_EQ(takeAsked(), (Lines{"/a is read"}));
+    EXPECT_EQ(files.contentsOfFile("/a"), std::nullopt);
 }
 
-TEST_F(FileCallsTest, ItemsAreCopiedMovedAndPutIntoTheTrash) {
-    CocoaFileChanges changes;
-    changes.copyItem(FileUrl::file("/a"), FileUrl::file("/b"), &error);
-    changes.moveItem(FileUrl::file("/c"), FileUrl::file("/d"), &error);
-    changes.trashItem(FileUrl::directory("/e"), &error);
-    EXPECT_EQ(takeAsked(),
-              (Lines{"files copyItemAtURL:toURL:error: file:///a file:///b pointer",
-                     "files removeItemAtURL:error: file:///b NULL",
-                     "files moveItemAtURL:toURL:error: file:///c file:///d pointer",
-                     "files trashItemAtURL:resultingItemURL:error: file:///e/ NULL pointer"}));
-}
-
-TEST_F(FileCallsTest, StandardFoldersAreAskedForAndNotMade) {
-    CocoaStandardFolders().url(StandardDirectory::documents, Domain::user, &error);
-    EXPECT_TRUE(
-        CocoaStandardFolders().urls(StandardDirectory::applications, Domain::local).empty());
-    EXPECT_EQ(takeAsked(),
-              (Lines{"files URLForDirectory:inDomain:appropriateForURL:create:error: 9 1 nil NO "
-                     "pointer",
-                     "files URLsForDirectory:inDomains: 1 2"}));
-}
-
-TEST_F(FileCallsTest, StandardFoldersAreWhereTheSystemSays) {
+TEST_F(FileCallsTest, StandardFoldersAreNotCreatedAndNameDirectories) {
     NSURL* documents = [NSURL fileURLWithPath:@"/a b/Documents" isDirectory:NO];
     NSURL* shared = [NSURL fileURLWithPath:@"/Users" isDirectory:YES];
     [manager answer:documents
                  to:@selector(URLForDirectory:inDomain:appropriateForURL:create:error:)];
     [manager answer:@[ shared, documents ] to:@selector(URLsForDirectory:inDomains:)];
-    const auto found =
-        CocoaStandardFolders().url(StandardDirectory::documents, Domain::user, &error);
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->path(), "/a b/Documents");
-    EXPECT_TRUE(found->namesDirectory());
-    const auto all = CocoaStandardFolders().urls(StandardDirectory::users, Domain::local);
-    ASSERT_EQ(all.size(), 2U);
-    EXPECT_EQ(all[0].path(), "/Users");
-    EXPECT_EQ(all[1].path(), "/a b/Documents");
+    const FileUrl expected = FileUrl::directory("/a b/Documents");
+    EXPECT_EQ(folders.url(StandardDirectory::documents, Domain::user, &error), expected);
+    EXPECT_EQ(folders.urls(StandardDirectory::applications, Domain::local),
+              (std::vector{FileUrl::directory("/Users"), expected}));
+    Lines asked = takeRecorded();
+    std::erase_if(asked, [](const std::string& line) { return !line.starts_with("files URL"); });
+    EXPECT_EQ(asked, (Lines{"files URLForDirectory:inDomain:appropriateForURL:create:error: 9 1 "
+                            "nil NO pointer",
+                            "files URLsForDirectory:inDomains: 1 2"}));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "platform/cocoa/files.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -24,7 +25,7 @@ class FilesTest : public ::testing::Test {
         return FileUrl::directory(folder.at(relative));
     }
 
-    /// Expects a failure that says why.
+    /// Expects a failure with a reason.
     void expectFailed(bool result) {
         EXPECT_FALSE(result);
         ASSERT_TRUE(error.has_value());
@@ -49,44 +50,34 @@ TEST_F(FilesTest, UrlNamesADirectoryWhereAFolderIs) {
     EXPECT_EQ(files.fileUrl(folder.at("missing")), file("missing"));
 }
 
-TEST_F(FilesTest, ReachesWhatIsThere) {
-    folder.addFile("a/file");
-    fs::create_symlink("nowhere", folder.at("dangling"));
-    EXPECT_TRUE(files.isReachable(directory("a"), nullptr));
-    EXPECT_TRUE(files.isReachable(file("a/file"), nullptr));
-    EXPECT_TRUE(files.isReachable(file("dangling"), nullptr));
-    EXPECT_FALSE(files.isReachable(file("missing"), nullptr));
-    EXPECT_FALSE(files.isReachable(FileUrl::directory(""), nullptr));
-}
-
-TEST_F(FilesTest, SaysWhyItDoesNotReach) {
-    expectFailed(files.isReachable(file("missing"), &error));
-    folder.addFile("there");
-    error = Error{"earlier"};
-    EXPECT_TRUE(files.isReachable(file("there"), &error));
-    EXPECT_EQ(error, Error{"earlier"});
-}
-
-TEST_F(FilesTest, WhatALinkLeadsToExists) {
+TEST_F(FilesTest, DanglingLinkIsReachableButDoesNotExist) {
     folder.addFile("a/file");
     fs::create_symlink("a", folder.at("link"));
     fs::create_symlink("nowhere", folder.at("dangling"));
-    EXPECT_TRUE(files.fileExists(folder.at("a")));
-    EXPECT_TRUE(files.fileExists(folder.at("link")));
+    for (const char* name : {"a", "a/file", "link"}) {
+        EXPECT_TRUE(files.isReachable(file(name), nullptr)) << name;
+        EXPECT_TRUE(files.fileExists(folder.at(name))) << name;
+    }
+    EXPECT_TRUE(files.isReachable(file("dangling"), nullptr));
     EXPECT_FALSE(files.fileExists(folder.at("dangling")));
+    expectFailed(files.isReachable(file("missing"), &error));
     EXPECT_FALSE(files.fileExists(folder.at("missing")));
 }
 
 TEST_F(FilesTest, KnowsWhatMayBeReadAndWritten) {
-    folder.addFolder("closed");
-    folder.addFolder("open");
-    fs::permissions(folder.at("closed"), fs::perms::none);
-    fs::permissions(folder.at("open"), fs::perms::all);
+    for (const auto& [name, mode] : {std::pair("closed", 0000), std::pair("read-only", 0555),
+                                     std::pair("write-only", 0333), std::pair("open", 0777)}) {
+        folder.addFolder(name);
+        fs::permissions(folder.at(name), fs::perms(mode));
+    }
     const OrdinaryUser user;
     EXPECT_FALSE(files.isReadable(folder.at("closed")));
     EXPECT_FALSE(files.isWritable(folder.at("closed")));
+    EXPECT_TRUE(files.isReadable(folder.at("read-only")));
+    EXPECT_FALSE(files.isWritable(folder.at("read-only")));
+    EXPECT_FALSE(files.isReadable(folder.at("write-only")));
+    EXPECT_TRUE(files.isWritable(folder.at("write-only")));
     EXPECT_TRUE(files.isReadable(folder.at("open")));
-    EXPECT_TRUE(files.isWritable(folder.at("open")));
     EXPECT_FALSE(files.isReadable(folder.at("missing")));
     EXPECT_FALSE(files.isWritable(folder.at("missing")));
 }
@@ -101,32 +92,27 @@ TEST_F(FilesTest, ListsEveryNameInAFolder) {
     std::sort(listed->begin(), listed->end());
     std::sort(names.begin(), names.end());
     EXPECT_EQ(*listed, names);
-}
-
-TEST_F(FilesTest, ListsNothingThatIsNoReadableFolder) {
-    folder.addFile("file");
-    folder.addFolder("empty");
-    folder.addFolder("closed");
-    fs::permissions(folder.at("closed"), fs::perms::none);
+    EXPECT_EQ(files.contentsOfDirectory(folder.at("list/-x/")), Tree());
     EXPECT_EQ(files.contentsOfDirectory(folder.at("missing")), std::nullopt);
+    folder.addFile("file");
     EXPECT_EQ(files.contentsOfDirectory(folder.at("file")), std::nullopt);
-    EXPECT_EQ(files.contentsOfDirectory(folder.at("empty")), Tree());
-    EXPECT_EQ(files.contentsOfDirectory(folder.at("empty/")), Tree());
-    // An empty list, which is all that GNUstep gives for a closed folder, says as much to the
-    // caller.
-    const OrdinaryUser user;
-    EXPECT_EQ(files.contentsOfDirectory(folder.at("closed")).value_or(Tree()), Tree());
 }
 
-TEST_F(FilesTest, ReadsAWholeFile) {
+TEST_F(FilesTest, ReadsWholeFiles) {
     const std::string contents = std::string("\0\xFF\n", 3) + std::string(100000, 'x');
     folder.addFile("file", contents);
     folder.addFile("empty");
+    folder.addFile("closed", "secret");
+    fs::permissions(folder.at("closed"), fs::perms::none);
     EXPECT_EQ(files.contentsOfFile(folder.at("file")), contents);
     EXPECT_EQ(files.contentsOfFile(folder.at("empty")), "");
+    EXPECT_EQ(files.contentsOfFile(folder.at("missing")), std::nullopt);
+    EXPECT_EQ(files.contentsOfFile(folder.path()), std::nullopt);
+    const OrdinaryUser user;
+    EXPECT_EQ(files.contentsOfFile(folder.at("closed")), std::nullopt);
 }
 
-TEST_F(FilesTest, APathThatHoldsANulOrNothingNamesNothing) {
+TEST_F(FilesTest, EmptyPathAndPathWithNulMatchNothing) {
     folder.addFile("folder/file", "kept");
     const std::string nul(1, '\0');
     const fs::path before = fs::current_path();
@@ -140,7 +126,7 @@ TEST_F(FilesTest, APathThatHoldsANulOrNothingNamesNothing) {
         EXPECT_FALSE(files.isWritable(path));
         EXPECT_EQ(files.contentsOfDirectory(path), std::nullopt);
         EXPECT_EQ(files.contentsOfFile(path), std::nullopt);
-        expectFailed(CocoaFiles().isReachable(url, &error));
+        expectFailed(files.isReachable(url, &error));
         expectFailed(changes.createDirectory(url, &error));
         expectFailed(changes.copyItem(url, file("copy"), &error));
         expectFailed(changes.copyItem(file("folder/file"), url, &error));
@@ -152,44 +138,32 @@ TEST_F(FilesTest, APathThatHoldsANulOrNothingNamesNothing) {
     EXPECT_EQ(folder.tree(""), (Tree{"folder/", "folder/file: kept"}));
 }
 
-TEST_F(FilesTest, ReadsNothingThatIsNoReadableFile) {
-    folder.addFolder("folder");
-    folder.addFile("closed", "secret");
-    fs::permissions(folder.at("closed"), fs::perms::none);
-    EXPECT_EQ(files.contentsOfFile(folder.at("missing")), std::nullopt);
-    EXPECT_EQ(files.contentsOfFile(folder.at("folder")), std::nullopt);
-    const OrdinaryUser user;
-    EXPECT_EQ(files.contentsOfFile(folder.at("closed")), std::nullopt);
+TEST_F(FilesTest, CreatesAFolderWithItsParents) {
+    const mode_t before = umask(0027);
+    expectSucceeded(changes.createDirectory(directory("a/b"), &error));
+    umask(before);
+    folder.addFile("a/b/file", "kept");
+    expectSucceeded(changes.createDirectory(directory("a/b"), &error));
+    expectFailed(changes.createDirectory(directory("a/b/file"), &error));
+    expectFailed(changes.createDirectory(directory("a/b/file/below"), &error));
+    EXPECT_EQ(folder.tree("a"), (Tree{"b/", "b/file: kept"}));
+    EXPECT_EQ(fs::status(folder.at("a")).permissions(), fs::perms(0750));
+    EXPECT_EQ(fs::status(folder.at("a/b")).permissions(), fs::perms(0750));
 }
 
-TEST_F(FilesTest, MakesAFolderWithThoseAboveAndLeavesAnExistingOneAlone) {
-    expectSucceeded(changes.createDirectory(directory("a/b/c"), &error));
-    folder.addFile("a/b/c/file", "kept");
-    expectSucceeded(changes.createDirectory(directory("a/b/c"), &error));
-    EXPECT_EQ(folder.tree("a"), (Tree{"b/", "b/c/", "b/c/file: kept"}));
-}
-
-TEST_F(FilesTest, MakesNoFolderWhereAFileIs) {
-    folder.addFile("file", "kept");
-    expectFailed(changes.createDirectory(directory("file"), &error));
-    expectFailed(changes.createDirectory(directory("file/below"), &error));
-    EXPECT_EQ(folder.contents("file"), "kept");
-}
-
-TEST_F(FilesTest, CopiesFilesAndFolders) {
-    folder.addFile("from/a/file", "text");
-    expectSucceeded(changes.copyItem(directory("from"), directory("to"), &error));
-    expectSucceeded(changes.copyItem(file("from/a/file"), file("copy"), &error));
-    EXPECT_EQ(folder.tree("to"), (Tree{"a/", "a/file: text"}));
-    EXPECT_EQ(folder.contents("copy"), "text");
-    EXPECT_EQ(folder.contents("from/a/file"), "text");
-}
-
-TEST_F(FilesTest, MovesFilesAndFolders) {
-    folder.addFile("from/a/file", "text");
-    expectSucceeded(changes.moveItem(directory("from"), file("to"), &error));
-    EXPECT_FALSE(folder.holds("from"));
-    EXPECT_EQ(folder.tree("to"), (Tree{"a/", "a/file: text"}));
+TEST_F(FilesTest, CopiesAndMovesUnderAnyName) {
+    for (const std::string& name : difficultNames()) {
+        const std::string copy = "copy of " + name;
+        const std::string moved = "moved " + name;
+        folder.addFile(name + "/a/file", "text");
+        expectSucceeded(changes.copyItem(directory(name), directory(copy), &error));
+        EXPECT_EQ(folder.tree(name), folder.tree(copy));
+        expectSucceeded(changes.moveItem(directory(copy), file(moved), &error));
+        EXPECT_EQ(folder.tree(moved), (Tree{"a/", "a/file: text"}));
+        EXPECT_FALSE(folder.holds(copy));
+        expectSucceeded(changes.copyItem(file(name + "/a/file"), file(copy), &error));
+        EXPECT_EQ(folder.contents(copy), "text");
+    }
 }
 
 TEST_F(FilesTest, NeitherCopiesNorMovesOntoAnything) {
@@ -210,17 +184,14 @@ TEST_F(FilesTest, NeitherCopiesNorMovesOntoAnything) {
     EXPECT_FALSE(folder.holds("nowhere"));
 }
 
-TEST_F(FilesTest, FailsWithWhatIsMissing) {
+TEST_F(FilesTest, FailsWithoutASourceAndWhereNothingMayBeWritten) {
+    folder.addFile("closed/file", "kept");
+    folder.addFile("from", "text");
+    fs::permissions(folder.at("closed"), fs::perms(0555));
+    fs::permissions(folder.at("from"), fs::perms(0666));
     expectFailed(changes.copyItem(file("missing"), file("to"), &error));
     expectFailed(changes.moveItem(file("missing"), file("to"), &error));
     expectFailed(changes.trashItem(file("missing"), &error));
-    EXPECT_EQ(folder.tree(""), Tree());
-}
-
-TEST_F(FilesTest, FailsWhereNothingMayBeWritten) {
-    folder.addFile("closed/file", "kept");
-    folder.addFile("from", "text");
-    fs::permissions(folder.at("from"), fs::perms::all);
     {
         const OrdinaryUser user;
         expectFailed(changes.createDirectory(directory("closed/new"), &error));
@@ -230,30 +201,6 @@ TEST_F(FilesTest, FailsWhereNothingMayBeWritten) {
         expectFailed(changes.trashItem(file("closed/file"), &error));
     }
     EXPECT_EQ(folder.tree(""), (Tree{"closed/", "closed/file: kept", "from: text"}));
-}
-
-TEST_F(FilesTest, LeavesAnEarlierErrorAloneOnSuccess) {
-    error = Error{"earlier"};
-    folder.addFile("file");
-    EXPECT_TRUE(changes.createDirectory(directory("new"), &error));
-    EXPECT_TRUE(changes.copyItem(file("file"), file("copy"), &error));
-    EXPECT_TRUE(changes.moveItem(file("copy"), file("moved"), &error));
-    EXPECT_EQ(error, Error{"earlier"});
-}
-
-TEST_F(FilesTest, WorksWithDifficultNames) {
-    for (const std::string& name : difficultNames()) {
-        const std::string copy = "copy of " + name;
-        const std::string moved = "moved " + name;
-        expectSucceeded(changes.createDirectory(directory(name), &error));
-        folder.addFile(name + "/file", "text");
-        expectSucceeded(changes.copyItem(directory(name), directory(copy), &error));
-        expectSucceeded(changes.moveItem(directory(copy), file(moved), &error));
-        EXPECT_EQ(folder.tree(name), Tree{"file: text"});
-        EXPECT_EQ(folder.tree(moved), Tree{"file: text"});
-        EXPECT_FALSE(folder.holds(copy));
-        EXPECT_TRUE(files.isReachable(file(moved), nullptr));
-    }
 }
 
 }  // namespace

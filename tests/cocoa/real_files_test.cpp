@@ -47,9 +47,24 @@ std::optional<TaskResult> RedirectedTaskRunner::run(const Command& command) {
     return tasks_.run(redirected);
 }
 
+namespace {
+
+/// An ordinary user may not reach the clone, so the stand-in is copied; macOS may refuse to run a
+/// copy of its own archiver.
+std::string reachableArchiver(const TemporaryFolder& folder) {
+    const fs::path archiver = DITTO;
+    if (archiver.parent_path() == "/usr/bin") {
+        return archiver;
+    }
+    fs::copy_file(archiver, folder.at("ditto"));
+    return folder.at("ditto");
+}
+
+}  // namespace
+
 RealFilesTest::RealFilesTest() {
     connect(installer);
-    realTasks.archiver = DITTO;
+    realTasks.archiver = reachableArchiver(folder);
     changes.trash = trash.path();
     folder.addFolder("home/Library/Fonts");
     folder.addFolder("home/Documents");
@@ -85,15 +100,6 @@ void RealFilesTest::makePayload() {
     makeArchive("Tressimo.zip", "payload/Tressimo.app");
     makeArchive("ISF.zip", "payload/ISF");
     journal.clear();
-}
-
-void RealFilesTest::recordArchiver(const std::string& line) {
-    folder.addFile("archiver",
-                   "#!/bin/sh\nfor item in \"$@\" \"in $PWD\"; do\n    printf '%s\\n' "
-                   "\"$item\"\ndone >'" +
-                       folder.at("recorded") + "'\n" + line + "\n");
-    fs::permissions(folder.at("archiver"), fs::perms::owner_exec, fs::perm_options::add);
-    realTasks.archiver = folder.at("archiver");
 }
 
 std::string RealFilesTest::shortened(std::string text) const {

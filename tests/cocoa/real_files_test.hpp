@@ -11,8 +11,8 @@
 
 namespace morvella::cocoa_tests {
 
-/// Foundation's changes of the disk, of which any one operation can be made to fail. What goes to
-/// the Trash goes to a folder in its place: on a Mac nothing moves the user's own Trash.
+/// Foundation's changes to the disk; any one of them can be made to fail. Items go to a folder
+/// instead of the Trash: on a Mac the tests must not touch the user's own.
 class FailingFileChanges : public FileChanges {
   public:
     bool createDirectory(const FileUrl& url, ErrorOut error) override;
@@ -20,24 +20,22 @@ class FailingFileChanges : public FileChanges {
     bool moveItem(const FileUrl& source, const FileUrl& target, ErrorOut error) override;
     bool trashItem(const FileUrl& url, ErrorOut error) override;
 
-    /// Of "create", "copy", "move" and "trash", with the path that is made, read or trashed: "trash
-    /// /x".
+    /// "create", "copy", "move" or "trash" and the path that is made, read or trashed: "trash /x".
     std::set<std::string> failing;
 
-    /// The folder in the Trash's place, and the paths of what went there.
+    /// The folder used as the Trash, and the paths of the items moved to it.
     std::string trash;
     std::vector<std::string> trashed;
 
   private:
-    /// Whether this operation fails; writes the error "made to fail" then.
+    /// Whether this operation is to fail; sets the error "made to fail" if so.
     bool fails(const std::string& operation, const FileUrl& url, ErrorOut error) const;
 
     CocoaFileChanges changes_;
-    /// Each item has a name of its own in the folder.
     int attempts_ = 0;
 };
 
-/// Foundation's tasks, with another program in the archiver's place.
+/// Foundation's tasks, with another program instead of the archiver.
 class RedirectedTaskRunner : public TaskRunner {
   public:
     std::optional<TaskResult> run(const Command& command) override;
@@ -55,22 +53,19 @@ class RealFilesTest : public fakes::InstallerTest {
   protected:
     RealFilesTest();
 
-    /// Packs what is in the temporary folder at `source` with the real archiver and makes it the
-    /// bundle's resource of that name. The folder itself is the archive's top level.
+    /// Packs the folder `source` of the temporary folder with the real archiver and makes the
+    /// archive the bundle's resource of that name.
     void makeArchive(const std::string& resource, const std::string& source);
 
-    /// Makes the three archives, small ones of the right shape.
+    /// Makes small versions of the three archives.
     void makePayload();
-
-    /// Puts a script in the archiver's place. Its arguments and working directory are kept, one
-    /// each line, in the file "recorded"; then it does `line` of shell.
-    void recordArchiver(const std::string& line);
 
     /// The log's lines, with "STAGE" for the temporary folder's path.
     [[nodiscard]] std::string logged() const;
     [[nodiscard]] std::string shortened(std::string text) const;
 
     TemporaryFolder folder;
+    TemporaryFolder trash;
     CocoaFiles files;
     FailingFileChanges changes;
     RedirectedTaskRunner realTasks;
@@ -78,8 +73,6 @@ class RealFilesTest : public fakes::InstallerTest {
                           richText,    runLoop, folders, realTasks, userDefaults, workspace};
     fakes::Controller installer{viewController, realPlatform};
 
-    /// The folder in the Trash's place.
-    TemporaryFolder trash;
     const std::string home = folder.at("home");
     const std::string library = folder.at("home/Music/User Library");
     const FileUrl destination = FileUrl::directory(library + "/Morvella");

@@ -19,7 +19,7 @@ TemporaryFolder::TemporaryFolder()
     if (!mkdtemp(path_.data())) {
         throw std::runtime_error("no temporary folder can be made at " + path_);
     }
-    // An ordinary user shall see into it, too.
+    // For the tests that run as an ordinary user.
     fs::permissions(path_, fs::perms(0755));
 }
 
@@ -27,7 +27,7 @@ TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
     const auto options = fs::directory_options::skip_permission_denied;
     for (const auto& entry : fs::recursive_directory_iterator(path_, options, ignored)) {
-        if (entry.is_directory(ignored) && !entry.is_symlink(ignored)) {
+        if (fs::is_directory(entry.symlink_status(ignored))) {
             fs::permissions(entry.path(), fs::perms::owner_all, fs::perm_options::add, ignored);
         }
     }
@@ -73,15 +73,10 @@ std::vector<std::string> TemporaryFolder::tree(const std::string& relative) cons
     return found;
 }
 
-namespace {
-
-constexpr uid_t nobody = 65534;
-
-}  // namespace
-
-// The real user decides what is readable and writable, the effective one what can be done. The
-// saved user stays root, so that there is a way back.
+// Queries check the real user, changes the effective one. The saved user stays root, which is the
+// way back.
 OrdinaryUser::OrdinaryUser() : wasRoot_(geteuid() == 0) {
+    constexpr uid_t nobody = 65534;
     if (wasRoot_ && (setreuid(nobody, static_cast<uid_t>(-1)) != 0 || seteuid(nobody) != 0)) {
         throw std::runtime_error("root cannot become an ordinary user");
     }
@@ -94,24 +89,20 @@ OrdinaryUser::~OrdinaryUser() {
 }
 
 const std::vector<std::string>& difficultNames() {
-    static const std::vector<std::string> names = {
-        "plain",
-        "two words",
-        " blanks at the ends ",
-        "\"double\" and 'single' quotes",
-        "100% of %@ and %n",
-        "%20",
-        "a#b?c;d&e=f",
-        "back\\slash",
-        "$HOME `id` $(id) *",
-        "-x",
-        "~",
-        "u\xCC\x88 decomposed",
-        "\xF0\x9F\x8E\xB9 keyboard",
-        "line\nbreak",
-        ".hidden",
-        "ends.in.app",
-    };
+    static const std::vector<std::string> names = {" blanks at the ends ",
+                                                   "\"double\" and 'single' quotes",
+                                                   "100% of %@ and %n",
+                                                   "%20",
+                                                   "a#b?c;d&e=f",
+                                                   "back\\slash",
+                                                   "$HOME `id` $(id) *",
+                                                   "-x",
+                                                   "~",
+                                                   "u\xCC\x88 decomposed",
+                                                   "\xF0\x9F\x8E\xB9 keyboard",
+                                                   "line\nbreak",
+                                                   ".hidden",
+                                                   "ends.in.app"};
     return names;
 }
 

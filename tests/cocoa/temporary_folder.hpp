@@ -5,7 +5,7 @@
 
 namespace morvella::cocoa_tests {
 
-/// A folder of its own that takes everything in it away at the end. Its path holds no blanks.
+/// A new folder that is deleted at the end, with everything in it. Its path holds no blanks.
 class TemporaryFolder {
   public:
     TemporaryFolder();
@@ -17,23 +17,22 @@ class TemporaryFolder {
     /// The absolute path of `relative`.
     [[nodiscard]] std::string at(const std::string& relative) const;
 
-    /// Makes a folder or file, and the folders above.
+    /// Both also create missing parents.
     void addFolder(const std::string& relative) const;
     void addFile(const std::string& relative, const std::string& contents = "") const;
 
-    /// Whether anything is there, a symbolic link that leads nowhere included.
+    /// Whether anything is there; a dangling symbolic link counts.
     [[nodiscard]] bool holds(const std::string& relative) const;
     /// A file's contents; "(no file)" if there is none.
     [[nodiscard]] std::string contents(const std::string& relative) const;
-    /// Everything below a folder, sorted: a folder's path ends in a slash, a file's contents
-    /// follow.
+    /// Everything in a folder, sorted: "folder/" and "file: contents".
     [[nodiscard]] std::vector<std::string> tree(const std::string& relative) const;
 
   private:
     std::string path_;
 };
 
-/// Runs as the user who may least, as long as it lives. Whoever is not root stays who they are.
+/// Turns root into an ordinary user for as long as it lives; does nothing for other users.
 class OrdinaryUser {
   public:
     OrdinaryUser();
@@ -45,8 +44,8 @@ class OrdinaryUser {
     bool wasRoot_;
 };
 
-/// Names that a careless program stumbles over. All are decomposed, as Foundation hands every name
-/// to a Mac's disk and to a child.
+/// File names that break careless code. All are decomposed, as Foundation passes names to the disk
+/// and to child processes on a Mac.
 const std::vector<std::string>& difficultNames();
 
 }  // namespace morvella::cocoa_tests
