@@ -86,18 +86,21 @@ TEST_F(FontsTest, AFailureOfTheLastOneFailsTheList) {
     EXPECT_FALSE(controller.installFontList({"Archivo-Medium.ttf", "OpenSans-Regular.ttf"}));
 }
 
-TEST_F(FontsTest, ACopyThatReportsAnErrorCountsIfTheFontIsThereAfterwards) {
-    disk.outcomes
-        ["copied /Bundle/Archivo-Medium.ttf to "
-         "/Users/ann/Library/Fonts/Archivo-Medium.ttf"] = {
-        .result = false, .error = Error{"attributes lost"}, .takesEffect = true};
-    EXPECT_TRUE(controller.installFontList({"Archivo-Medium.ttf"}));
-    expectEffects({
-        "log: Copying: (file:///Bundle/Archivo-Medium.ttf) To: "
-        "(file:///Users/ann/Library/Fonts/Archivo-Medium.ttf)",
-        "file: copied /Bundle/Archivo-Medium.ttf to /Users/ann/Library/Fonts/Archivo-Medium.ttf",
-        "log: Copy error:attributes lost",
-    });
+/// The error object alone decides on the line, and the file alone on the result.
+TEST_F(FontsTest, ACopyCountsIfTheFontIsThereAfterwards) {
+    const std::string copied =
+        "copied /Bundle/Archivo-Medium.ttf to /Users/ann/Library/Fonts/Archivo-Medium.ttf";
+    for (const bool result : {false, true}) {
+        for (const auto& error : {std::optional<Error>(), std::optional(Error{"odd"})}) {
+            disk.remove(archivo);
+            disk.outcomes[copied] = {.result = result, .error = error, .takesEffect = true};
+            EXPECT_TRUE(controller.installFontList({"Archivo-Medium.ttf"}));
+            expectEffects(
+                "log: Copying: (file:///Bundle/Archivo-Medium.ttf) To: "
+                "(file:///Users/ann/Library/Fonts/Archivo-Medium.ttf)\nfile: " +
+                copied + "\n" + (error ? "log: Copy error:odd\n" : ""));
+        }
+    }
 }
 
 TEST_F(FontsTest, ACopyThatFailsWithoutErrorIsNoticedByTheVerification) {

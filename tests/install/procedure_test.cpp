@@ -108,6 +108,23 @@ TEST_F(ProcedureTest, AUtilityFolderThatCannotBeMadeShowsASheetAndIsUnpackedInto
                          "/Applications/Morvella"}));
 }
 
+/// The result decides whether it failed, and not the error object.
+TEST_F(ProcedureTest, AUtilityFolderThatIsMadeWithAnErrorIsMade) {
+    disk.outcomes["created /Applications/Morvella/"] = {
+        .result = true, .error = Error{"odd"}, .takesEffect = true};
+    install();
+    expectEffects(std::string(fontsPresent) + suiteUnpacked + utilityUnpacked);
+}
+
+TEST_F(ProcedureTest, AUtilityFolderThatCannotBeMadeWithoutErrorSaysNull) {
+    disk.outcomes["created /Applications/Morvella/"] = {};
+    install();
+    EXPECT_NE(journal.only({Kind::log}).find("failed with error: (null)\n"), std::string::npos);
+    EXPECT_EQ(
+        journal.only({Kind::sheet}),
+        lines({"sheet: critical \"Could not access /Applications folder, aborting.\" [Quit]"}));
+}
+
 TEST_F(ProcedureTest, TheErrorOfTheUtilityFolderIsNotThatOfTheSharedData) {
     disk.remove("/Users/Shared");
     disk.outcomes["created /Applications/Morvella/"] = {.error = Error{"not permitted"}};

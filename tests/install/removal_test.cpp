@@ -53,6 +53,27 @@ TEST_F(RemovalTest, StopsMovingAfterTheFirstFailureButLooksAtTheRest) {
     EXPECT_TRUE(disk.holds("/Library/Morvella/c"));
 }
 
+TEST_F(RemovalTest, AbsolutePathsStandForThemselves) {
+    disk.addFile("/elsewhere/a");
+    EXPECT_TRUE(controller.removeFilesFromFolder({"/elsewhere/a"}, folder));
+    expectEffects({"file: trashed /elsewhere/a"});
+}
+
+/// As Foundation resolves a path against a URL that names no directory.
+TEST_F(RemovalTest, FolderUrlWithoutFinalSlashGivesWayToThePath) {
+    disk.addFile("/Library/a");
+    EXPECT_TRUE(controller.removeFilesFromFolder({"a"}, FileUrl::file("/Library/Morvella")));
+    expectEffects({"file: trashed /Library/a"});
+}
+
+TEST_F(RemovalTest, LogsAFolderThatStaysAsAFolder) {
+    disk.addFolder("/Library/Morvella/sub/50%20");
+    disk.outcomes["trashed /Library/Morvella/sub/50%20/"] = {.error = Error{"refused"}};
+    EXPECT_FALSE(controller.removeFilesFromFolder({"sub/50%20"}, folder));
+    expectEffects({"file: trashed /Library/Morvella/sub/50%20/",
+                   "log: failed to move to trash:file:///Library/Morvella/sub/50%2520/"});
+}
+
 TEST_F(RemovalTest, FailsWithTheLastItem) {
     disk.addFile("/Library/Morvella/a");
     disk.addFile("/Library/Morvella/b");

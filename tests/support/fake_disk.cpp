@@ -91,7 +91,7 @@ std::optional<std::string> FakeDisk::contentsOfFile(const std::string& path) con
 
 bool FakeDisk::change(const std::string& what, ErrorOut error,
                       const std::function<void()>& effect) {
-    journal_.write(Kind::file, what);
+    journal_.write(Kind::file, error ? what : what + " without asking why");
     const auto outcome = outcomes.find(what);
     if (outcome == outcomes.end()) {
         effect();
