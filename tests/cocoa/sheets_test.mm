@@ -79,6 +79,16 @@ class SheetsTest : public ::testing::Test {
         return takeSettingsBefore("alert begins on window", rest);
     }
 
+    /// The last request for attention that a sheet of this style makes; -1 for none.
+    int attentionFor(AlertStyle style) {
+        NSApp = static_cast<id>([Recorder named:"application" standingFor:[NSApplication class]]);
+        begin({.style = style});
+        NSApp = nil;
+        const std::string request = "application requestUserAttention: ";
+        return rest.back().starts_with(request) ? std::stoi(rest.back().substr(request.size()))
+                                                : -1;
+    }
+
     /// Lets the user press the button with this code; the platform lets go of the handler then.
     void press(NSModalResponse response) {
         NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
@@ -107,6 +117,14 @@ TEST_F(SheetsTest, AnswerThatRaisesAnExceptionIsToldOf) {
     press(NSAlertFirstButtonReturn);
     clearUnknownStateHandler(this);
     EXPECT_EQ(told, 1);
+}
+
+TEST_F(SheetsTest, AskForTheUsersAttention) {
+    EXPECT_EQ(attentionFor(AlertStyle::warning), NSInformationalRequest);
+}
+
+TEST_F(SheetsTest, AskForTheUsersAttentionUntilTheyComeIfCritical) {
+    EXPECT_EQ(attentionFor(AlertStyle::critical), NSCriticalRequest);
 }
 
 TEST_F(SheetsTest, HaveWhatTheAlertHoldsAndNothingElse) {

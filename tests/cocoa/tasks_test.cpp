@@ -10,57 +10,38 @@ namespace morvella::cocoa_tests {
 
 namespace {
 
-class TasksTest : public ::testing::Test {
-  protected:
-    /// Runs a line of shell; what follows are its arguments.
-    TaskResult shell(const std::string& line, const std::vector<std::string>& arguments = {},
-                     const std::optional<std::string>& currentDirectory = std::nullopt) {
-        Command command{"/bin/sh", {"-c", line, "sh"}, currentDirectory};
-        command.arguments.insert(command.arguments.end(), arguments.begin(), arguments.end());
-        const auto result = tasks.run(command);
-        EXPECT_TRUE(result.has_value());
-        return result.value_or(TaskResult{});
-    }
-
-    CocoaTaskRunner tasks;
-};
-
-TEST_F(TasksTest, GivesTheExitStatus) {
-    for (const int status : {0, 1, 7, 255}) {
-        EXPECT_EQ(shell("exit " + std::to_string(status)).terminationStatus, status);
-    }
+/// Runs a line of shell; `arguments` are its own.
+TaskResult shell(const std::string& line, const std::vector<std::string>& arguments = {},
+                 const std::optional<std::string>& currentDirectory = std::nullopt) {
+    Command command{"/bin/sh", {"-c", line, "sh"}, currentDirectory};
+    command.arguments.insert(command.arguments.end(), arguments.begin(), arguments.end());
+    const auto result = CocoaTaskRunner().run(command);
+    EXPECT_TRUE(result.has_value());
+    return result.value_or(TaskResult{});
 }
 
-TEST_F(TasksTest, GivesTheSignalThatEndedTheChild) {
+TEST(TasksTest, ReportHowTheChildEnded) {
+    for (const int status : {0, 1, 255}) {
+        EXPECT_EQ(shell("exit " + std::to_string(status)).terminationStatus, status);
+    }
     EXPECT_EQ(shell("kill -9 $$").terminationStatus, SIGKILL);
     EXPECT_EQ(shell("kill -15 $$").terminationStatus, SIGTERM);
 }
 
-TEST_F(TasksTest, GivesBothOutputsAsOneInTheirOrder) {
-    const TaskResult result = shell("echo one; echo two >&2; echo three; exit 3");
-    EXPECT_EQ(result.output, "one\ntwo\nthree\n");
-    EXPECT_EQ(result.terminationStatus, 3);
-}
-
-TEST_F(TasksTest, GivesNoOutputForASilentChild) {
+TEST(TasksTest, CollectBothOutputsInTheirOrderByteForByte) {
     EXPECT_EQ(shell("true").output, "");
-}
-
-TEST_F(TasksTest, GivesBytesAsTheyCome) {
-    EXPECT_EQ(shell("printf '\\377\\0x'").output, std::string("\xFF\0x", 3));
-}
-
-TEST_F(TasksTest, HoldsWhatFitsInAPipe) {
+    EXPECT_EQ(shell("echo one; echo two >&2; printf '\\377\\0x'").output,
+              std::string("one\ntwo\n\xFF\0x", 11));
     EXPECT_EQ(shell("head -c 60000 /dev/zero | tr '\\0' x").output, std::string(60000, 'x'));
 }
 
-TEST_F(TasksTest, HandsEveryArgumentOnUnchanged) {
+TEST(TasksTest, HandEveryArgumentOnUnchanged) {
     for (const std::string& name : difficultNames()) {
         EXPECT_EQ(shell("printf '%s|' \"$@\"", {name, "", name}).output, name + "||" + name + "|");
     }
 }
 
-TEST_F(TasksTest, RunsInItsDirectoryOrInTheInstallers) {
+TEST(TasksTest, RunInTheirDirectoryOrInTheInstallers) {
     const TemporaryFolder folder;
     for (const std::string& name : difficultNames()) {
         folder.addFolder(name);
@@ -69,24 +50,20 @@ TEST_F(TasksTest, RunsInItsDirectoryOrInTheInstallers) {
     EXPECT_EQ(shell("pwd -P").output, std::filesystem::current_path().string() + "\n");
 }
 
-TEST_F(TasksTest, StartsNothingThatWouldBeCutShortAtANul) {
-    const std::string nul(1, '\0');
-    const TemporaryFolder folder;
-    EXPECT_FALSE(tasks.run({.launchPath = "/bin/sh" + nul}).has_value());
-    EXPECT_FALSE(
-        tasks.run({.launchPath = "/bin/sh", .arguments = {"-c", "true" + nul}}).has_value());
-    EXPECT_FALSE(tasks
-                     .run({.launchPath = "/bin/sh",
-                           .arguments = {"-c", "true"},
-                           .currentDirectoryPath = folder.path() + nul})
-                     .has_value());
-}
-
-TEST_F(TasksTest, ReturnsNothingForWhatCannotBeStarted) {
+TEST(TasksTest, AreNothingWhereTheyCannotBeStarted) {
     const TemporaryFolder folder;
     folder.addFile("not executable", "#!/bin/sh\n");
-    EXPECT_FALSE(tasks.run({folder.at("missing"), {}, std::nullopt}).has_value());
-    EXPECT_FALSE(tasks.run({folder.at("not executable"), {}, std::nullopt}).has_value());
+    const std::string nul(1, '\0');
+    const std::vector<std::string> succeed = {"-c", "true"};
+    for (const Command& command : {Command{folder.at("missing"), {}, std::nullopt},
+                                   Command{folder.at("not executable"), {}, std::nullopt},
+                                   Command{"/bin/sh", succeed, folder.at("missing")},
+                                   // Foundation would cut these short at the NUL.
+                                   Command{"/bin/sh" + nul, succeed, std::nullopt},
+                                   Command{"/bin/sh", {"-c", "true" + nul}, std::nullopt},
+                                   Command{"/bin/sh", succeed, folder.path() + nul}}) {
+        EXPECT_FALSE(CocoaTaskRunner().run(command)) << command.launchPath;
+    }
 }
 
 }  // namespace
