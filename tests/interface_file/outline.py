@@ -1,5 +1,7 @@
-"""The interface file as a table of what it means: everything but where things stand and how they
-look. Printed by `python3 -B tests/interface_file/outline.py`."""
+"""Prints the interface file as a table of its meaning, without layout and appearance.
+
+Run `python3 -B tests/interface_file/outline.py >tests/interface_file/interface.txt` after a change.
+"""
 
 import base64
 import json
@@ -9,7 +11,7 @@ from pathlib import Path
 
 FILE = Path(__file__).resolve().parents[2] / "resources/MainMenu.xib"
 KEYS = {"\r": "Return", "\x1b": "Escape"}
-# What a view or a cell is if the file says nothing.
+# The attributes of a view or a cell that are shown, with the value that the file leaves out.
 DEFAULTS = {
     "hidden": "NO",
     "enabled": "YES",
@@ -21,7 +23,14 @@ DEFAULTS = {
     "allowsExpansionToolTips": "NO",
     "state": "off",
 }
-TEXT_VIEW_DEFAULTS = {"editable": "YES", "selectable": "YES"}
+TEXT_VIEW_DEFAULTS = DEFAULTS | {"editable": "YES", "selectable": "YES"}
+WINDOW = ("restorable", "releasedWhenClosed", "autorecalculatesKeyViewLoop", "tabbingMode")
+SHOWN = {"menu", "menuItem", "textField", "button"}
+SHOWN |= {"customView", "imageView", "textView", "progressIndicator"}
+
+
+def quoted(text):
+    return json.dumps(text, ensure_ascii=False)
 
 
 class Outline:
@@ -39,88 +48,67 @@ class Outline:
 
     def lines(self):
         for element in self._root.find("objects"):
-            yield from self._top_level(element)
+            if element.tag in ("customObject", "viewController"):
+                yield f"{element.tag} {self._class_of(element)}"
+                yield from self._connections(element)
+            elif element.tag == "window":
+                yield from self._window(element)
+            else:
+                yield from self._view(element, "")
 
-    # What stands at the top
-
-    def _top_level(self, element):
-        if element.tag in ("customObject", "viewController"):
-            yield f"{element.tag} {self._class_of(element)}"
-            yield from self._connections(element)
-        elif element.tag == "window":
-            yield f"window {json.dumps(element.get('title'))}"
-            style = element.find("windowStyleMask").attrib
-            yield "    style: " + " ".join(k for k, v in style.items() if v == "YES")
-            for name in ("restorable", "releasedWhenClosed", "autorecalculatesKeyViewLoop"):
-                yield f"    {name}: {element.get(name, 'YES')}"
-            yield from self._connections(element)
-            yield from self._inside(element, "    ")
-        else:
-            yield from self._inside_of(element, "")
+    def _window(self, element):
+        yield f"window {quoted(element.get('title'))}"
+        style = element.find("windowStyleMask").attrib
+        yield "    style: " + " ".join(k for k, v in style.items() if v == "YES")
+        for name in WINDOW:
+            yield f"    {name}: {element.get(name, 'YES')}"
+        yield from self._connections(element)
+        for child in element:
+            yield from self._view(child, "    ")
 
     def _connections(self, element):
         for each in element.iterfind("connections/outlet"):
             target = self._by_id[each.get("destination")]
             yield f"    outlet {each.get('property')}: {self._kind(target)} {self._name(target)}"
 
-    # Views, controls and menus
-
-    def _inside(self, element, indent):
-        for child in element:
-            yield from self._inside_of(child, indent)
-
-    def _inside_of(self, element, indent):
-        description = self._description(element)
-        if description:
-            yield indent + description
+    def _view(self, element, indent):
+        outlet = element.get("id") in self._outlets and element.get("key") != "cell"
+        if element.get("isSeparatorItem") == "YES":
+            yield f"{indent}separator"
+        elif element.tag in SHOWN or outlet:
+            yield indent + self._description(element)
             indent += "    "
-        yield from self._inside(element, indent)
+        for child in element:
+            yield from self._view(child, indent)
 
     def _description(self, element):
-        tag = element.tag
-        if tag == "menuItem" and element.get("isSeparatorItem") == "YES":
-            return "separator"
-        if tag in ("menuItem", "menu"):
-            return self._joined(tag, element, element)
-        if tag in ("textField", "button"):
-            return self._joined(self._kind(element), element, element.find("*[@key='cell']"))
-        is_view = tag in ("customView", "imageView", "textView", "progressIndicator")
-        is_outlet = element.get("id") in self._outlets and element.get("key") != "cell"
-        if is_view or is_outlet:
-            return self._joined(self._kind(element), element, None)
-        return None
-
-    def _joined(self, kind, element, cell):
-        parts = [kind]
-        if cell is not None and cell.get("title") is not None:
-            parts.append(json.dumps(cell.get("title"), ensure_ascii=False))
-        for each in (element, *([cell] if cell is not None else [])):
-            if each.get("id") in self._outlets:
-                parts.append(f"= {self._outlets[each.get('id')]}")
-        parts += self._states(element, cell) + self._keys(element, cell)
-        spoken = element.find("accessibility")
-        if spoken is not None:
-            parts.append(f"spoken {json.dumps(spoken.get('description'), ensure_ascii=False)}")
+        cell = element.find("*[@key='cell']") if element.tag in ("textField", "button") else None
+        both = [element] if cell is None else [element, cell]
+        first = self._kind(element)
+        title = (
+            both[-1].get("title") if cell is not None or element.tag.startswith("menu") else None
+        )
+        parts = [first if title is None else f"{first} {quoted(title)}"]
+        parts += [f"= {self._outlets[e.get('id')]}" for e in both if e.get("id") in self._outlets]
+        defaults = TEXT_VIEW_DEFAULTS if element.tag == "textView" else DEFAULTS
+        for name, default in defaults.items():
+            parts += [f"{name} {e.get(name)}" for e in both if e.get(name, default) != default]
+        parts += [element.get("style")] * (element.get("style") is not None)
+        parts += self._key(element, both[-1])
+        parts += [
+            f"spoken {quoted(e.get('description'))}" for e in element.iterfind("accessibility")
+        ]
         for each in element.iterfind("connections/action"):
             target = self._name(self._by_id[each.get("target")])
             parts.append(f"sends {each.get('selector')} to {target}")
         for each in element.iterfind("connections/outlet"):
-            target = self._name(self._by_id[each.get("destination")])
-            parts.append(f"{each.get('property')} {target}")
-        return ", ".join(parts).replace(", ", " ", 1)
+            parts.append(
+                f"{each.get('property')} {self._name(self._by_id[each.get('destination')])}"
+            )
+        return ", ".join(parts)
 
-    def _states(self, element, cell):
-        defaults = DEFAULTS | (TEXT_VIEW_DEFAULTS if element.tag == "textView" else {})
-        states = []
-        for name, default in defaults.items():
-            for each in (element, *([cell] if cell is not None and cell is not element else [])):
-                if each.get(name, default) != default:
-                    states.append(f"{name} {each.get(name)}")
-        return states + [element.get("style")] * (element.get("style") is not None)
-
-    def _keys(self, element, cell):
-        if cell is None:
-            return []
+    def _key(self, element, cell):
+        """The key equivalent, which the file may have encoded."""
         encoded = cell.find("string[@key='keyEquivalent']")
         key = cell.get("keyEquivalent")
         if encoded is not None:
@@ -133,8 +121,6 @@ class Outline:
             modifiers = ["command"]
         return ["key " + "-".join([*modifiers, KEYS.get(key, key)])]
 
-    # Names
-
     def _class_of(self, element):
         return element.get("customClass", element.tag)
 
@@ -144,14 +130,12 @@ class Outline:
         return self._class_of(element)
 
     def _name(self, element):
-        """An outlet's name, else a class of the installer's own, else a title."""
+        """The name of its outlet, else its class if that is the installer's, else its title."""
         cell = element.find("*[@key='cell']")
         for each in (element, cell):
             if each is not None and each.get("id") in self._outlets:
                 return self._outlets[each.get("id")]
-        if cell is not None:
-            return json.dumps(cell.get("title"), ensure_ascii=False)
-        return self._class_of(element)
+        return self._class_of(element) if cell is None else quoted(cell.get("title"))
 
 
 if __name__ == "__main__":
