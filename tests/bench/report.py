@@ -1,105 +1,80 @@
-"""The table, on standard output and in docs/performance.md."""
+"""The table, and its place in docs/performance.md."""
 
-import dataclasses
-import json
 import os
 import platform
 import re
-import subprocess
+import statistics
+import time
 from pathlib import Path
 
-from figures import Figure
-from rows import NAMES
-
-BEGIN, END = "<!-- Written by script/bench from here on. -->", "<!-- As far as here. -->"
-HEADINGS = ["Figure", "Ours", "Against", "Theirs", "Ratio", "Spread", "To reach", ""]
+BEGIN, END = "<!-- script/bench writes this part. -->", "<!-- End of that part. -->"
+HEADINGS = "Figure", "Ours", "Against", "Theirs", "Ratio", "Spread", "Limit", ""
 
 
-def line(figure):
-    def number(value):
-        return "" if value is None else f"{value:.2f}" if value >= 0.1 else f"{value:.4f}"
-
-    return [
-        figure.figure,
-        figure.ours,
-        figure.against,
-        figure.theirs,
-        number(figure.ratio),
-        number(figure.spread),
-        number(figure.limit),
-        figure.verdict,
-    ]
+def seconds(value):
+    return f"{value:.2f} s" if value >= 1 else f"{value * 1e3:.3g} ms"
 
 
-def print_table(figures):
-    lines = [HEADINGS] + [line(figure) for figure in figures]
-    widths = [max(map(len, column)) for column in zip(*lines)]
-    for cells in lines:
-        print("  ".join(cell.ljust(width) for cell, width in zip(cells, widths)).rstrip())
+def amount(value):
+    for unit, name in ((10**9, "GB"), (10**6, "MB"), (10**3, "KB")):
+        if value >= unit:
+            return f"{value / unit:.3g} {name}"
+    return f"{value:g} bytes"
 
 
-def _value(path, pattern):
-    found = re.search(pattern, Path(path).read_text(encoding="utf-8"), re.MULTILINE)
-    return found[1].strip() if found else "unknown"
+def compared(figure, against, pairs, *, limit=None, unit=seconds):
+    """A line of the table, from pairs of ours and theirs, one for each round."""
+    ours, theirs = zip(*pairs)
+    # Each round has its own ratio, because both sides had the same machine.
+    ratios = [a / b for a, b in pairs]
+    first, median, third = statistics.quantiles(ratios, n=4, method="inclusive")
+    return (
+        figure,
+        unit(statistics.median(ours)),
+        against,
+        unit(statistics.median(theirs)),
+        _ratio(median),
+        _ratio(third - first),
+        "" if limit is None else _ratio(limit),
+        _verdict(median, third - first, limit),
+    )
 
 
-def _first_line(*command):
-    answer = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
-    return next((text.strip() for text in answer.stdout.splitlines() if text.strip()), "missing")
+def _ratio(value):
+    return f"{value:.2f}" if value >= 0.1 else f"{value:.4f}"
 
 
-def machine(work):
-    """What this machine is, one line for each thing."""
-    memory = int(_value("/proc/meminfo", r"^MemTotal:\s*(\d+)")) / 1024**2
-    disk = _first_line("stat", "--file-system", "--format=%T", str(work))
-    versions = {
-        "bsdtar": _first_line("bsdtar", "--version"),
-        "grep": _first_line("grep", "--version"),
-    }
-    return [
-        f"Processor: {_value('/proc/cpuinfo', r'^model name.*?:(.*)')}, {os.cpu_count()} cores",
-        f"Memory: {memory:.0f} GiB; disk: {disk}",
-        f"System: {_value('/etc/os-release', '^PRETTY_NAME=.(.*).$')}, Linux {platform.release()}",
-        *(f"{name}: {version}" for name, version in versions.items()),
-    ]
+def _verdict(ratio, spread, limit):
+    if limit is None:
+        return "no limit"
+    if ratio > limit:
+        return "**missed**"
+    return "met by less than its spread" if ratio + spread > limit else "met"
 
 
-class Results:
-    """The figures of every row measured so far, kept beside the build."""
+def table(figures):
+    yield from (f"| {' | '.join(line)} |" for line in (HEADINGS, ["---"] * len(HEADINGS), *figures))
 
-    def __init__(self, file):
-        self._file = file
-        self._rows = json.loads(file.read_text()) if file.exists() else {}
 
-    def keep(self, name, figures, conditions):
-        kept = [dataclasses.asdict(figure) for figure in figures]
-        self._rows[name] = {"figures": kept, "conditions": conditions}
-        self._file.parent.mkdir(parents=True, exist_ok=True)
-        self._file.write_text(json.dumps(self._rows, indent=1))
+def machine():
+    """What the figures were measured on, and when."""
 
-    def write(self, document, described):
-        """Puts the table into the document, in the place of an earlier one."""
-        text = document.read_text(encoding="utf-8")
-        before, _, rest = text.partition(BEGIN)
-        _, _, after = rest.partition(END)
-        table = ["| " + " | ".join(cells) + " |" for cells in self._table()]
-        conditions = [f"- {each}" for each in [*described, *self._conditions()]]
-        parts = [BEGIN, "\n".join(table), "On this machine:", "\n".join(conditions), END]
-        document.write_text(before + "\n\n".join(parts) + after, encoding="utf-8")
+    def value(path, pattern):
+        found = re.search(pattern, Path(path).read_text(encoding="utf-8"), re.MULTILINE)
+        return found[1].strip() if found else "unknown"
 
-    def _figures(self):
-        for name in NAMES:
-            for figure in self._rows.get(name, {"figures": []})["figures"]:
-                yield Figure(**figure)
+    memory = int(value("/proc/meminfo", r"^MemTotal:\s*(\d+)")) / 1024**2
+    processor = value("/proc/cpuinfo", r"^model name.*?:(.*)")
+    system = value("/etc/os-release", r"^PRETTY_NAME=.(.*).$")
+    return (
+        f"Measured on {time.strftime('%Y-%m-%d')} on {processor} ({os.cpu_count()} cores, "
+        f"{memory:.0f} GiB) with {system}, Linux {platform.release()}; "
+        f"the load before it was {os.getloadavg()[0]:.1f}."
+    )
 
-    def _table(self):
-        yield HEADINGS
-        yield ["---"] * len(HEADINGS)
-        yield from map(line, self._figures())
 
-    def _conditions(self):
-        by_text = {}
-        for name in NAMES:
-            if name in self._rows:
-                by_text.setdefault(self._rows[name]["conditions"], []).append(name)
-        return [f"Measured {text}: {', '.join(names)}" for text, names in by_text.items()]
+def write(document, figures, conditions):
+    before, _, rest = document.read_text(encoding="utf-8").partition(BEGIN)
+    parts = [BEGIN, "\n".join(table(figures)), conditions, END]
+    after = rest.partition(END)[2]
+    document.write_text(before + "\n\n".join(parts) + after, encoding="utf-8")

@@ -1,5 +1,5 @@
-// Stands in a program's place: runs the program, which has the same name and ".timed", and adds the
-// nanoseconds that this took to a file of the same name and ".times".
+// Replaces a program to time it: runs the program, now called NAME.timed, and adds the nanoseconds that
+// it took to the file NAME.times.
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>

@@ -1,32 +1,28 @@
-"""What is seen in a window: the first page, a whole installation, and the memory of both."""
+"""Runs in a real window: the first page, a whole installation, and the memory of both."""
 
 import contextlib
 import os
 import shutil
 import signal
 import subprocess
-import sys
 import time
 from dataclasses import dataclass
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "end_to_end"))
+import payload
+import stage as stages
+from application import Application
+from descriptions import LICENCE, SETTINGS, WELCOME
+from display import Display
+from installer import SIZE, Installer
+from picture import Rectangle
+from waiting import wait_until
 
-import stage as stages  # noqa: E402
-from application import Application  # noqa: E402
-from display import Display  # noqa: E402
-from descriptions import LICENCE, SETTINGS, WELCOME  # noqa: E402
-from installer import SIZE, Installer  # noqa: E402
-from picture import Rectangle  # noqa: E402
-from waiting import wait_until  # noqa: E402
-
-import measure  # noqa: E402
-import payload  # noqa: E402
-from stopwatch import Stopwatch  # noqa: E402
-
-# How often the screen is looked at, in seconds. It lies in shared memory: nobody is asked for it.
+# How often the screen is polled, in seconds. It is in shared memory, so this asks no other process.
 LOOK = 0.002
-# Where the title of a page lies below the upper edge of the window's content, in pixels.
+# A press is ignored until the page has been shown for half a second.
+PRESSABLE_AFTER = 0.6
+# How far below the top of the window's content the title of a page is, in pixels.
 TITLE = 34
 CONFIGURATION = """GNUSTEP_USER_CONFIG_FILE=
 GNUSTEP_USER_DEFAULTS_DIR={folder}
@@ -35,13 +31,13 @@ GNUSTEP_USER_DIR_LIBRARY={folder}
 
 
 class Page:
-    """A page as it looks when it stands still, to be waited for in later runs."""
+    """A picture of a page that has come to rest, to wait for in later runs."""
 
     def __init__(self, running):
         running.wait_for_stillness()
         window = running.display.area(running.window)
-        # Only this line, through the title, is looked at all the time: looking at the whole page
-        # takes so much of the machine that it would slow down what is measured.
+        # The line through the title is compared first: comparing the whole page each time would
+        # slow down what is measured.
         title = window.y + window.height - SIZE[1] + TITLE
         self._areas = (Rectangle(window.x, title, window.width, 1), window)
         self._pictures = [running.display.picture(area) for area in self._areas]
@@ -54,11 +50,17 @@ class Page:
         wait_until(lambda: self.is_shown(display), what, seconds=600, interval=LOOK)
 
 
+def peak_memory(process):
+    """The most memory that a running process has held so far, in bytes."""
+    with open(f"/proc/{process.pid}/status", encoding="ascii") as status:
+        return next(int(line.split()[1]) * 1024 for line in status if line.startswith("VmHWM:"))
+
+
 class Applications:
     """The installer and the smallest application on a display of their own. Use as a context."""
 
-    def __init__(self, work, programs):
-        self._work, self._programs = work, programs
+    def __init__(self, work, build):
+        self._bundles = build / "Morvella Installer.app", build / "Smallest.app"
         self.stage = stages.make(work / "start")
         settings = work / "settings"
         settings.mkdir()
@@ -68,33 +70,32 @@ class Applications:
         self._configuration = str(configuration)
 
     def __enter__(self):
-        self._others_display = Display().__enter__()
-        self.display = Display().__enter__()
-        # The helpers that GNUstep starts for an application run as long as some application does.
-        self._other = self.smallest(self._others_display).__enter__()
-        self._other.wait_for_stillness()
+        with contextlib.ExitStack() as stack:
+            stack.callback(self._end_helpers)
+            self.display = stack.enter_context(Display())
+            # The helpers that GNUstep starts run as long as any application does.
+            other = self.smallest(stack.enter_context(Display()))
+            stack.enter_context(other).wait_for_stillness()
+            self._stack = stack.pop_all()
         return self
 
     def __exit__(self, *failure):
-        self._other.__exit__(*failure)
-        self.display.__exit__(*failure)
-        self._others_display.__exit__(*failure)
-        self._end_helpers()
+        self._stack.__exit__(*failure)
 
     def _end_helpers(self):
-        """They would end by themselves later, and write to their settings then."""
+        """They would end by themselves later, and write their settings then."""
         for environment in Path("/proc").glob("[0-9]*/environ"):
             with contextlib.suppress(OSError):
                 if self._configuration.encode() in environment.read_bytes():
                     os.kill(int(environment.parent.name), signal.SIGKILL)
 
     def installer(self):
-        return Application(self.display, self._programs.bundle, self.stage)
+        return Application(self.display, self._bundles[0], self.stage)
 
     def smallest(self, display=None):
         return Application(
             display or self.display,
-            self._programs.smallest,
+            self._bundles[1],
             self.stage,
             arguments=[],
             environment={"GNUSTEP_CONFIG_FILE": self._configuration},
@@ -116,50 +117,62 @@ class Applications:
     def smallest_memory(self):
         with self.smallest() as running:
             running.wait_for_stillness()
-            return measure.peak_memory(running.process)
+            return peak_memory(running.process)
 
 
 @dataclass(frozen=True)
 class Run:
-    """One installation: the seconds of the whole and without the archiver's runs."""
+    """One installation: its seconds, with and without the archiver's runs, and its peak memory."""
 
     seconds: float
     outside: float
-    memory: int = 0  # The installer's own peak, in bytes.
+    memory: int = 0
 
 
 class Installation:
     """A bundle with a payload of a given size, to be installed on one fresh stage after another."""
 
-    def __init__(self, work, programs, display, files, size):
+    def __init__(self, work, build, display, files, size):
         self._work, self._display = work, display
-        self.bundle, self._built = work / programs.bundle.name, programs.bundle
-        shutil.copytree(programs.bundle, self.bundle)
+        self._built = build / "Morvella Installer.app"
+        self.bundle = work / self._built.name
+        shutil.copytree(self._built, self.bundle)
         payload.make_archives(self.bundle / "Resources", work / "payload", files, size)
         shutil.rmtree(work / "payload")
-        self._archiver = Stopwatch(programs, self.bundle / "Helpers/ditto")
+        self._times = self._put_stopwatch_before(self.bundle / "Helpers/ditto", build)
         self._last_page = None
+
+    @staticmethod
+    def _put_stopwatch_before(program, build):
+        """Returns the file to which bench_stopwatch adds the time of each run of the program."""
+        program.rename(f"{program}.timed")
+        shutil.copy(build / "bench_stopwatch", program)
+        return program.with_name(f"{program.name}.times")
 
     def _fresh_stage(self):
         shutil.rmtree(self._work / "stage", ignore_errors=True)
         stage = stages.make(self._work / "stage")
-        self._archiver.reset()
-        measure.settle()
+        self._times.unlink(missing_ok=True)
+        os.sync()  # so that the disk has no work left from the run before
         return stage
 
     def _run(self, began, memory=0):
         seconds = time.perf_counter() - began
-        return Run(seconds, seconds - self._archiver.seconds(runs=len(payload.ARCHIVES)), memory)
+        archiver = [int(line) / 1e9 for line in self._times.read_text().splitlines()]
+        if len(archiver) != len(payload.ARCHIVES):
+            raise RuntimeError(f"the archiver ran {len(archiver)} times")
+        return Run(seconds, seconds - sum(archiver), memory)
 
     def by_installer(self):
-        """From the release of the settings page's button until the last page is shown."""
+        """From the release of the settings page's button until the last page is drawn."""
         stage = self._fresh_stage()
         with Installer(self._display, self.bundle, stage, built=self._built) as installer:
-            installer.wait_for_page(WELCOME)
-            installer.press("Next")
-            installer.wait_for_page(LICENCE)
-            installer.press("Accept")
+            for page, button in ((WELCOME, "Next"), (LICENCE, "Accept")):
+                installer.wait_for_choice(page)
+                time.sleep(PRESSABLE_AFTER)
+                installer.press(button)
             installer.wait_for_choice(SETTINGS)
+            time.sleep(PRESSABLE_AFTER)
             installer.hold_down("Next")
             began = time.perf_counter()
             self._display.release_mouse()
@@ -167,7 +180,7 @@ class Installation:
                 wait_until((stage.destination / ".Morvella.app").exists, "its end", seconds=600)
                 self._last_page = Page(installer)
             self._last_page.wait(self._display, "the last page")
-            return self._run(began, measure.peak_memory(installer.process))
+            return self._run(began, peak_memory(installer.process))
 
     def by_script(self):
         stage = self._fresh_stage()
@@ -178,7 +191,7 @@ class Installation:
         with subprocess.Popen(command, stdin=subprocess.DEVNULL, **quiet) as sh:
 
             def has_ended():
-                # The screen is looked at as for the installer, because that takes some time, too.
+                # Polls the screen as for the installer, because that takes time, too.
                 self._last_page.is_shown(self._display)
                 return sh.poll() is not None
 
