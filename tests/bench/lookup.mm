@@ -1,5 +1,5 @@
-// Looks up the User Library in the Library.cfg of a folder, and prints the nanoseconds this took, by
-// how many kilobytes the process grew at its peak, and the path.
+// Looks up the User Library in the Library.cfg of a folder, and prints the nanoseconds this took,
+// by how many kilobytes the process grew at its peak, and the path.
 #import <Foundation/Foundation.h>
 
 #include <chrono>
@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
     const auto start = std::chrono::steady_clock::now();
     const auto found = lookup.getUserLibraryErrorInt(argv[1], &status);
     const std::chrono::nanoseconds taken = std::chrono::steady_clock::now() - start;
-    std::printf("%lld\n%ld\n%s\n", static_cast<long long>(taken.count()),
-                memory("VmHWM") - before, found.value_or("nothing").c_str());
+    std::printf("%lld\n%ld\n%s\n", static_cast<long long>(taken.count()), memory("VmHWM") - before,
+                found.value_or("nothing").c_str());
     [pool release];
 }

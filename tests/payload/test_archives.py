@@ -28,16 +28,10 @@ def test_a_sound_payload_passes_with_its_sizes(folder, payload):
         assert line == f"{name}: {sizes}"
 
 
-def test_the_archives_can_be_named_in_any_order(folder, payload):
-    payload.write(folder)
-    assert check(*(folder / name for name in (SHADERS, SUITE, UTILITY))).returncode == 0
-
-
-def test_two_archives_are_not_a_payload(folder, payload):
-    payload.write(folder)
-    run = check(folder / SHADERS, folder / SUITE)
+def test_needs_a_folder(folder):
+    run = check(folder / "nowhere")
     assert run.returncode == 2
-    assert "name a folder" in run.stderr
+    assert "there is no folder" in run.stderr
 
 
 # An entry that is added to the shaders, and the error; a third value is a link's target.
