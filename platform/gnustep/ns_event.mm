@@ -31,7 +31,7 @@ NSMutableArray* monitors() {
 }
 
 /// The X server repeats a held key by presses without a release in between, or with one at the same
-/// time. GNUstep calls none of them a repeat.
+/// time. GNUstep calls none of them a repeat. Events that programs send may all have the time 0.
 - (void)tellRepeat {
     static LastKey last;
     if ([self type] == NSKeyUp && [self keyCode] == last.code) {
@@ -39,7 +39,8 @@ NSMutableArray* monitors() {
     }
     if ([self type] == NSKeyDown) {
         event_data.key.repeat =
-            [self keyCode] == last.code && (last.released < 0 || last.released == [self timestamp]);
+            [self keyCode] == last.code &&
+            (last.released < 0 || (last.released > 0 && last.released == [self timestamp]));
         last = {.code = [self keyCode], .released = -1};
     }
 }

@@ -12,16 +12,13 @@ from pathlib import Path
 import payload
 import stage as stages
 from application import Application
-from descriptions import LICENCE, SETTINGS, WELCOME
-from display import Display
-from installer import SIZE, Installer
-from picture import Rectangle
+from display import Display, Rectangle
+from installer import SIZE, STILL_PICTURES, Installer
+from pages import SETTINGS
 from waiting import wait_until
 
 # How often the screen is polled, in seconds. It is in shared memory, so this asks no other process.
 LOOK = 0.002
-# A press is ignored until the page has been shown for half a second.
-PRESSABLE_AFTER = 0.6
 # How far below the top of the window's content the title of a page is, in pixels.
 TITLE = 34
 CONFIGURATION = """GNUSTEP_USER_CONFIG_FILE=
@@ -30,12 +27,27 @@ GNUSTEP_USER_DIR_LIBRARY={folder}
 """
 
 
+def wait_for_still_window(running):
+    """Returns where the window lies once it is active and its picture no longer changes."""
+    display = running.display
+    last, seen = None, 0
+
+    def is_still():
+        nonlocal last, seen
+        window = display.active_window()
+        now = display.picture(display.area(window)) if window else None
+        last, seen = now, seen + 1 if now and now == last else 0
+        return seen >= STILL_PICTURES
+
+    running.wait(is_still, "a still picture")
+    return display.area(display.active_window())
+
+
 class Page:
     """A picture of a page that has come to rest, to wait for in later runs."""
 
     def __init__(self, running):
-        running.wait_for_stillness()
-        window = running.display.area(running.window)
+        window = wait_for_still_window(running)
         # The line through the title is compared first: comparing the whole page each time would
         # slow down what is measured.
         title = window.y + window.height - SIZE[1] + TITLE
@@ -75,7 +87,7 @@ class Applications:
             self.display = stack.enter_context(Display())
             # The helpers that GNUstep starts run as long as any application does.
             other = self.smallest(stack.enter_context(Display()))
-            stack.enter_context(other).wait_for_stillness()
+            wait_for_still_window(stack.enter_context(other))
             self._stack = stack.pop_all()
         return self
 
@@ -103,7 +115,6 @@ class Applications:
 
     def first_page(self, start):
         with start() as running:
-            running.wait_for_first_page()
             return Page(running)
 
     def time_to(self, page, start):
@@ -116,7 +127,7 @@ class Applications:
 
     def smallest_memory(self):
         with self.smallest() as running:
-            running.wait_for_stillness()
+            wait_for_still_window(running)
             return peak_memory(running.process)
 
 
@@ -166,13 +177,8 @@ class Installation:
     def by_installer(self):
         """From the release of the settings page's button until the last page is drawn."""
         stage = self._fresh_stage()
-        with Installer(self._display, self.bundle, stage, built=self._built) as installer:
-            for page, button in ((WELCOME, "Next"), (LICENCE, "Accept")):
-                installer.wait_for_choice(page)
-                time.sleep(PRESSABLE_AFTER)
-                installer.press(button)
-            installer.wait_for_choice(SETTINGS)
-            time.sleep(PRESSABLE_AFTER)
+        with Installer(self._display, self.bundle, stage, build=self._built.parent) as installer:
+            installer.go_to(SETTINGS)
             installer.hold_down("Next")
             began = time.perf_counter()
             self._display.release_mouse()

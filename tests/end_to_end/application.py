@@ -1,23 +1,22 @@
-"""An application in its real window, driven from outside as a person would drive it."""
+"""A program with a window, as one process of its own."""
 
-import contextlib
 import os
 import re
 import resource
 import signal
 import subprocess
 import tempfile
+from contextlib import suppress
 from pathlib import Path
 
-from processes import children, run_state
 from waiting import PATIENCE, TimedOut, wait_until
 
 LOG_PREFIX = re.compile(r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} .+?\[\d+:\d+\] ", re.MULTILINE)
-STILL_PICTURES = 4
+CRASH_FRAME = re.compile(r"^(/.+)\((.*)\+(0x[0-9a-f]+)\) ?\[0x", re.MULTILINE)
 
 
 class Application:
-    """One run of the application at `bundle`. Use as a context: it never outlives it."""
+    """Use as a context: the process never outlives it."""
 
     def __init__(
         self,
@@ -33,29 +32,29 @@ class Application:
     ):
         """`limits` are its own limits of resources: {resource: number}.
 
-        `evidence` is where a failed test finds what was written and shown, without an extension."""
+        `evidence` is where a failed test leaves the log and a picture, without an extension."""
         self.display, self.bundle, self.stage = display, Path(bundle), stage
-        self._evidence = evidence
-        self._arguments = stage.arguments if arguments is None else arguments
-        self._environment = {
+        self.environment = {
             "PATH": os.environ["PATH"],
             "DISPLAY": display.name,
+            "TMPDIR": tempfile.gettempdir(),
             **stage.environment,
             **(environment or {}),
         }
-        self._user, self._limits = user, limits or {}
+        self._arguments = stage.arguments if arguments is None else arguments
+        self._user, self._limits, self._evidence = user, limits or {}, evidence
 
     def __enter__(self):
-        executable = self.bundle / self.bundle.stem
         self._output = tempfile.TemporaryFile()
+        as_user = {"user": self._user, "group": self._user, "extra_groups": []}
         self.process = subprocess.Popen(
-            [executable, *self._arguments],
-            env={name: value for name, value in self._environment.items() if value is not None},
+            [self.bundle / self.bundle.stem, *self._arguments],
+            env={name: value for name, value in self.environment.items() if value is not None},
             stdin=subprocess.DEVNULL,
             stdout=self._output,
             stderr=self._output,
             preexec_fn=self._set_limits if self._limits else None,
-            **({"user": self._user, "group": self._user, "extra_groups": []} if self._user else {}),
+            **(as_user if self._user else {}),
         )
         return self
 
@@ -65,24 +64,15 @@ class Application:
 
     def __exit__(self, failure, *_):
         if failure and self._evidence:
-            self._keep_evidence()
+            self.display.picture().save(f"{self._evidence}.png")
+            Path(f"{self._evidence}.log").write_text(self.output, encoding="utf-8")
         if self.process.poll() is None:
-            started = children(self.process.pid)
+            # What it has started may be held, and would never end.
+            started = descendants(self.process.pid)
             self.process.kill()
-            # What it waited for may be held, and would wait for ever.
-            for child in started:
-                with contextlib.suppress(ProcessLookupError):
-                    os.kill(child, signal.SIGKILL)
+            kill(started)
         self.process.wait()
         self._output.close()
-
-    def _keep_evidence(self):
-        self.display.picture(self.display.screen).save(Path(f"{self._evidence}.png"))
-        places = [self.display.area(window) for window in self.display.windows(self.bundle.stem)]
-        pressed = f"Pressed last at {self.display.last_press}; windows at {places}"
-        Path(f"{self._evidence}.log").write_text(f"{self.output}\n{pressed}\n", encoding="utf-8")
-
-    # What it wrote
 
     @property
     def output(self):
@@ -93,62 +83,12 @@ class Application:
     @property
     def log(self):
         """The log lines' texts, in order; a text may hold line breaks of its own."""
-        pieces = LOG_PREFIX.split(self.output)
-        stray = [pieces[0]] if pieces[0] else []
-        return stray + [piece.removesuffix("\n") for piece in pieces[1:]]
-
-    def wait_for_line(self, text, seconds=PATIENCE):
-        self.wait(lambda: text in self.log, f"the log line {text!r}", seconds)
-
-    # What it shows
-
-    @property
-    def window(self):
-        title = self.bundle.stem
-        return self.wait(lambda: self.display.windows(title), "the window")[0]
-
-    @property
-    def content(self):
-        """Where the window's content lies on the screen, the menu in the window included."""
-        return self.display.area(self.window)
-
-    def wait_for_stillness(self, unlike=None):
-        """The picture that the window shows as soon as the application rests and it stands still.
-
-        Where `unlike` is a picture, the window must look different from it first.
-        """
-        content = self.content
-        last, still = None, 0
-
-        def rests():
-            nonlocal last, still
-            now = self.display.picture(content)
-            calm = self._rests() and now == last and now != unlike
-            last, still = now, still + 1 if calm else 0
-            return now if still >= STILL_PICTURES else None
-
-        return self.wait(rests, "another picture" if unlike else "a still picture")
-
-    def wait_for_first_page(self):
-        # Which may be that of its menu.
-        self.wait(self.display.active_window, "a window to be active")
-        return self.wait_for_stillness()
-
-    def _rests(self):
-        """Whether its main thread sleeps, rather than works or waits for the processor."""
-        return run_state(self.process.pid) == "S"
-
-    # Its end
-
-    def close_window(self):
-        self.display.key("alt+F4")
-
-    def wait_for_end(self, seconds=PATIENCE):
-        """Waits until the process ends by itself; its exit status."""
-        self.wait(lambda: self.process.poll() is not None, "the application to end", seconds)
-        return self.process.returncode
+        first, *lines = LOG_PREFIX.split(self.output)
+        return ([first] if first else []) + [line.removesuffix("\n") for line in lines]
 
     def wait(self, happened, what, seconds=PATIENCE, **polling):
+        """Returns the first true value of `happened()`; fails if the process ends before."""
+
         def happened_or_died():
             ended = self.process.poll() is not None
             value = happened()
@@ -159,4 +99,54 @@ class Application:
         try:
             return wait_until(happened_or_died, what, seconds, **polling)
         except TimedOut as late:
-            raise TimedOut(f"{late}\nit wrote:\n{self.output}") from None
+            raise TimedOut(f"{late}\nit wrote:\n{self.output}{self._crash()}") from None
+
+    def _crash(self):
+        """The functions that it crashed in, from its own report of it."""
+        if self.process.poll() in (None, 0):
+            return ""
+        told = "it crashed in:\n"
+        for module, symbol, offset in CRASH_FRAME.findall(self.output):
+            command = ["addr2line", "-Cfpe", module, offset]
+            found = subprocess.run(command, capture_output=True, text=True).stdout
+            told += found if not symbol else f"{symbol} of {module}\n"
+        return told
+
+    def wait_for_end(self, seconds=PATIENCE):
+        """Waits until the process ends by itself, and all that it started; its exit status."""
+        self.wait(lambda: self.process.poll() is not None, "its end", seconds)
+        wait_until(lambda: not self._has_left_others(), "the end of what it started", seconds)
+        return self.process.returncode
+
+    def _has_left_others(self):
+        """What it starts, the Live application too, has its environment."""
+        stage = f"MORVELLA_STAGE={self.stage.root}".encode()
+        for environment in Path("/proc").glob("[0-9]*/environ"):
+            with suppress(OSError):
+                if stage in environment.read_bytes().split(b"\0"):
+                    return True
+        return False
+
+
+def descendants(process):
+    """The processes that it started, and those that they started."""
+    try:
+        children = Path(f"/proc/{process}/task/{process}/children").read_text().split()
+    except (FileNotFoundError, ProcessLookupError):
+        return []
+    return [each for child in map(int, children) for each in [child, *descendants(child)]]
+
+
+def has_ended(process):
+    """Also if nobody has taken its status yet."""
+    try:
+        status = Path(f"/proc/{process}/stat").read_text()
+    except (FileNotFoundError, ProcessLookupError):
+        return True
+    return status.rpartition(")")[2].split()[0] == "Z"
+
+
+def kill(processes):
+    for process in processes:
+        with suppress(ProcessLookupError):
+            os.kill(process, signal.SIGKILL)

@@ -1,16 +1,22 @@
-"""How pytest runs the end-to-end tests: options, displays, evidence of failures."""
+"""Options, fixtures and the sampling of the end-to-end tests."""
 
 import random
 import re
 import shutil
+import sys
 from pathlib import Path
 
 import pytest
+
+import folders
 from display import Display
-from sampling import choose
+
+sys.dont_write_bytecode = True
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 EVIDENCE = ROOT / "build/end-to-end"
+# Of each sweep the default run takes the first point, the last, and so many in between.
+IN_BETWEEN = 2
 
 
 def pytest_addoption(parser):
@@ -25,7 +31,7 @@ def pytest_addoption(parser):
 
 
 def pytest_configure(config):
-    config.addinivalue_line("markers", "sweep: one point of many; the default run takes a sample")
+    config.addinivalue_line("markers", "sweep(group): one point of many; a sample is taken of them")
     config.addinivalue_line("markers", "deep: only --deep takes it")
     config.addinivalue_line("markers", "slow: takes long, so it comes first")
     if not hasattr(config, "workerinput"):
@@ -37,39 +43,42 @@ def pytest_configure(config):
 
 def pytest_collection_modifyitems(config, items):
     if not config.option.deep:
-        chosen, left_out = choose(items, config.option.seed)
-        items[:] = chosen
+        left_out = not_in_sample(items, config.option.seed)
+        items[:] = [item for item in items if item not in left_out]
         config.hook.pytest_deselected(items=left_out)
-        config.left_out = left_out
+        config.left_out = [item.nodeid.partition("[")[0] for item in left_out]
     items.sort(key=lambda item: not item.get_closest_marker("slow"))
+
+
+def not_in_sample(items, seed):
+    left_out = {item for item in items if item.get_closest_marker("deep")}
+    groups = {}
+    for item in items:
+        if sweep := item.get_closest_marker("sweep"):
+            groups.setdefault((item.nodeid.partition("[")[0], *sweep.args), []).append(item)
+    for key, points in groups.items():
+        between = points[1:-1]
+        chosen = random.Random(f"{seed} {key}").sample(between, min(IN_BETWEEN, len(between)))
+        left_out.update(point for point in between if point not in chosen)
+    return left_out
 
 
 def pytest_sessionfinish(session):
     if hasattr(session.config, "workeroutput"):
-        session.config.workeroutput["left_out"] = summary(session.config)
+        session.config.workeroutput["left_out"] = getattr(session.config, "left_out", [])
 
 
 def pytest_testnodedown(node, error):
     """Every worker has chosen the same; xdist's own process has chosen nothing."""
-    node.config.left_out_of_workers = getattr(node, "workeroutput", {}).get("left_out", [])
-
-
-def summary(config):
-    """What the sample leaves out, one line for each sweep."""
-    counts = {}
-    for item in getattr(config, "left_out", []):
-        sweep = item.nodeid.partition("[")[0]
-        counts[sweep] = counts.get(sweep, 0) + 1
-    return [f"{count} points of {sweep}" for sweep, count in counts.items()]
+    node.config.left_out = getattr(node, "workeroutput", {}).get("left_out", [])
 
 
 def pytest_terminal_summary(terminalreporter, config):
-    left_out = getattr(config, "left_out_of_workers", None) or summary(config)
-    if left_out:
+    if left_out := getattr(config, "left_out", []):
         terminalreporter.section("sampled")
         terminalreporter.line(f"--seed {config.option.seed} takes this sample again")
-        for line in left_out:
-            terminalreporter.line(f"--deep would add {line}")
+        for sweep in sorted(set(left_out)):
+            terminalreporter.line(f"--deep would add {left_out.count(sweep)} points of {sweep}")
 
 
 @pytest.hookimpl(hookwrapper=True)
@@ -85,6 +94,11 @@ def evidence_of(item):
     return EVIDENCE / re.sub(r"\W+", "-", f"{item.parent.name}-{item.name}").strip("-")
 
 
+@pytest.fixture
+def evidence(request):
+    return evidence_of(request.node)
+
+
 @pytest.fixture(scope="session")
 def display():
     with Display() as display:
@@ -92,10 +106,14 @@ def display():
 
 
 @pytest.fixture(scope="session")
-def bundle(request):
-    return request.config.option.installer.resolve().parent
-
-
-@pytest.fixture
-def evidence(request):
-    return evidence_of(request.node)
+def build(request):
+    """A copy of the folder that the installer was built in, as far as it is needed, which every
+    user can reach."""
+    bundle = request.config.option.installer.resolve().parent
+    with folders.temporary_folder("build") as copy:
+        shutil.copytree(bundle, copy / bundle.name, symlinks=True)
+        modules = copy / "tests/end_to_end"
+        modules.mkdir(parents=True)
+        for module in (bundle.parent / "tests/end_to_end").glob("*.so"):
+            shutil.copy(module, modules)
+        yield copy

@@ -12,14 +12,16 @@ NSString* text(NSString* string) {
     return string ? string : @"";
 }
 
+NSArray* listOf(NSRect frame) {
+    return @[ @(NSMinX(frame)), @(NSMinY(frame)), @(NSWidth(frame)), @(NSHeight(frame)) ];
+}
+
 /// Counted from the upper left corner of the window's content.
-NSArray* frameOf(NSView* view) {
-    const NSRect frame = [view convertRect:[view bounds] toView:nil];
+NSRect frameOf(NSView* view) {
+    NSRect frame = [view convertRect:[view bounds] toView:nil];
     const NSRect content = [[[view window] contentView] frame];
-    return @[
-        @(NSMinX(frame) - NSMinX(content)), @(NSMaxY(content) - NSMaxY(frame)), @(NSWidth(frame)),
-        @(NSHeight(frame))
-    ];
+    frame.origin = NSMakePoint(NSMinX(frame) - NSMinX(content), NSMaxY(content) - NSMaxY(frame));
+    return frame;
 }
 
 /// Of the window's content and of the menu above it.
@@ -48,28 +50,27 @@ BOOL isNamed(NSView* view, NSString* name) {
     return [NSStringFromClass([view class]) isEqualToString:name];
 }
 
-NSDictionary* describeButton(NSButton* button) {
-    const BOOL isFirst = [[button window] firstResponder] == button;
+NSDictionary* describeControl(NSButton* button) {
     return @{
         @"title" : text([button title]),
-        @"state" : @([button state]),
+        @"ticked" : @([button state] == NSOnState),
         @"enabled" : @([button isEnabled] != NO),
         @"hidden" : @([button isHiddenOrHasHiddenAncestor] != NO),
         @"pressed" : @([[button cell] isHighlighted] != NO),
-        @"focused" : @(isFirst != NO),
+        @"focused" : @([[button window] firstResponder] == button),
         @"key" : text([button keyEquivalent]),
-        @"ticks" : @([[button cell] showsStateBy] != NSNoCellMask),
-        @"frame" : frameOf(button)
+        @"is_box" : @([[button cell] showsStateBy] != NSNoCellMask),
+        @"frame" : listOf(frameOf(button))
     };
 }
 
 NSDictionary* describeIndicator(NSProgressIndicator* indicator) {
     return @{
         @"hidden" : @([indicator isHiddenOrHasHiddenAncestor] != NO),
-        @"running" : @(variableOf<BOOL>(indicator, "_isRunning") != NO),
-        @"spinning" : @([indicator style] == NSProgressIndicatorSpinningStyle),
-        @"indeterminate" : @([indicator isIndeterminate] != NO),
-        @"frame" : frameOf(indicator)
+        @"turning" : @(variableOf<BOOL>(indicator, "_isRunning") != NO),
+        @"spinner" :
+            @([indicator style] == NSProgressIndicatorSpinningStyle && [indicator isIndeterminate]),
+        @"frame" : listOf(frameOf(indicator))
     };
 }
 
@@ -77,8 +78,7 @@ NSDictionary* describeDocument(NSTextView* view) {
     return @{
         @"text" : text([view string]),
         @"editable" : @([view isEditable] != NO),
-        @"focused" : @([[view window] firstResponder] == view),
-        @"frame" : frameOf(view)
+        @"frame" : listOf(frameOf(view))
     };
 }
 
@@ -88,20 +88,31 @@ class Contents {
     explicit Contents(NSView* view) { add(view); }
 
     [[nodiscard]] NSDictionary* describe() const {
+        NSMutableArray* controls = [NSMutableArray array];
+        for (NSButton* button in buttons_) {
+            [controls addObject:describeControl(button)];
+        }
         return @{
             @"texts" : texts_,
-            @"controls" : controls_,
+            @"controls" : controls,
             @"indicators" : indicators_,
             @"documents" : documents_
         };
     }
 
-    [[nodiscard]] NSArray* texts() const { return texts_; }
+    [[nodiscard]] NSButton* buttonTitled(NSString* title) const {
+        for (NSButton* button in buttons_) {
+            if ([[button title] isEqualToString:title]) {
+                return button;
+            }
+        }
+        return nil;
+    }
 
   private:
     void add(NSView* view) {
         if ([view isKindOfClass:[NSButton class]]) {
-            [controls_ addObject:describeButton(static_cast<NSButton*>(view))];
+            [buttons_ addObject:view];
         } else if ([view isKindOfClass:[NSTextField class]]) {
             addText(static_cast<NSTextField*>(view));
         } else if ([view isKindOfClass:[NSProgressIndicator class]]) {
@@ -117,74 +128,63 @@ class Contents {
 
     void addText(NSTextField* field) {
         if (![field isHiddenOrHasHiddenAncestor] && [[field stringValue] length] > 0) {
-            [texts_ addObject:@{@"text" : [field stringValue], @"frame" : frameOf(field)}];
+            [texts_ addObject:@{@"text" : [field stringValue], @"frame" : listOf(frameOf(field))}];
         }
     }
 
     NSMutableArray* texts_ = [NSMutableArray array];
-    NSMutableArray* controls_ = [NSMutableArray array];
+    NSMutableArray* buttons_ = [NSMutableArray array];
     NSMutableArray* indicators_ = [NSMutableArray array];
     NSMutableArray* documents_ = [NSMutableArray array];
 };
 
-NSArray* describeAll(NSArray* buttons) {
-    NSMutableArray* all = [NSMutableArray array];
-    for (NSButton* button in buttons) {
-        [all addObject:describeButton(button)];
-    }
-    return all;
-}
-
-/// The alert as it was asked for, and what of it is on the screen.
-NSDictionary* describeSheet(NSView* cover) {
-    NSAlert* alert = variableOf<NSAlert*>(cover, "_alert");
-    NSButton* tickBox = [alert showsSuppressionButton] ? [alert suppressionButton] : nil;
-    NSView* accessory = [alert accessoryView];
-    return @{
-        @"message" : text([alert messageText]),
-        @"informative" : text([alert informativeText]),
-        @"style" : @([alert alertStyle]),
-        @"buttons" : describeAll([alert buttons]),
-        @"help" : @([alert showsHelp] != NO),
-        @"box" : tickBox ? describeButton(tickBox) : [NSNull null],
-        @"accessory" : accessory ? Contents(accessory).describe() : [NSNull null],
-        @"shown" : Contents(cover).describe()
-    };
-}
-
 /// The uppermost one comes last.
-NSArray* describeSheets(NSWindow* window) {
+NSArray* sheetsOf(NSWindow* window) {
     NSMutableArray* sheets = [NSMutableArray array];
     for (NSView* cover in [[[window contentView] superview] subviews]) {
         if (isNamed(cover, @"SheetCover") && ![cover isHidden]) {
-            [sheets addObject:describeSheet(cover)];
+            [sheets addObject:cover];
         }
     }
     return sheets;
 }
 
-/// Each text in it; a picture has an empty one.
-NSArray* describeSidebar(NSView* view) {
-    if (isNamed(view, @"StepsSidebar")) {
-        NSMutableArray* parts = [NSMutableArray array];
-        for (NSView* part in [view subviews]) {
-            const BOOL isText = [part isKindOfClass:[NSTextField class]];
-            [parts addObject:isText ? [static_cast<NSTextField*>(part) stringValue] : @""];
-        }
-        return parts;
+NSArray* describeSheets(NSWindow* window) {
+    NSMutableArray* sheets = [NSMutableArray array];
+    for (NSView* cover in sheetsOf(window)) {
+        NSAlert* alert = variableOf<NSAlert*>(cover, "_alert");
+        [sheets addObject:@{
+            @"message" : text([alert messageText]),
+            @"critical" : @([alert alertStyle] == NSCriticalAlertStyle),
+            @"shown" : Contents(cover).describe()
+        }];
     }
-    for (NSView* subview in [view subviews]) {
-        NSArray* found = describeSidebar(subview);
-        if (found) {
-            return found;
-        }
-    }
-    return nil;
+    return sheets;
 }
 
-NSString* nameOf(NSResponder* responder) {
-    return [responder isKindOfClass:[NSButton class]] ? [static_cast<NSButton*>(responder) title]
-                                                      : NSStringFromClass([responder class]);
+/// Each text and picture in it; the picture of a step that is done is a check mark.
+NSArray* describeSidebar(NSView* view) {
+    NSMutableArray* parts = [NSMutableArray array];
+    for (NSView* part in [view subviews]) {
+        if (isNamed(part, @"StepsSidebar")) {
+            return describeSidebar(part);
+        }
+        NSString* shown = nil;
+        BOOL bold = NO;
+        if ([part isKindOfClass:[NSTextField class]]) {
+            auto* field = static_cast<NSTextField*>(part);
+            shown = [field stringValue];
+            bold = [[field font] isEqual:[NSFont boldSystemFontOfSize:[[field font] pointSize]]];
+        } else if ([part isKindOfClass:[NSImageView class]]) {
+            shown = [[static_cast<NSImageView*>(part) image] name];
+        }
+        [parts addObject:@{
+            @"text" : text(shown),
+            @"bold" : @(bold != NO),
+            @"frame" : listOf(frameOf(part))
+        }];
+    }
+    return isNamed(view, @"StepsSidebar") ? parts : nil;
 }
 
 NSWindow* installerWindow() {
@@ -207,19 +207,21 @@ NSDictionary* describeWindow() {
     const auto device = reinterpret_cast<unsigned long>(
         [GSServerForWindow(window) windowDevice:static_cast<int>([window windowNumber])]);
     NSArray* sidebar = describeSidebar([window contentView]);
-    NSMutableDictionary* state =
-        [NSMutableDictionary dictionaryWithDictionary:Contents([window contentView]).describe()];
-    [state addEntriesFromDictionary:@{
+    return @{
         @"window" : @(device),
         @"title" : text([window title]),
         @"visible" : @([window isVisible] != NO),
         @"height" : @(heightOf(window)),
-        @"size" : frameOf([window contentView]),
+        @"size" : listOf(frameOf([window contentView])),
         @"key" : @([window isKeyWindow] != NO),
-        @"miniaturized" : @([window isMiniaturized] != NO),
-        @"focus" : text(nameOf([window firstResponder])),
         @"sidebar" : sidebar ? sidebar : @[],
+        @"page" : Contents([window contentView]).describe(),
         @"sheets" : describeSheets(window)
-    }];
-    return state;
+    };
+}
+
+NSButton* buttonTitled(NSString* title) {
+    NSWindow* window = installerWindow();
+    NSView* sheet = [sheetsOf(window) lastObject];
+    return Contents(sheet ? sheet : [window contentView]).buttonTitled(title);
 }

@@ -3,22 +3,32 @@
 import contextlib
 import mmap
 import os
-import shutil
+import struct
 import subprocess
-import tempfile
 import time
-from pathlib import Path
+from typing import NamedTuple
 
+from PIL import Image
 from Xlib import XK, X
 from Xlib.display import Display as Connection
-from Xlib.error import BadWindow
 from Xlib.ext import xtest
+from Xlib.protocol.event import KeyPress, KeyRelease
 
-from picture import Picture, Rectangle
+import folders
 from waiting import TimedOut, wait_until
 
-# Two presses of one kind within this time, in seconds, are one double press to the application.
-DOUBLE_PRESS = 0.6
+
+class Rectangle(NamedTuple):
+    """In pixels, counted from the upper left corner."""
+
+    x: int
+    y: int
+    width: int
+    height: int
+
+    @property
+    def box(self):
+        return self.x, self.y, self.x + self.width, self.y + self.height
 
 
 class Display:
@@ -27,70 +37,58 @@ class Display:
     screen = Rectangle(0, 0, 1280, 960)
 
     def __enter__(self):
-        self._folder = Path(tempfile.mkdtemp(prefix="morvella-display-"))
-        self._processes = []
-        self._connection = None
-        self._last_key = None, 0.0
-        self.last_press = None
-        try:
-            self.name = self._start_server()
+        with contextlib.ExitStack() as stack:
+            self._folder = stack.enter_context(folders.temporary_folder("display"))
+            self.name = self._start_server(stack)
             self._connection = Connection(self.name)
-            self._start_window_manager()
-            self._file = open(self._folder / "Xvfb_screen0", "rb")
-            self._frame_buffer = mmap.mmap(self._file.fileno(), 0, prot=mmap.PROT_READ)
-        except BaseException:
-            self.__exit__()
-            raise
+            stack.callback(self._connection.close)
+            self._start_window_manager(stack)
+            with open(self._folder / "Xvfb_screen0", "rb") as file:
+                self._frame_buffer = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
+            self.last_press = 0.0
+            self._stack = stack.pop_all()
         return self
 
-    def __exit__(self, *_):
-        if self._connection:
-            self._connection.close()
-        for process in reversed(self._processes):
-            process.terminate()
-            process.wait()
-        shutil.rmtree(self._folder)
+    def __exit__(self, *failure):
+        self._stack.__exit__(*failure)
 
-    def _start_server(self):
+    def _start(self, stack, command, **options):
+        with open(self._folder / f"{command[0]}.log", "wb") as log:
+            process = subprocess.Popen(command, stdout=log, stderr=log, **options)
+        stack.callback(process.wait)
+        stack.callback(process.terminate)
+
+    def _start_server(self, stack):
         reading, writing = os.pipe()
         size = f"{self.screen.width}x{self.screen.height}x24"
         command = ["Xvfb", "-displayfd", str(writing), "-screen", "0", size]
         # Access control is off because some tests run the installer as another user.
         command += ["-fbdir", str(self._folder), "-nolisten", "tcp", "-ac", "-nocursor", "-noreset"]
-        with open(self._folder / "server.log", "wb") as log:
-            server = subprocess.Popen(command, pass_fds=[writing], stdout=log, stderr=log)
-        self._processes.append(server)
+        self._start(stack, command, pass_fds=[writing])
         os.close(writing)
         with os.fdopen(reading) as answer:
             number = answer.readline().strip()
         if not number:
-            raise RuntimeError("Xvfb did not start: " + (self._folder / "server.log").read_text())
+            raise RuntimeError("Xvfb did not start: " + (self._folder / "Xvfb.log").read_text())
         return f":{number}"
 
-    def _start_window_manager(self):
+    def _start_window_manager(self, stack):
         environment = {"PATH": os.environ["PATH"], "DISPLAY": self.name, "HOME": str(self._folder)}
-        with open(self._folder / "window-manager.log", "wb") as log:
-            manager = subprocess.Popen(
-                ["openbox", "--sm-disable"], env=environment, stdout=log, stderr=log
-            )
-        self._processes.append(manager)
+        self._start(stack, ["openbox", "--sm-disable"], env=environment)
         wait_until(self._window_is_managed, "the window manager")
 
     def _window_is_managed(self):
         """Whether the window manager takes care of a new window; it overlooks some as it starts."""
-        window = self._map_window("Probe")
-        try:
-            wait_until(
-                lambda: window.id in (self._root_property("_NET_CLIENT_LIST") or []), "it", 0.5
-            )
-            return True
-        except TimedOut:
-            return False
-        finally:
-            window.destroy()
-            self._connection.sync()
+        with self._window("Probe") as window:
+            try:
+                return wait_until(
+                    lambda: window.id in self._root_property("_NET_CLIENT_LIST"), "it", 0.5
+                )
+            except TimedOut:
+                return False
 
-    def _map_window(self, title):
+    @contextlib.contextmanager
+    def _window(self, title):
         """As large as the screen."""
         root = self._connection.screen().root
         size = self.screen.width, self.screen.height
@@ -98,61 +96,31 @@ class Display:
         window.set_wm_name(title)
         window.map()
         self._connection.sync()
-        return window
+        yield window
+        window.destroy()
+        self._connection.sync()
 
     def _root_property(self, name):
-        connection = self._connection
-        found = connection.screen().root.get_full_property(
-            connection.get_atom(name), X.AnyPropertyType
-        )
-        return found.value if found else None
+        atom = self._connection.get_atom(name)
+        found = self._connection.screen().root.get_full_property(atom, X.AnyPropertyType)
+        return found.value if found else []
 
     def active_window(self):
-        found = self._root_property("_NET_ACTIVE_WINDOW")
-        return found[0] if found else None
+        return next(iter(self._root_property("_NET_ACTIVE_WINDOW")), None)
 
     def uppermost_window(self):
         """The one that no other window covers."""
-        found = self._root_property("_NET_CLIENT_LIST_STACKING")
-        return found[-1] if found else None
+        return next(reversed(self._root_property("_NET_CLIENT_LIST_STACKING")), None)
 
     @contextlib.contextmanager
     def another_window(self):
         """Another application's window, over everything, which has the keys."""
-        window = self._map_window("Another Application")
-        try:
+        with self._window("Another Application") as window:
             wait_until(
                 lambda: self.active_window() == self.uppermost_window() == window.id,
                 "another window to be in front",
             )
             yield
-        finally:
-            window.destroy()
-            self._connection.sync()
-
-    def windows(self, title):
-        """The visible windows whose title is exactly this."""
-        return [window.id for window in self._below(self._connection.screen().root, title)]
-
-    def _below(self, window, title):
-        # Windows come and go meanwhile.
-        with contextlib.suppress(BadWindow):
-            for child in window.query_tree().children:
-                if self._is_visible(child, title):
-                    yield child
-                yield from self._below(child, title)
-
-    def _is_visible(self, window, title):
-        with contextlib.suppress(BadWindow):
-            visible = window.get_attributes().map_state == X.IsViewable
-            return visible and self._title(window) == title
-        return False
-
-    def _title(self, window):
-        found = window.get_full_property(
-            self._connection.get_atom("_NET_WM_NAME"), X.AnyPropertyType
-        )
-        return found.value.decode() if found else None
 
     def area(self, window):
         """Where the content of a window lies on the screen."""
@@ -162,62 +130,57 @@ class Display:
         # The protocol counts from the other window's corner.
         return Rectangle(-corner.x, -corner.y, size.width, size.height)
 
-    def picture(self, area):
-        return Picture.of_screen(self._frame_buffer, area)
+    def picture(self, area=screen):
+        """Cut out of the X window dump that Xvfb keeps in a file."""
+        header = struct.unpack_from(">20I", self._frame_buffer)
+        width, line, colors = header[4], header[12], header[19]
+        first = header[0] + colors * 12 + area.y * line
+        rows = self._frame_buffer[first : first + area.height * line]
+        size = width, area.height
+        return Image.frombytes("RGB", size, rows, "raw", "BGRX", line, 1).crop(
+            (area.x, 0, area.x + area.width, area.height)
+        )
 
     # What a person does
 
     def press_mouse(self, x, y):
-        self.last_press = x, y
         xtest.fake_input(self._connection, X.MotionNotify, x=x, y=y)
         xtest.fake_input(self._connection, X.ButtonPress, 1)
-        self._connection.sync()
+        self._pressed()
 
     def release_mouse(self):
         xtest.fake_input(self._connection, X.ButtonRelease, 1)
         self._connection.sync()
 
-    def key(self, *names):
-        """Presses keys, as in "Tab" or "shift+Tab".
+    def click(self, x, y):
+        self.press_mouse(x, y)
+        self.release_mouse()
 
-        The same key again waits until the two are no double press: on the next page the second of
-        them would rightly do nothing.
-        """
-        for name in names:
-            self._wait_for_single_press(name)
-            self._press_together(name.split("+"))
-            self._last_key = name, time.monotonic()
-
-    def _wait_for_single_press(self, name):
-        last, when = self._last_key
-        if name == last:
-            time.sleep(max(0.0, when + DOUBLE_PRESS - time.monotonic()))
-
-    def press_key_quickly(self, name, times):
-        self._wait_for_single_press(name)
-        for _ in range(times):
-            self._press_together([name])
-        self._last_key = name, time.monotonic()
-
-    def hold_key(self, name, seconds):
-        """Holds a key down for some time, in which the system repeats it."""
-        self._wait_for_single_press(name)
-        code = self._connection.keysym_to_keycode(_keysym(name))
-        xtest.fake_input(self._connection, X.KeyPress, code)
-        self._connection.sync()
-        time.sleep(seconds)
-        xtest.fake_input(self._connection, X.KeyRelease, code)
-        self._connection.sync()
-        self._last_key = name, time.monotonic()
-
-    def _press_together(self, names):
-        codes = [self._connection.keysym_to_keycode(_keysym(name)) for name in names]
+    def key(self, names, seconds=0.0):
+        """Presses keys together, as in "Tab" or "shift+Tab", and holds them for some time."""
+        codes = [self._key_code(name) for name in names.split("+")]
         for code in codes:
             xtest.fake_input(self._connection, X.KeyPress, code)
+        self._connection.sync()
+        time.sleep(seconds)
         for code in reversed(codes):
             xtest.fake_input(self._connection, X.KeyRelease, code)
+        self._pressed()
+
+    def send_key(self, window, name):
+        """A press without a time, as programs send it."""
+        target = self._connection.create_resource_object("window", window)
+        root = self._connection.screen().root
+        fields = {"window": target, "root": root, "child": X.NONE, "same_screen": 1, "state": 0}
+        places = dict.fromkeys(("root_x", "root_y", "event_x", "event_y"), 0)
+        for kind in (KeyPress, KeyRelease):
+            target.send_event(kind(detail=self._key_code(name), time=0, **fields, **places))
         self._connection.sync()
 
+    def _pressed(self):
+        self._connection.sync()
+        self.last_press = time.monotonic()
 
-def _keysym(name):
-    return XK.string_to_keysym({"shift": "Shift_L", "alt": "Alt_L"}.get(name, name))
+    def _key_code(self, name):
+        name = {"shift": "Shift_L", "alt": "Alt_L"}.get(name, name)
+        return self._connection.keysym_to_keycode(XK.string_to_keysym(name))

@@ -1,7 +1,8 @@
-"""A folder of one's own, and an ordinary user to look at it."""
+"""Temporary folders, and an ordinary user to look at them."""
 
 import contextlib
 import os
+import re
 import shutil
 import tempfile
 from pathlib import Path
@@ -12,17 +13,29 @@ NOBODY = 65534
 USUAL = 0o755
 
 
+def place_for_everybody():
+    """Where a preloaded library can lie: LD_PRELOAD is split at blanks and colons, and an ordinary
+    user must reach it."""
+    places = [Path(tempfile.gettempdir()).resolve(), *map(Path, ("/tmp", "/var/tmp", "/dev/shm"))]
+    for place in places:
+        if not re.search(r"[\s:]", str(place)) and place.is_dir() and os.access(place, os.W_OK):
+            reachable = all(folder.stat().st_mode & 1 for folder in [place, *place.parents])
+            if reachable and not os.statvfs(place).f_flag & os.ST_NOEXEC:
+                return place
+    raise OSError(f"none of {places} is a folder for temporary files that every user can reach")
+
+
 @contextlib.contextmanager
 def temporary_folder(purpose):
-    """Readable by every user; removed at the end, whatever a test did to the modes in it."""
-    folder = Path(tempfile.mkdtemp(prefix=f"morvella-{purpose}-")).resolve()
+    """Every user may look into it; it is deleted whatever a test did to its modes."""
+    folder = Path(tempfile.mkdtemp(prefix=f"morvella-{purpose}-", dir=place_for_everybody()))
     folder.chmod(USUAL)
     try:
         yield folder
     finally:
         for below, _, _ in os.walk(folder):
             os.chmod(below, USUAL)
-        # The Live application may still be writing down what it was asked to open.
+        # The Live application may still be writing.
         wait_until(lambda: _is_removed(folder), f"the end of {folder}")
 
 
@@ -32,7 +45,7 @@ def _is_removed(folder):
 
 
 def ordinary_user(folder):
-    """A user whom permissions hold back, who is given the folder; root passes through them all."""
+    """A user whom permissions hold back and who owns the folder, where the tests run as root."""
     if os.geteuid() != 0:
         return None
     for path in [folder, *folder.rglob("*")]:

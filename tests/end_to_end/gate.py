@@ -1,4 +1,4 @@
-"""Holds the installer and the archiver before any one change that they make on the stage.
+"""Holds the installer and the archiver before any one change of an installation's places.
 
 Whatever the speed of the machine, they stand still there until they are killed or let through. See
 gate.cpp.
@@ -7,29 +7,46 @@ gate.cpp.
 import mmap
 import struct
 
-from inspector import installed_module
+from waiting import PATIENCE, wait_until
 
-# The two numbers of the shared file.
-ARRIVED, ALLOWED = range(2)
 NUMBER = struct.Struct("=i")
+TEXT = struct.Struct("=248s")
+ARRIVED, ALLOWED, HELD_TEXT = 0, NUMBER.size, 2 * NUMBER.size
 EVERYTHING = 2**31 - 1
 
 
 class Gate:
-    def __init__(self, file, bundle):
-        library = installed_module(bundle, "libgate.so")
-        file.write_bytes(bytes(2 * NUMBER.size))
+    def __init__(self, file, stage, seconds=6 * PATIENCE):
+        """Holds the first change. `seconds` is how long it holds anything before it aborts."""
+        file.write_bytes(bytes(HELD_TEXT + TEXT.size))
+        file.chmod(0o666)
         with open(file, "r+b") as opened:
-            self._numbers = mmap.mmap(opened.fileno(), 0)
-        self.environment = {"LD_PRELOAD": str(library), "GATE": str(file)}
+            self._memory = mmap.mmap(opened.fileno(), 0)
+        self.environment = {
+            "GATE": str(file),
+            "GATE_PLACES": "\n".join(map(str, stage.places)),
+            "GATE_SECONDS": str(seconds),
+        }
 
     @property
     def arrived(self):
         """How many changes were made or wait to be made."""
-        return NUMBER.unpack_from(self._numbers, ARRIVED * NUMBER.size)[0]
+        return NUMBER.unpack_from(self._memory, ARRIVED)[0]
+
+    @property
+    def is_holding(self):
+        return self.arrived > NUMBER.unpack_from(self._memory, ALLOWED)[0]
 
     def allow(self, changes):
-        NUMBER.pack_into(self._numbers, ALLOWED * NUMBER.size, changes)
+        NUMBER.pack_into(self._memory, ALLOWED, changes)
 
     def open(self):
         self.allow(EVERYTHING)
+
+    def hold_next(self, text):
+        """Lets everything through until a path with this text in it is about to change."""
+        TEXT.pack_into(self._memory, HELD_TEXT, text.encode())
+        self.allow(self.arrived)
+
+    def wait(self):
+        wait_until(lambda: self.is_holding, "a change to be held", interval=0.001)

@@ -1,5 +1,5 @@
 // Preloaded into the installer under test: tells a test what the window shows, as JSON text,
-// through a socket. inspector.py is the test's side.
+// through a socket, and presses buttons as VoiceOver does. inspector.py is the test's side.
 //
 // It answers whenever the main thread waits, because GNUstep's run loop and everything else that
 // keeps the main thread waiting calls `poll`, which is replaced here.
@@ -8,6 +8,7 @@
 
 #include <dlfcn.h>
 #include <execinfo.h>
+#include <objc/runtime.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
@@ -16,6 +17,7 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -23,40 +25,84 @@
 
 namespace {
 
+/// How many actions and children the main thread is waiting for.
+int underWay = 0;
+
+IMP waitUntilExit;
+
+void waitUntilExitCounted(NSTask* task, SEL selector) {
+    ++underWay;
+    reinterpret_cast<void (*)(NSTask*, SEL)>(waitUntilExit)(task, selector);
+    --underWay;
+}
+
+void countWaits() {
+    const Method method =
+        class_getInstanceMethod(NSClassFromString(@"NSConcreteUnixTask"), @selector(waitUntilExit));
+    waitUntilExit = method_setImplementation(method, reinterpret_cast<IMP>(&waitUntilExitCounted));
+}
+
+/// Writes where the installer crashed to its standard error, for application.py to name.
+void tellCrash(int number) {
+    std::array<void*, 32> callers{};
+    backtrace_symbols_fd(callers.data(), backtrace(callers.data(), callers.size()), STDERR_FILENO);
+    std::raise(number);
+}
+
+void watchForCrashes() {
+    for (const int number : {SIGSEGV, SIGBUS, SIGABRT, SIGILL, SIGFPE}) {
+        struct sigaction present {};
+        sigaction(number, nullptr, &present);
+        if (present.sa_handler == SIG_DFL) {  // the sanitizer tells more
+            present.sa_handler = &tellCrash;
+            present.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
+            sigaction(number, &present, nullptr);
+        }
+    }
+}
+
+std::string setting(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
 /// Where a test asks.
-class Door {
+class Inspector {
   public:
-    Door() {
-        const char* place = std::getenv("INSPECTOR");
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        if (!place || std::strlen(place) >= sizeof(address.sun_path)) {
+    Inspector() {
+        const std::string place = setting("INSPECTOR");
+        sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+        if (place.empty() || place.size() >= sizeof(address.sun_path)) {
             return;
         }
-        std::strcpy(address.sun_path, place);
+        std::strcpy(address.sun_path, place.c_str());
         socket_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
         if (bind(socket_, reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0 ||
             listen(socket_, 8) != 0) {
             std::abort();
         }
-        // What the installer starts is not asked anything.
+        // What the installer starts is not inspected.
         unsetenv("INSPECTOR");
-        leavePreloading();
+        setenv("LD_PRELOAD", setting("PRELOAD_IN_CHILDREN").c_str(), 1);
+        watchForCrashes();
     }
 
     [[nodiscard]] int descriptor() const { return socket_; }
 
-    void answer() {
+    /// `isWorking` is whether the main thread waits for anything but events.
+    void answer(bool isWorking) {
         const int asker = accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC);
         if (asker < 0) {
             return;
         }
         answering_ = true;
         @autoreleasepool {
-            NSData* state = [NSJSONSerialization dataWithJSONObject:describeWindow()
-                                                            options:0
-                                                              error:nullptr];
-            send(asker, [state bytes], [state length], MSG_NOSIGNAL);
+            static const bool counts = (countWaits(), true);
+            NSData* answer = [NSJSONSerialization
+                dataWithJSONObject:answerTo(question(asker), counts && isWorking)
+                           options:0
+                             error:nullptr];
+            send(asker, [answer bytes], [answer length], MSG_NOSIGNAL);
         }
         answering_ = false;
         close(asker);
@@ -67,24 +113,36 @@ class Door {
     }
 
   private:
-    static void leavePreloading() {
-        std::string others;
-        std::string libraries = std::getenv("LD_PRELOAD");
-        for (std::size_t end = 0; !libraries.empty(); libraries.erase(0, end)) {
-            end = std::min(libraries.find(':'), libraries.size() - 1) + 1;
-            const std::string library = libraries.substr(0, end);
-            if (library.find("libinspector") == std::string::npos) {
-                others += library;
-            }
+    static NSString* question(int asker) {
+        std::string text;
+        std::array<char, 256> piece{};
+        for (ssize_t size = 0; (size = read(asker, piece.data(), piece.size())) > 0;) {
+            text.append(piece.data(), size);
         }
-        setenv("LD_PRELOAD", others.c_str(), 1);
+        return [NSString stringWithUTF8String:text.c_str()];
+    }
+
+    /// A question is the title of a button to press, or empty.
+    static NSDictionary* answerTo(NSString* question, bool isWorking) {
+        if ([question length] > 0) {
+            NSButton* button = buttonTitled(question);
+            [button performSelector:@selector(pressForTest) withObject:nil afterDelay:0];
+            return @{@"pressed" : @(button != nil)};
+        }
+        NSDictionary* window = describeWindow();
+        if ([window count] == 0) {
+            return window;
+        }
+        NSMutableDictionary* state = [NSMutableDictionary dictionaryWithDictionary:window];
+        [state setObject:@(isWorking) forKey:@"working"];
+        return state;
     }
 
     int socket_ = -1;
     bool answering_ = false;
 };
 
-Door door;
+Inspector inspector;
 
 int wait(pollfd* descriptors, nfds_t count, int timeout) {
     return static_cast<int>(syscall(SYS_poll, descriptors, count, timeout));
@@ -104,21 +162,31 @@ bool waitsForScreen() {
 
 }  // namespace
 
+@implementation NSButton (Inspector)
+
+- (void)pressForTest {
+    ++underWay;
+    [self performClick:nil];
+    --underWay;
+}
+
+@end
+
 /// Answers when nothing else is to be done. Returns early then: what the answer took from the
 /// connection to the screen lies in a queue, where only the caller looks.
 extern "C" int poll(pollfd* descriptors, nfds_t count, int timeout) {
-    if (timeout == 0 || !door.isOpenNow() || waitsForScreen()) {
+    if (timeout == 0 || !inspector.isOpenNow() || waitsForScreen()) {
         return wait(descriptors, count, timeout);
     }
     std::vector<pollfd> all(descriptors, descriptors + count);
-    all.push_back({door.descriptor(), POLLIN, 0});
+    all.push_back({inspector.descriptor(), POLLIN, 0});
     const int ready = wait(all.data(), all.size(), timeout);
     std::copy(all.begin(), all.end() - 1, descriptors);
     if (ready <= 0 || all.back().revents == 0) {
         return ready;
     }
     if (ready == 1) {
-        door.answer();
+        inspector.answer(underWay > 0 || count == 0);  // the gate waits for nothing
     }
     return ready - 1;
 }

@@ -1,103 +1,74 @@
 """What the installer's window shows, read from inside the process. See inspector.mm."""
 
 import json
+import re
 import shutil
 import socket
-import tempfile
-from pathlib import Path
+from types import SimpleNamespace
 
-from picture import Rectangle
+import folders
 
 
 class Inspector:
-    """Use as a context around the run."""
+    """Use as a context around the run. `build` is the folder that the installer was built in."""
 
-    def __init__(self, bundle, for_everybody=False):
-        self._library = installed_module(bundle, "libinspector.so")
-        self._for_everybody = for_everybody
+    def __init__(self, build, gate=None):
+        self._modules, self._gate = build / "tests/end_to_end", gate
 
     def __enter__(self):
-        self._folder = Path(tempfile.mkdtemp(prefix="morvella-inspector-"))
+        self._folder_context = folders.temporary_folder("inspector")
+        self._folder = self._folder_context.__enter__()
+        self._folder.chmod(0o777)  # some installers run as an ordinary user
         self._place = self._folder / "socket"
-        if self._for_everybody:
-            self._folder.chmod(0o777)
-            self._library = shutil.copy(self._library, self._folder)
+        libraries = [self._copy("libinspector.so")]
+        gate = self._gate.environment if self._gate else {}
+        if self._gate:
+            libraries.append(self._copy("libgate.so"))
+        self.environment = {
+            "INSPECTOR": str(self._place),
+            "LD_PRELOAD": ":".join(libraries),
+            "PRELOAD_IN_CHILDREN": ":".join(libraries[1:]),
+            **gate,
+        }
         return self
 
-    def __exit__(self, *_):
-        shutil.rmtree(self._folder)
+    def __exit__(self, *failure):
+        self._folder_context.__exit__(*failure)
 
-    def preload(self, environment):
-        others = environment.get("LD_PRELOAD")
-        return {
-            **environment,
-            "LD_PRELOAD": f"{self._library}:{others}" if others else str(self._library),
-            "INSPECTOR": str(self._place),
-        }
+    def _copy(self, name):
+        """LD_PRELOAD is split at blanks and colons, which the build's own path may have."""
+        module = self._modules / name
+        if not module.exists():
+            raise FileNotFoundError(f"{module} must be built")
+        return shutil.copy(module, self._folder)
 
-    def state(self, seconds):
-        """None if there is nobody to answer: not yet, or no more."""
+    def ask(self, question, seconds):
+        """The answer; None if nobody answers: not yet, or no more."""
         with socket.socket(socket.AF_UNIX) as asking:
             asking.settimeout(seconds)
             try:
                 asking.connect(str(self._place))
-                pieces = list(iter(lambda: asking.recv(1 << 16), b""))
-            except (FileNotFoundError, ConnectionError):
+                asking.sendall(question.encode())
+                asking.shutdown(socket.SHUT_WR)
+                answer = b"".join(iter(lambda: asking.recv(1 << 16), b""))
+            except (FileNotFoundError, ConnectionError, OSError) as error:
+                if isinstance(error, TimeoutError):
+                    raise
                 return None
-        answer = json.loads(b"".join(pieces) or b"{}")
+        return json.loads(answer) if answer else None
+
+    def state(self, seconds):
+        answer = self.ask("", seconds)
         return State(answer) if answer else None
 
 
-def installed_module(bundle, name):
-    """A module of the tests, from the build that the application comes from."""
-    module = bundle.parent / "tests/end_to_end" / name
-    if not module.exists():
-        raise FileNotFoundError(f"{module} must be built")
-    return module
-
-
-class Part:
-    """Something on the screen. Its attributes are those that inspector.mm tells."""
+class View:
+    """A page or a sheet, as description.mm tells of it."""
 
     def __init__(self, described):
-        self._described = described
-
-    def __getattr__(self, name):
-        try:
-            return self._described[name]
-        except KeyError:
-            raise AttributeError(name) from None
-
-    @property
-    def area(self):
-        """Counted from the upper left corner of the window's content."""
-        return Rectangle(*map(round, self.frame))
-
-
-class View(Part):
-    """A page, a sheet's box or its accessory."""
-
-    @property
-    def texts(self):
-        """What there is to read, line by line from the top, each from the left."""
-        places = [(piece["frame"][1], piece["frame"][0], piece["text"]) for piece in self._texts]
-        return [text for _, _, text in sorted(places)]
-
-    @property
-    def _texts(self):
-        return self._described["texts"]
-
-    @property
-    def controls(self):
-        return [Part(control) for control in self._described["controls"]]
-
-    @property
-    def indicators(self):
-        return [Part(indicator) for indicator in self._described["indicators"]]
-
-    @property
-    def documents(self):
-        return [Part(document) for document in self._described["documents"]]
+        parts = {kind: [SimpleNamespace(**part) for part in described[kind]] for kind in described}
+        self.__dict__.update(parts)
+        self.texts.sort(key=lambda text: (text.frame[1], text.frame[0]))
 
     def control(self, title):
         (found,) = [control for control in self.controls if control.title == title]
@@ -111,54 +82,71 @@ class View(Part):
                 return control
         return None
 
-
-class Sheet(Part):
     @property
-    def shown(self):
-        return View(self._described["shown"])
+    def turns(self):
+        return any(indicator.turning and not indicator.hidden for indicator in self.indicators)
 
     @property
-    def buttons(self):
-        return [Part(button) for button in self._described["buttons"]]
-
-    @property
-    def box(self):
-        described = self._described["box"]
-        return Part(described) if described else None
-
-    @property
-    def accessory(self):
-        described = self._described["accessory"]
-        return View(described) if described else None
+    def lines(self):
+        """All that can be seen of it, but the pixels."""
+        return [
+            *(text.text for text in self.texts),
+            *map(_line_of_control, self.controls),
+            *map(_line_of_indicator, self.indicators),
+        ]
 
 
-class State(View):
-    """The whole window. What is in `texts`, `controls` and so on is on the page."""
+def _line_of_control(control):
+    tick = ("[x] " if control.ticked else "[ ] ") if control.is_box else ""
+    marks = {"Return": control.key == "\r", "disabled": not control.enabled}
+    marks.update(hidden=control.hidden, focused=control.focused)
+    told = ", ".join(mark for mark, is_so in marks.items() if is_so)
+    return f"{tick}<{control.title}>" + (f" ({told})" if told else "")
+
+
+def _line_of_indicator(indicator):
+    kind = "spinner" if indicator.spinner else "bar"
+    turning = "turning" if indicator.turning else "still"
+    size = " x ".join(f"{length:g}" for length in indicator.frame[2:])
+    return f"{kind} {size} ({turning}{', hidden' if indicator.hidden else ''})"
+
+
+class State:
+    """The whole window."""
+
+    def __init__(self, described):
+        self.page_view = View(described.pop("page"))
+        self.sheets = described.pop("sheets")
+        for sheet in self.sheets:
+            sheet["shown"] = View(sheet["shown"])
+        self.__dict__.update(described)
 
     @property
     def page(self):
         """Its title."""
-        texts = self.texts
-        return texts[0] if texts else None
-
-    @property
-    def sheets(self):
-        return [Sheet(sheet) for sheet in self._described["sheets"]]
-
-    @property
-    def sheet(self):
-        """The uppermost."""
-        sheets = self.sheets
-        return sheets[-1] if sheets else None
+        texts = self.page_view.texts
+        return texts[0].text if texts else None
 
     @property
     def place(self):
         """Where a person is: the uppermost sheet, by its message, or else the page."""
-        return self.sheet.message if self.sheet else self.page
+        return self.sheets[-1]["message"] if self.sheets else self.page
 
     @property
-    def pressable(self):
-        """The button that Return presses, in the uppermost sheet or else on the page."""
-        if self.sheet:
-            return self.sheet.shown.default
-        return self.default
+    def view(self):
+        """What can be pressed there."""
+        return self.sheets[-1]["shown"] if self.sheets else self.page_view
+
+    @property
+    def steps(self):
+        """The sidebar's rows; the mark of a step that is done counts as a check mark."""
+        rows = {}
+        for part in filter(lambda part: part["text"], self.sidebar):
+            _, y, _, height = part["frame"]
+            rows.setdefault(y + height / 2, []).append(part)
+        told = []
+        for _, parts in sorted(rows.items()):
+            parts.sort(key=lambda part: part["frame"][0])
+            texts = [re.sub("NSMenuOnState.*", "✓", part["text"]) for part in parts]
+            told.append(" ".join(texts) + (" (bold)" if parts[-1]["bold"] else ""))
+        return told

@@ -1,40 +1,50 @@
-"""The installer in its real window: what it shows is read, what is pressed is really pressed."""
+"""The installer in its real window: what it shows is read from inside, what is pressed may be
+pressed from inside, as VoiceOver does, or by the real mouse and keyboard."""
 
-from application import STILL_PICTURES, Application
-from descriptions import FINISH
+import time
+
+from application import Application
+from display import Rectangle
 from inspector import Inspector
-from picture import Rectangle
+from pages import FINISH, INSTALLATION, WAY
 from waiting import PATIENCE, TimedOut
 
+# A press counts if it comes so many seconds after what it presses was drawn, and after the press
+# before it; a little more than the installer asks for.
+DELIBERATE = 0.6
+# How often the same picture is seen before it counts as still.
+STILL_PICTURES = 4
 # Of the window's content.
 SIZE = [720, 480]
 
 
 class Installer(Application):
-    def __init__(self, display, bundle, *arguments, built=None, **options):
-        """`built` is where the build has put the bundle, if this one is a copy of it."""
-        super().__init__(display, bundle, *arguments, **options)
-        self._built = built or self.bundle
-        self._placed = None
+    def __init__(self, display, bundle, stage, arguments=None, *, build=None, gate=None, **options):
+        """`build` is the folder in which the bundle was built, if it lies elsewhere now."""
+        super().__init__(display, bundle, stage, arguments, **options)
+        self._inspector = Inspector(build or self.bundle.parent, gate)
+        self._placed, self._shown, self._since = None, None, 0.0
 
     def __enter__(self):
-        self._inspector = Inspector(self._built, for_everybody=self._user is not None)
-        self._environment = self._inspector.__enter__().preload(self._environment)
-        self._clicks = 0
+        self.environment.update(self._inspector.__enter__().environment)
         return super().__enter__()
 
     def __exit__(self, *failure):
         super().__exit__(*failure)
-        self._inspector.__exit__()
+        self._inspector.__exit__(*failure)
 
     # What it shows
 
     def state(self, seconds=PATIENCE):
-        """What the window shows, as soon as the installer waits; None once it has ended."""
+        """What the window shows, as soon as the main thread waits; None once it has ended."""
         try:
-            return self._inspector.state(seconds)
+            state = self._inspector.state(seconds)
         except TimeoutError:
             raise TimedOut(f"it did not answer in {seconds:g} seconds\n{self.output}") from None
+        shown = state and (state.visible, state.page, len(state.sheets))
+        if shown != self._shown:
+            self._shown, self._since = shown, time.monotonic()
+        return state
 
     def wait_for_state(self, accepts, what, seconds=PATIENCE):
         """Returns the first state that `accepts` accepts."""
@@ -51,27 +61,28 @@ class Installer(Application):
         except TimedOut as late:
             raise TimedOut(f"{late}\nit shows {last and last.place}") from None
 
-    def wait_for_page(self, title, seconds=PATIENCE):
-        """Waits until a page can be used, with no sheet over it."""
+    def wait_for(self, place, seconds=PATIENCE):
+        """Waits until it rests at a place: a page without a sheet, or a sheet by its message."""
         return self.wait_for_state(
-            lambda state: state.visible and state.page == title and not state.sheets,
-            f"the page {title!r}",
-            seconds,
+            lambda state: rests(state) and state.place == place, place, seconds
         )
 
-    def wait_for_sheet(self, message):
-        """Waits until a sheet with this message is the uppermost; returns it."""
-        state = self.wait_for_state(
-            lambda state: state.sheet and state.sheet.message == message, f"the sheet {message!r}"
-        )
-        return state.sheet
+    def is_at(self, place):
+        """Whether it rests there now; fails neither while it works nor after its end."""
+        try:
+            state = self._inspector.state(0.01)
+        except TimeoutError:
+            return False
+        return bool(state and rests(state) and state.place == place)
 
-    def wait_until_active(self):
-        """Until the window manager gives it the keys."""
-        return self.wait_for_state(
-            lambda state: state.key and self.display.active_window() == state.window,
-            "the window to be active",
-        )
+    def wait_for_button(self, title):
+        """Waits until it rests and the uppermost sheet, or else the page, has such a button."""
+
+        def has_button(state):
+            titles = [control.title for control in state.view.controls if control.enabled]
+            return rests(state) and title in titles
+
+        return self.wait_for_state(has_button, f"a button {title!r} to press")
 
     @property
     def content(self):
@@ -102,88 +113,129 @@ class Installer(Application):
         self.wait_for_state(settled, "the window to have its menu")
         return last
 
-    def wait_until_placed(self):
-        """Until the window and what is in it have found their places."""
-        return self.content
+    def wait_until_active(self):
+        """Waits until the window manager gives it the keys."""
+        return self.wait_for_state(
+            lambda state: state.key and self.display.active_window() == state.window,
+            "the window to be active",
+        )
 
     def picture(self):
         """Of the window's content when it stands still, whatever turns in it."""
         content, state = self.content, self.state()
-        indicators = state.indicators
-        for sheet in state.sheets:
-            indicators += sheet.shown.indicators
-        last, still = None, 0
+        views = [state.page_view, *(sheet["shown"] for sheet in state.sheets)]
+        moving = [area_of(indicator) for view in views for indicator in view.indicators]
+        last, seen = None, 0
 
-        def stands_still():
-            nonlocal last, still
+        def still_picture():
+            nonlocal last, seen
             now = self.display.picture(content)
-            blanked = now.without([indicator.area for indicator in indicators])
-            last, still = blanked, still + 1 if blanked == last else 0
-            return now if still >= STILL_PICTURES else None
+            blanked = now.copy()
+            for area in moving:
+                blanked.paste("white", area.box)
+            last, seen = blanked, seen + 1 if blanked == last else 0
+            return now if seen >= STILL_PICTURES else None
 
-        return self.wait(stands_still, "a still picture")
+        return self.wait(still_picture, "a still picture")
 
-    # What a person does
+    # Presses as VoiceOver makes them, which have no event and so always count
 
-    def click(self, part):
-        """Presses and releases the mouse on a control, a little aside from where it did last.
+    def perform(self, title, at=None):
+        """Presses the button or box with this title as soon as it can be pressed."""
+        if at:
+            self.wait_for(at)
+        self.wait_for_button(title)
+        assert self._inspector.ask(title, PATIENCE) == {"pressed": True}, title
 
-        Two clicks on one place, short after one another, are a double click.
-        """
-        self.press_mouse_on(part)
-        self.display.release_mouse()
+    def go_to(self, title):
+        """Walks from the first page to this one, whatever sheet it shows then."""
+        self._leave_pages_before(title)
+        return self.wait_for_state(lambda state: rests(state) and state.page == title, title)
 
-    def press_mouse_on(self, part):
-        self.display.press_mouse(*self._next_place_on(part))
+    def begin_installation(self):
+        """Walks from the first page to the installation; does not wait for what comes of it."""
+        self._leave_pages_before(INSTALLATION)
 
-    def click_quickly(self, part, times):
-        """A multiple click."""
-        place = self._next_place_on(part)
-        for _ in range(times):
-            self.display.press_mouse(*place)
-            self.display.release_mouse()
+    def _leave_pages_before(self, title):
+        for page in WAY[: [page.title for page in WAY].index(title)]:
+            if page.button:
+                self.perform(page.button, at=page.title)
 
-    def _next_place_on(self, part):
-        area, content, self._clicks = part.area, self.content, self._clicks + 1
-        aside = area.width * (1 + self._clicks % 4) // 6
-        return content.x + area.x + aside, content.y + area.center[1]
+    def finish(self):
+        """Leaves the last page; waits for the end."""
+        self.perform(WAY[-1].button, at=FINISH)
+        self.expect_end()
 
-    def press(self, title):
-        """Clicks the button or box with this title, in the uppermost sheet or else on the page."""
-        state = self._wait_until_pressable()
-        self.click((state.sheet.shown if state.sheet else state).control(title))
+    def walk_to_the_end(self, before=None, seconds=PATIENCE):
+        """Presses the default button of all that comes up until it has ended.
 
-    def _wait_until_pressable(self):
-        """In a window without the keys a click only gives it the keys."""
-        self.wait_until_placed()
-        return self.wait_until_active()
+        `before` are actions by the place in whose turn they come, before its button is pressed."""
+        place = None
+        while state := self._next_choice(place, seconds):
+            place = state.place
+            if before and place in before:
+                before[place]()
+                state = self.wait_for_state(
+                    lambda state: state.place == place and state.view.default, "a button"
+                )
+            self.perform(state.view.default.title)
+        self.expect_end()
+
+    def _next_choice(self, place, seconds):
+        """Waits for something to press elsewhere; None if it ended instead."""
+
+        def choice():
+            if self.process.poll() is not None:
+                return [None]
+            state = self.state(seconds)
+            is_choice = state and rests(state) and state.place != place and state.view.default
+            return [state] if is_choice else []
+
+        (found,) = self.wait(choice, f"what comes after {place}", seconds)
+        return found
+
+    def expect_end(self):
+        status = self.wait_for_end()
+        assert status == 0, f"the installer ended with {status}\n{self.output}"
+
+    # Presses of the real mouse and the real keyboard
+
+    def wait_to_press(self):
+        """Waits until a press would begin a series of its own on what is shown."""
+        self.wait_for_state(rests, "it to rest")
+        self.content  # The menu's coming moves everything.
+        state = self.wait_until_active()
+        counts = max(self._since, self.display.last_press) + DELIBERATE
+        time.sleep(max(0.0, counts - time.monotonic()))
+        return state
+
+    def place_of(self, control):
+        content, area = self.content, area_of(control)
+        return content.x + area.x + area.width // 2, content.y + area.y + area.height // 2
+
+    def click(self, title):
+        """Clicks a button or box in the uppermost sheet or else on the page."""
+        self.wait_for_button(title)
+        state = self.wait_to_press()
+        self.display.click(*self.place_of(state.view.control(title)))
 
     def hold_down(self, title):
-        """Presses the mouse on a button of the page and waits until it shows that."""
-        self.press_mouse_on(self._wait_until_pressable().control(title))
-        self.wait_for_state(lambda state: state.control(title).pressed, f"{title!r} to be pressed")
+        """Presses the mouse on a button and waits until the button shows it."""
+        state = self.wait_to_press()
+        self.display.press_mouse(*self.place_of(state.view.control(title)))
+        self.wait_for_state(lambda state: state.view.control(title).pressed, f"a pressed {title!r}")
 
     def key(self, *names):
-        self.wait_until_active()
-        self.display.key(*names)
+        for name in names:
+            self.wait_to_press()
+            self.display.key(name)
 
-    def wait_for_tick(self, title, ticked):
-        def as_wanted(state):
-            view = state.sheet.shown if state.sheet else state
-            return view.control(title).state == ticked
 
-        return self.wait_for_state(as_wanted, f"{title!r} to be {'on' if ticked else 'off'}")
+def rests(state):
+    """Whether the main thread waits for nothing but events, in a visible window."""
+    return state.visible and not state.working
 
-    def wait_for_choice(self, place):
-        """Waits until something can be pressed at this place, as `State.place` names it."""
-        self.wait_until_placed()
-        return self.wait_for_state(
-            lambda state: state.place == place and state.pressable, f"a button at {place}"
-        )
 
-    def finish(self, seconds=PATIENCE):
-        """Waits for the last page and presses its button."""
-        self.wait_for_page(FINISH, seconds)
-        self.press("Finish")
-        status = self.wait_for_end()
-        assert status == 0, f"the installer ended with {status}"
+def area_of(part):
+    """Counted from the upper left corner of the window's content."""
+    return Rectangle(*map(round, part.frame))

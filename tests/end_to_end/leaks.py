@@ -7,13 +7,14 @@ tests/support/leaks.supp, is theirs.
 """
 
 import argparse
+import os
 import re
+import shutil
 import sys
-import tempfile
 from pathlib import Path
 
+import folders
 import stage as stages
-from descriptions import WELCOME
 from display import Display
 from gate import Gate
 from installer import Installer
@@ -45,16 +46,13 @@ def is_ours(frames, frameworks):
 
 
 def take_tour(executable, folder):
+    """What the installer wrote, the sanitizer's report at its end included."""
     stage = stages.make(folder / "stage", previous=True, unmounted=True)
-    environment = {
-        "ASAN_OPTIONS": SANITIZER,
-        "LSAN_OPTIONS": "exitcode=0:max_leaks=0",
-    }
-    gate = Gate(folder / "gate", executable.parent)
-    environment.update(gate.environment)
+    environment = {"ASAN_OPTIONS": SANITIZER, "LSAN_OPTIONS": "exitcode=0:max_leaks=0"}
+    gate = Gate(folder / "gate", stage)
+    options = {"environment": environment, "gate": gate}
     with Display() as display:
-        with Installer(display, executable.parent, stage, environment=environment) as installer:
-            installer.wait_for_page(WELCOME)
+        with Installer(display, executable.parent, stage, **options) as installer:
             Tour(installer, gate, previous=True).walk()
             return installer.output
 
@@ -63,9 +61,13 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("executable", type=Path, help="the installer, built with the sanitizer")
     options = parser.parse_args()
+    symbolizer = os.environ.get("ASAN_SYMBOLIZER_PATH") or shutil.which("llvm-symbolizer")
+    if not symbolizer:
+        sys.exit("The sanitizer needs llvm-symbolizer (Debian's package llvm) to name functions.")
+    os.environ["PATH"] += f":{Path(symbolizer).parent}"
     frameworks = re.findall(r"^leak:(.+)$", FRAMEWORKS.read_text(), re.MULTILINE)
-    with tempfile.TemporaryDirectory(prefix="morvella-leaks-") as folder:
-        report = take_tour(options.executable.resolve(), Path(folder).resolve())
+    with folders.temporary_folder("leaks") as folder:
+        report = take_tour(options.executable.resolve(), folder)
     found = list(leaks(report))
     if not found:
         sys.exit("The sanitizer reported nothing at all, not even what the frameworks lose.")

@@ -1,7 +1,12 @@
-"""What every end-to-end test starts from: a folder of its own, stages, bundles and installers."""
+"""What the end-to-end tests start from, and runs in which something goes wrong."""
 
+import configparser
+import contextlib
+import os
 import shutil
-import zipfile
+import stat
+import urllib.parse
+from pathlib import Path
 
 import pytest
 
@@ -9,111 +14,135 @@ import expectations
 import folders
 import snapshot
 import stage as stages
-from descriptions import (
-    FINISH,
-    LICENCE,
-    SETTINGS,
-    WELCOME,
-    critical_sheet,
-    whole_sheet,
-)
+from gate import Gate
 from installer import Installer
-from walking import await_choice
+from waiting import PATIENCE
 
 
 class Scenario:
-    @pytest.fixture(autouse=True)
-    def prepare(self, display, bundle, evidence):
-        self.display, self.bundle, self.built, self.evidence = display, bundle, bundle, evidence
-        with folders.temporary_folder("test") as self.folder:
-            yield
+    # For one step of a run to its end, in seconds.
+    patience = PATIENCE
 
-    # What a test starts from
+    @pytest.fixture(autouse=True)
+    def prepare(self, display, build, evidence):
+        self.display, self.build, self.evidence = display, build, evidence
+        with folders.temporary_folder("test") as self.folder:
+            self.bundle = build / "Morvella Installer.app"
+            yield
 
     def make_stage(self, name="stage", **options):
         return stages.make(self.folder / name, **options)
 
     def copy_bundle(self, *, without=()):
-        """A copy of the application that a test may change, without some of its resources."""
+        """Makes a copy of the application the one to test, without some of its resources."""
         copy = self.folder / self.bundle.name
         shutil.copytree(self.bundle, copy, symlinks=True)
         for resource in without:
             (copy / "Resources" / resource).unlink()
-        return copy
+        self.bundle = copy
+        return copy / "Resources"
 
-    def remove_from_archive(self, archive, top):
-        """Writes the zip file anew without the item `top` and what is in it."""
-        old = archive.rename(archive.with_suffix(".old"))
-        with zipfile.ZipFile(old) as source, zipfile.ZipFile(archive, "w") as target:
-            for entry in source.infolist():
-                if entry.filename.rstrip("/") != top and not entry.filename.startswith(f"{top}/"):
-                    target.writestr(entry, source.read(entry))
-        old.unlink()
+    def replace_archiver(self, script):
+        """In a copy of the application a shell runs `script` instead; `real` is the archiver."""
+        self.copy_bundle()
+        archiver = self.bundle / "Helpers/ditto"
+        real = archiver.rename(archiver.with_name("real-ditto"))
+        archiver.write_text(f"#!/bin/bash\nreal() {{ '{real}' \"$@\"; }}\n{script}\n")
+        archiver.chmod(0o755)
 
-    def ordinary_user(self, stage):
-        """A user whom permissions hold back, who owns the stage."""
-        return folders.ordinary_user(stage.root)
+    def launch(self, stage, arguments=None, **options):
+        options = {"build": self.build, "evidence": self.evidence, **options}
+        return Installer(self.display, self.bundle, stage, arguments, **options)
 
-    def launch(self, stage, arguments=None, *, bundle=None, **options):
-        options.setdefault("evidence", self.evidence)
-        return Installer(
-            self.display, bundle or self.bundle, stage, arguments, built=self.built, **options
+    def hold(self, stage):
+        """A gate for `launch`, which holds the installation's first change."""
+        return Gate(self.folder / "gate", stage)
+
+    def run(self, stage, *, criticals=(), log=(), before=None, elsewhere=False, **options):
+        """Presses the default button of all that comes up, until the installer has ended.
+
+        `criticals` are the critical sheets, in order; `log` are lines of the log, among others;
+        `before` are actions by the place whose button they come before. Nothing may change but
+        what belongs to the installer, unless something is done `elsewhere`. Returns the whole log.
+        """
+        untouched = contextlib.nullcontext() if elsewhere else self.untouched_elsewhere(stage)
+        with untouched, self.launch(stage, **options) as installer:
+            installer.walk_to_the_end(before, self.patience)
+            lines = installer.log
+        assert expectations.criticals(lines) == list(criticals)
+        expectations.expect_log(lines, log)
+        return lines
+
+    @contextlib.contextmanager
+    def untouched_elsewhere(self, stage):
+        """Nothing changes but what the installer is there to change: no name, content or mode."""
+        before = _with_modes(stage)
+        yield
+        after = _with_modes(stage)
+        new = set(stage.trash.relative_to(stage.root).parents) - before.keys()
+        expectations.expect_same(
+            _without_own_places(before, stage),
+            _without_own_places(after, stage, new),
+            "what the installer must not touch",
         )
-
-    # What a test does
-
-    def go_to_licence(self, installer):
-        installer.wait_for_page(WELCOME)
-        installer.press("Next")
-        return installer.wait_for_page(LICENCE)
-
-    def go_to_settings(self, installer):
-        """Whatever sheet the page may show then."""
-        self.go_to_licence(installer)
-        installer.press("Accept")
-        return installer.wait_for_state(lambda state: state.page == SETTINGS, "the settings page")
-
-    def begin_installation(self, installer):
-        """Leaves the settings page; what comes next is the caller's to wait for."""
-        self.go_to_settings(installer)
-        installer.wait_for_choice(SETTINGS)
-        installer.press("Next")
-
-    def install(self, installer):
-        """Walks to the last page."""
-        self.begin_installation(installer)
-        return installer.wait_for_page(FINISH)
-
-    def leave(self, installer):
-        """Presses the last page's button."""
-        installer.press("Finish")
-        self.expect_end(installer)
-
-    def quit_critical_sheet(self, installer, message):
-        """Waits for the sheet and presses its only button."""
-        assert whole_sheet(installer.wait_for_sheet(message)) == critical_sheet(message)
-        assert expectations.critical(message) in installer.log
-        installer.press("Quit")
-        self.expect_end(installer)
-
-    def quit_any_sheet(self, installer):
-        """Waits for a critical sheet about the installation, and presses its only button."""
-        installer.wait_for_line(expectations.HIDING)
-        state = await_choice(installer, None)
-        assert whole_sheet(state.sheet) == critical_sheet(state.sheet.message)
-        installer.press("Quit")
-        self.expect_end(installer)
-
-    # What a test expects
-
-    def expect_end(self, installer):
-        assert installer.wait_for_end() == 0
-
-    def expect_log(self, installer, *lines):
-        expectations.expect_log(installer, list(lines))
 
     def snapshot(self, stage):
         return snapshot.of_folder(stage.root)
 
-    def expect_untouched(self, stage, before):
-        expectations.expect_untouched(stage, before)
+
+def expect_nothing_lost(stage, before):
+    assert lost(stage, before) == [], "lost files"
+
+
+def lost(stage, before):
+    """The files of the snapshot `before` that are kept nowhere."""
+    places = _kept(stage)
+    files = {path: item for path, item in before.items() if item != snapshot.FOLDER}
+    return [str(path) for path, item in files.items() if (path, item) not in places]
+
+
+def _with_modes(stage):
+    """A snapshot of the whole stage that tells permissions too."""
+    return {
+        path: f"{item} {stat.S_IMODE((stage.root / path).lstat().st_mode):o}"
+        for path, item in snapshot.of_folder(stage.root).items()
+    }
+
+
+def _without_own_places(items, stage, new=()):
+    """The snapshot without the installer's own places and without the `new` paths themselves."""
+    places = [stage.destination, stage.utilities, stage.shared_data, stage.documents / "Morvella"]
+    places += [stage.trash, stage.root / "opened-documents.txt"]
+    for place in places:
+        items = snapshot.without(items, place.relative_to(stage.root))
+    return {
+        path: item
+        for path, item in items.items()
+        if path not in new
+        and not expectations.BACKUP_NAME.fullmatch(path.name)
+        and not (path.suffix == ".ttf" and stage.root / path.parent == stage.fonts)
+    }
+
+
+def _kept(stage):
+    """{(path, what is there)} of everything on the stage, in the Trash and in the backups.
+
+    What is in the Trash or in a backup counts at the path from which it came.
+    """
+    places = set(snapshot.of_folder(stage.root).items())
+    for information in (stage.trash / "info").glob("*.trashinfo"):
+        parser = configparser.ConfigParser(interpolation=None)
+        parser.read(information, encoding="utf-8")
+        if not parser.sections():
+            continue  # Killed before it was written, and so before anything moved.
+        origin = Path(urllib.parse.unquote(parser["Trash Info"]["Path"])).relative_to(stage.root)
+        trashed = stage.trash / "files" / information.stem
+        if trashed.is_dir() and not trashed.is_symlink():
+            found = snapshot.of_folder(trashed).items()
+            places |= {(origin / path, item) for path, item in found}
+        elif os.path.lexists(trashed):
+            places.add((origin, snapshot.of_folder(trashed.parent)[Path(trashed.name)]))
+    library = stage.user_library.relative_to(stage.root)
+    for backup in expectations.backups(stage):
+        places |= {(library / path, item) for path, item in snapshot.of_archive(backup).items()}
+    return places

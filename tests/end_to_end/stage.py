@@ -141,6 +141,14 @@ class Stage:
         return self.home / "Downloads" / self.names.kit
 
     @property
+    def places(self):
+        """All that an installation changes, the Trash included."""
+        documents = self.documents / "Morvella"
+        trash = self.home / ".local"
+        places = [self.user_library, self.applications, self.shared, self.fonts, documents, trash]
+        return [*places, self.volume]
+
+    @property
     def demo_set(self):
         return self.kit / DEMO_SET
 
@@ -179,7 +187,7 @@ def make(root, *, previous=False, obstructed=False, unmounted=False, demo=True, 
     if previous:
         _make_previous_installation(stage)
     if obstructed:
-        _write(stage.destination, "a file of the user's own\n")
+        stage.destination.symlink_to("Morvella of Another Disk")
     if unmounted:
         stage.volume.rename(stage.unmounted_volume)
     return stage
@@ -195,7 +203,7 @@ def add_options(parser):
     parser.add_argument(
         "--obstructed",
         action="store_true",
-        help="a file stands where the suite's folder will be; no backup can be made of it",
+        help="a link to nothing stands where the suite's folder will be; it cannot be backed up",
     )
     parser.add_argument(
         "--unmounted", action="store_true", help="the User Library's volume is not mounted"

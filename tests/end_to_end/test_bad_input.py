@@ -2,140 +2,121 @@ import plistlib
 
 import pytest
 
-from expectations import critical, demo_line, live_line, start_lines
-from messages import NO_LIVE_SET, NO_USER_LIBRARY
+from expectations import expect_log, expect_untouched, start_lines
+from pages import FINISH, NO_LIVE_SET, NO_USER_LIBRARY, SETTINGS
 from scenario import Scenario
 
 MEBIBYTE = 1 << 20
+ELSEWHERE = b'<ProjectName Value="Elsewhere" />\n'
+NO_EXECUTABLE = "Couldn't get executable"
+STATUS_1 = "couldn't get usrlib info, status:1"
+STATUS_4 = "couldn't get usrlib info, status:4"
 
 
-class TestBadLiveApplication(Scenario):
-    """What the argument "liveapp" may be, or may name, instead of a Live application."""
-
-    def expect_no_user_library(self, live, reason, stage=None):
-        stage = stage or self.make_stage()
+class TestArguments(Scenario):
+    @pytest.mark.parametrize("has_kit", [True, False])
+    def test_without_the_live_application(self, has_kit):
+        stage = self.make_stage()
+        arguments = ["-app", f"{stage.kit}/"] if has_kit else []
         before = self.snapshot(stage)
-        arguments = ["-liveapp", str(live), "-app", f"{stage.kit}/"]
-        with self.launch(stage, arguments) as installer:
-            self.go_to_settings(installer)
-            self.quit_critical_sheet(installer, NO_USER_LIBRARY)
-            self.expect_log(
-                installer, demo_line(stage), live_line(live), reason, critical(NO_USER_LIBRARY)
-            )
-        self.expect_untouched(stage, before)
+        self.run(stage, criticals=[NO_LIVE_SET], arguments=arguments)
+        expect_untouched(stage, before)
 
-    def test_missing_argument(self):
+    @pytest.mark.parametrize(
+        ("live", "reason"),
+        [
+            ("", NO_EXECUTABLE),
+            ("/", NO_EXECUTABLE),
+            ("{applications}/Live 10 Lite.app/Contents/MacOS/Live", STATUS_1),
+            ("{documents}", STATUS_1),
+        ],
+    )
+    def test_live_application_that_is_none(self, live, reason):
         stage = self.make_stage()
-        with self.launch(stage, ["-app", f"{stage.kit}/"]) as installer:
-            self.quit_critical_sheet(installer, NO_LIVE_SET)
-            self.expect_log(installer, demo_line(stage), critical(NO_LIVE_SET))
+        live = live.format(applications=stage.applications, documents=stage.documents)
+        arguments = ["-liveapp", live, "-app", f"{stage.kit}/"]
+        before = self.snapshot(stage)
+        log = [*start_lines(stage, live), reason]
+        self.run(stage, criticals=[NO_USER_LIBRARY], log=log, arguments=arguments)
+        expect_untouched(stage, before)
 
-    def test_empty(self):
-        self.expect_no_user_library("", "Couldn't get executable")
 
-    def test_single_slash(self):
-        self.expect_no_user_library("/", "Couldn't get executable")
+class TestLiveApplication(Scenario):
+    """What the Live application's own information may hold."""
 
-    def test_application_that_is_not_there(self):
-        stage = self.make_stage()
-        live = stage.applications / "Live 10 Lite.app/Contents/MacOS/Live"
-        self.expect_no_user_library(live, "couldn't get usrlib info, status:1", stage)
-
-    def test_folder_that_is_not_an_application(self):
-        stage = self.make_stage()
-        self.expect_no_user_library(stage.documents, "couldn't get usrlib info, status:1", stage)
-
-    def expect_unknown_version(self, stage):
-        self.expect_no_user_library(
-            stage.live_executable, "couldn't get usrlib info, status:1", stage
-        )
-
-    def test_application_without_a_version(self):
-        stage = self.make_stage()
-        information = stage.live_app / "Contents/Info.plist"
-        information.write_bytes(plistlib.dumps({"CFBundleName": "Live"}))
-        self.expect_unknown_version(stage)
-
-    def test_application_whose_version_is_not_a_text(self):
+    @pytest.mark.parametrize(
+        "content",
+        [
+            pytest.param(plistlib.dumps({"CFBundleName": "Live"}), id="no version"),
+            pytest.param(plistlib.dumps({"CFBundleVersion": ["11.3.4"]}), id="a list of versions"),
+            pytest.param(plistlib.dumps({"CFBundleName": 200 * "x"})[:200], id="half a list"),
+            pytest.param(bytes(range(256)) * 8, id="no list"),
+            pytest.param(None, id="nothing"),
+        ],
+    )
+    def test_has_no_version(self, content):
         stage = self.make_stage()
         information = stage.live_app / "Contents/Info.plist"
-        information.write_bytes(plistlib.dumps({"CFBundleVersion": ["11.3.4"]}))
-        self.expect_unknown_version(stage)
-
-    def test_application_with_damaged_information(self):
-        stage = self.make_stage()
-        information = stage.live_app / "Contents/Info.plist"
-        information.write_bytes(information.read_bytes()[:200])
-        self.expect_unknown_version(stage)
-
-    def test_application_with_information_that_is_not_a_list(self):
-        stage = self.make_stage()
-        (stage.live_app / "Contents/Info.plist").write_bytes(bytes(range(256)) * 8)
-        self.expect_unknown_version(stage)
-
-    def test_application_without_information(self):
-        stage = self.make_stage()
-        (stage.live_app / "Contents/Info.plist").unlink()
-        self.expect_unknown_version(stage)
+        information.unlink()
+        if content:
+            information.write_bytes(content)
+        before = self.snapshot(stage)
+        self.run(stage, criticals=[NO_USER_LIBRARY], log=[STATUS_1])
+        expect_untouched(stage, before)
 
 
-class TestBadLibraryCfg(Scenario):
-    def expect_status_4(self, stage):
+class TestLibraryCfg(Scenario):
+    def expect_no_user_library(self, stage, reason=STATUS_4):
         before = self.snapshot(stage)
         with self.launch(stage) as installer:
-            self.go_to_settings(installer)
-            self.quit_critical_sheet(installer, NO_USER_LIBRARY)
-            self.expect_log(
-                installer,
-                *start_lines(stage),
-                "couldn't get usrlib info, status:4",
-                critical(NO_USER_LIBRARY),
-            )
-        self.expect_untouched(stage, before)
+            installer.go_to(SETTINGS)
+            installer.perform("Quit", at=NO_USER_LIBRARY)
+            installer.expect_end()
+            expect_log(installer.log, [reason])
+        expect_untouched(stage, before)
 
-    def with_content(self, content):
+    def test_is_missing(self):
+        stage = self.make_stage()
+        stage.library_cfg.unlink()
+        self.expect_no_user_library(stage, STATUS_1)
+
+    @pytest.mark.parametrize(
+        "content",
+        [
+            pytest.param(b"", id="empty"),
+            pytest.param(bytes(range(256)) * 4096, id="binary"),
+            pytest.param(ELSEWHERE * (50 * MEBIBYTE // len(ELSEWHERE)), id="large"),
+        ],
+    )
+    def test_has_no_entry(self, content):
         stage = self.make_stage()
         stage.library_cfg.write_bytes(content)
-        return stage
+        self.expect_no_user_library(stage)
 
-    def test_empty(self):
-        self.expect_status_4(self.with_content(b""))
-
-    def test_binary(self):
-        self.expect_status_4(self.with_content(bytes(range(256)) * 4096))
-
-    def test_not_utf_8(self):
+    @pytest.mark.parametrize(
+        "change",
+        [
+            pytest.param(lambda old: old + "<!-- Köln -->\n".encode("latin-1"), id="not UTF-8"),
+            pytest.param(lambda old: old.replace(b"UserLibrary>", b"Other>"), id="other projects"),
+        ],
+    )
+    def test_has_no_entry_that_counts(self, change):
         stage = self.make_stage()
-        content = stage.library_cfg.read_bytes()
-        stage.library_cfg.write_bytes(content + "<!-- Köln -->\n".encode("latin-1"))
-        self.expect_status_4(stage)
+        stage.library_cfg.write_bytes(change(stage.library_cfg.read_bytes()))
+        self.expect_no_user_library(stage)
 
-    def test_folder(self):
+    def test_is_a_folder(self):
         stage = self.make_stage()
         stage.library_cfg.unlink()
         stage.library_cfg.mkdir()
-        self.expect_status_4(stage)
+        self.expect_no_user_library(stage)
 
-    def test_only_entries_of_other_projects(self):
-        stage = self.make_stage()
-        content = stage.library_cfg.read_text(encoding="utf-8")
-        stage.library_cfg.write_text(content.replace("UserLibrary>", "OtherLibrary>"))
-        self.expect_status_4(stage)
-
-    @pytest.mark.slow
-    def test_200_megabytes_without_an_entry(self):
-        line = b'<ProjectName Value="Elsewhere" />\n'
-        self.expect_status_4(self.with_content(line * (200 * MEBIBYTE // len(line))))
-
-    @pytest.mark.slow
-    def test_200_megabytes_before_the_entry(self):
+    def test_has_its_entry_behind_50_megabytes(self):
         stage = self.make_stage()
         content = stage.library_cfg.read_bytes()
-        line = b'<ProjectName Value="Elsewhere" />\n'
-        with open(stage.library_cfg, "wb") as file:
-            file.write(line * (200 * MEBIBYTE // len(line)))
-            file.write(content)
+        many = ELSEWHERE * (50 * MEBIBYTE // len(ELSEWHERE))
+        stage.library_cfg.write_bytes(many + content)
         with self.launch(stage) as installer:
-            self.install(installer)
-            self.leave(installer)
+            installer.go_to(FINISH)
+            installer.finish()
         assert (stage.destination / "Sources/Vellicor.amxd").exists()

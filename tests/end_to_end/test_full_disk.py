@@ -3,14 +3,14 @@ import subprocess
 
 import pytest
 
-import disturbed
-from expectations import HIDING, font_lines, start_lines
-from fault import Fault, backups
+from expectations import backups, failed_line, refused_line
+from pages import NO_BACKUP, NO_USER_FILES, NO_UTILITIES, NOT_INSTALLED
+from scenario import Scenario, expect_nothing_lost
 
 KIBIBYTE, MEBIBYTE = 1 << 10, 1 << 20
 
 
-class TestFullDisk(Fault):
+class TestFullDisk(Scenario):
     """The whole stage lies on a small disk of its own.
 
     Where none can be mounted, the files that the archiver writes may not grow instead: to the
@@ -31,39 +31,20 @@ class TestFullDisk(Fault):
 
     def leave_free(self, size):
         if self.mounted:
-            self.fill_disk(size)
+            with open(self.disk / "ballast", "wb") as ballast:
+                disk = os.statvfs(ballast.fileno())
+                os.posix_fallocate(ballast.fileno(), 0, disk.f_bavail * disk.f_bsize - size)
         else:
-            self.limit_archiver(size)
-
-    def fill_disk(self, size):
-        with open(self.disk / "ballast", "wb") as ballast:
-            disk = os.statvfs(ballast.fileno())
-            os.posix_fallocate(ballast.fileno(), 0, disk.f_bavail * disk.f_bsize - size)
-
-    def limit_archiver(self, size):
-        self.bundle = self.copy_bundle()
-        archiver = self.bundle / "Helpers/ditto"
-        real = archiver.rename(archiver.with_name("real-ditto"))
-        archiver.write_text(f"#!/bin/bash\nulimit -f {size // KIBIBYTE}\n'{real}' \"$@\"\n")
-        archiver.chmod(0o755)
+            self.replace_archiver(f'ulimit -f {size // KIBIBYTE}\nreal "$@"')
 
     def test_while_unpacking(self):
         stage = self.make_stage("disk/stage")
         self.leave_free(0)
-        if self.mounted:
-            fonts = disturbed.fonts_not_copied(present=())
-            # Names take no room here, so the application's folder is there to be hidden.
-            end = [HIDING]
-        else:
-            fonts = font_lines
-            end = disturbed.not_hidden(self.bundle, stage)
-        self.expect_run(
-            stage,
-            *start_lines(stage),
-            *fonts(self.bundle, stage),
-            *disturbed.archives_refused(stage),
-            *end,
-        )
+        # Names take no room on the disk, so the application's folder is there to be hidden.
+        end = [] if self.mounted else [NOT_INSTALLED]
+        fonts = ["Couldn't install fonts."] if self.mounted else []
+        log = [*fonts, refused_line("morvella.zip"), failed_line("Tressimo.zip")]
+        self.run(stage, criticals=[NO_UTILITIES, NO_USER_FILES, *end], log=log)
 
     def test_while_packing(self):
         stage = self.make_stage("disk/stage", previous=True)
@@ -71,7 +52,6 @@ class TestFullDisk(Fault):
         own.write_bytes(os.urandom(8 * MEBIBYTE))
         before = self.snapshot(stage)
         self.leave_free(4 * MEBIBYTE)
-        run = disturbed.Run(previous=disturbed.not_backed_up)
-        self.expect_run(stage, *run.log(self.bundle, stage))
-        self.expect_nothing_lost(stage, before)
+        self.run(stage, criticals=[NO_BACKUP])
+        expect_nothing_lost(stage, before)
         assert backups(stage, "*") == []

@@ -1,97 +1,77 @@
 import os
-import signal
 from pathlib import Path
 
 import pytest
 
-import changes
 import expectations
 import snapshot
-from descriptions import FINISH
-from changes import INSTALLER, PACKING, at_work, start_installation, wait_for_change
-from expectations import HIDING
-from fault import Fault, backups
-from gate import Gate
-from processes import children, run_state
+from application import descendants, has_ended, kill
+from pages import FINISH, PREVIOUS_INSTALLATION
+from scenario import Scenario, expect_nothing_lost
 from waiting import wait_until
 
-LEAST_KILLS = 60
+# Enough of the user's own that packing it takes many changes.
+OWN_FILES, OWN_SIZE = 6, 1 << 18
+# A point of the sweep kills before every so-maniest change, so all of them kill before each.
+POINTS = 60
 
 
-def pytest_generate_tests(metafunc):
-    """One point for each change."""
-    if "number" in metafunc.fixturenames:
-        known = changes.known_changes(metafunc.config.option.installer.resolve())
-        points = [
-            pytest.param(number, worker, marks=pytest.mark.sweep(worker), id=f"{number} {worker}")
-            for number, worker in enumerate(known, 1)
-        ]
-        metafunc.parametrize(("number", "worker"), points)
-
-
-class TestKilled(Fault):
+class TestKilled(Scenario):
     """The installer is killed before every single change that a run makes on the stage.
 
     Then it is run again. Nothing of the user's is lost, and the second run is complete. Where the
     archiver was at work, it is killed too every second time; otherwise it goes on to its end.
     """
 
-    def test_all_changes_are_known(self, request):
-        known = changes.known_changes(request.config.option.installer.resolve())
-        assert set(known) == {INSTALLER, PACKING, "morvella.zip", "Tressimo.zip"}
-        assert len(known) >= LEAST_KILLS
-        gate, stage = self.make_gate(), changes.make_stage(self.folder / "stage")
-        gate.open()
-        with self.launch(stage, environment=gate.environment) as installer:
-            start_installation(installer)
-            installer.wait_for_page(FINISH)
-        assert gate.arrived == len(known)
+    @pytest.mark.sweep
+    @pytest.mark.parametrize("first", range(1, POINTS + 1))
+    def test_before_change(self, first):
+        change = first
+        while self.kill_before(change):
+            change += POINTS
+        assert change > POINTS, "a run makes fewer changes than there are points"
 
-    def test_before_change(self, number, worker):
-        stage, gate = changes.make_stage(self.folder / "stage"), self.make_gate()
-        before = self.snapshot(stage)
-        gate.allow(number - 1)
-        with self.launch(stage, environment=gate.environment) as installer:
-            start_installation(installer)
-            assert wait_for_change(installer, gate, number), "the installer has finished"
-            assert at_work(installer) == worker
-            archivers = children(installer.process.pid)
+    def kill_before(self, change):
+        """Whether there are so many changes."""
+        stage = self.make_stage(f"stage {change}", previous=True, demo=False)
+        for number in range(OWN_FILES):
+            own = stage.destination / f"My Patches/Take {number}.wav"
+            own.write_bytes(os.urandom(OWN_SIZE))
+        before, gate = self.snapshot(stage), self.hold(stage)
+        gate.allow(change - 1)
+        with self.launch(stage, gate=gate) as installer:
+            installer.begin_installation()
+            installer.perform("Continue", at=PREVIOUS_INSTALLATION)
+
+            def held_or_finished():
+                # Nobody answers while it is held.
+                return gate.is_holding or installer.is_at(FINISH)
+
+            installer.wait(held_or_finished, f"change {change}", interval=0.001)
+            if not gate.is_holding:
+                return False
+            archiver = descendants(installer.process.pid)
             installer.process.kill()
             installer.process.wait()
-        end(archivers, gate, by_force=number % 2 == 0)
+        if change % 2 == 0:
+            kill(archiver)
+        gate.open()
+        wait_until(lambda: all(map(has_ended, archiver)), "the archiver to end")
         self.expect_complete_backups(stage, before)
-        self.expect_nothing_lost(stage, before)
-        self.run_again(stage)
-        self.expect_nothing_lost(stage, before)
-
-    def make_gate(self):
-        return Gate(self.folder / "gate", self.bundle)
+        expect_nothing_lost(stage, before)
+        self.run(stage)
+        expect_nothing_lost(stage, before)
+        self.expect_installed(stage)
+        return True
 
     def expect_complete_backups(self, stage, before):
         """Whatever is named like a backup holds the whole old installation."""
         old = snapshot.below(before, stage.destination.relative_to(stage.root))
-        for backup in backups(stage):
+        for backup in expectations.backups(stage):
             assert snapshot.of_archive(backup) == snapshot.placed(old, Path("Morvella"))
 
-    def run_again(self, stage):
-        log = self.run_to_the_end(stage)
-        self.expect_criticals(log)
-        assert log[-1] == HIDING
+    def expect_installed(self, stage):
         suite = snapshot.below(expectations.suite(self.bundle), Path("Morvella"))
         assert suite == snapshot.of_folder(stage.destination)
         utility = snapshot.of_archive(self.bundle / "Resources/Tressimo.zip")
         assert utility == snapshot.of_folder(stage.utilities)
-
-
-def end(archivers, gate, by_force):
-    """Kills the archiver, or lets it work to its end."""
-    if by_force:
-        for archiver in archivers:
-            os.kill(archiver, signal.SIGKILL)
-    gate.open()
-    wait_until(lambda: all(map(has_ended, archivers)), "the archiver to end")
-
-
-def has_ended(process):
-    """Nobody may have taken its status yet."""
-    return run_state(process) in ("", "Z")

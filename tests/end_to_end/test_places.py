@@ -1,96 +1,109 @@
-import re
-from pathlib import Path
+"""What stands in the places of the installation, or cannot be used of them."""
 
-import disturbed
+import re
+
+import pytest
+
 import snapshot
 from expectations import (
-    FONTS,
-    HANDLED,
-    HIDING,
-    critical,
+    expect_backup,
     expect_files,
     failed_line,
     font_lines,
-    installation_lines,
+    font_not_copied_lines,
+    fonts,
     installed,
+    no_folder_line,
     refused_line,
-    start_lines,
-    suite_lines,
-    utility_lines,
+    shaders_to_documents_lines,
 )
-from fault import Fault
-from messages import NO_SHARED_DATA, NO_USER_FILES
+from folders import ordinary_user
+from pages import (
+    NO_APPLICATIONS,
+    NO_BACKUP,
+    NO_SHARED_DATA,
+    NO_USER_FILES,
+    NO_UTILITIES,
+    NOT_INSTALLED,
+)
+from scenario import Scenario, expect_nothing_lost
 
 
-class TestDestination(Fault):
+class TestDestination(Scenario):
     """Something else than a previous installation stands where the suite will be."""
 
-    def make_stage_with_folder_elsewhere(self):
+    @pytest.fixture
+    def stage(self):
         stage = self.make_stage()
-        elsewhere = stage.documents / "Elsewhere"
-        elsewhere.mkdir()
-        (elsewhere / "Own.txt").write_text("a file of the user's own\n")
-        return stage, elsewhere
+        self.elsewhere = stage.documents / "Elsewhere"
+        self.elsewhere.mkdir()
+        (self.elsewhere / "Own.txt").write_text("a file of the user's own\n")
+        return stage
 
-    def replace(self, stage, *previous):
+    def expect_replaced(self, stage, **options):
         """Runs to the end; what stood in the place must be in the Trash afterwards."""
         before = self.snapshot(stage)
-        self.expect_run(
-            stage, *start_lines(stage), *previous, *installation_lines(self.bundle, stage)
-        )
-        self.expect_nothing_lost(stage, before)
-        after = self.snapshot(stage)
-        assert installed(self.bundle, stage).items() <= after.items()
+        self.run(stage, **options)
+        expect_nothing_lost(stage, before)
+        assert installed(self.bundle, stage).items() <= self.snapshot(stage).items()
 
-    def test_file(self):
-        stage = self.make_stage()
+    def test_file(self, stage):
         stage.destination.write_text("a file of the user's own\n")
-        self.replace(stage, *disturbed.not_backed_up(self.bundle, stage))
+        self.expect_replaced(stage)
 
-    def test_link_to_a_folder_elsewhere(self):
-        stage, elsewhere = self.make_stage_with_folder_elsewhere()
-        stage.destination.symlink_to(elsewhere)
-        self.replace(stage, HANDLED)
-        (backup,) = stage.user_library.glob("MorvellaBackup-*.zip")
-        packed = snapshot.placed(snapshot.of_folder(elsewhere), Path("Morvella"))
-        assert snapshot.of_archive(backup) == packed
+    def test_link_to_a_folder_elsewhere(self, stage):
+        stage.destination.symlink_to(self.elsewhere)
+        self.expect_replaced(stage)
+        expect_backup(stage, snapshot.of_folder(self.elsewhere))
 
-    def test_dangling_link(self):
-        stage = self.make_stage()
+    def test_dangling_link(self, stage):
         stage.destination.symlink_to(stage.documents / "Not There")
-        self.replace(stage, *disturbed.not_readable(self.bundle, stage))
+        self.expect_replaced(stage, criticals=[NO_BACKUP], log=["Making backup failed"])
+
+    def test_user_library_that_cannot_be_written_to(self, stage):
+        user = ordinary_user(stage.root)
+        stage.user_library.chmod(0o555)
+        before = self.snapshot(stage)
+        log = [refused_line("morvella.zip")]
+        self.run(stage, criticals=[NOT_INSTALLED], log=log, user=user)
+        expect_files(stage, {**before, **installed(self.bundle, stage, suite_to=None)})
 
 
-class TestFonts(Fault):
+class TestFonts(Scenario):
     def test_fonts_with_other_contents_stay(self):
-        stage = self.make_stage()
-        for font in FONTS:
+        stage, present = self.make_stage(), fonts(self.bundle)
+        for font in present:
             (stage.fonts / font).write_text("another font of that name\n")
         before = self.snapshot(stage)
-        self.expect_run(
-            stage,
-            *start_lines(stage),
-            *font_lines(self.bundle, stage, present=FONTS),
-            *installation_lines(self.bundle, stage)[len(FONTS) :],
-        )
+        self.run(stage, log=font_lines(self.bundle, stage, present))
         expect_files(stage, {**installed(self.bundle, stage), **before})
 
+    def test_missing_folder_stops_nothing(self):
+        stage = self.make_stage()
+        stage.fonts.rmdir()
+        before = self.snapshot(stage)
+        self.run(stage, log=font_not_copied_lines())
+        expect_files(stage, {**before, **installed(self.bundle, stage, with_fonts=False)})
 
-class TestSharedData(Fault):
+
+class TestApplications(Scenario):
+    def test_folder_that_cannot_be_written_to(self):
+        stage = self.make_stage()
+        user = ordinary_user(stage.root)
+        stage.applications.chmod(0o555)
+        before = self.snapshot(stage)
+        failed = r"Creating Morvella folder in /Applications failed with error: (?!\(null\)).+"
+        log = [re.compile(failed), refused_line("Tressimo.zip"), failed_line("Tressimo.zip")]
+        self.run(stage, criticals=[NO_APPLICATIONS, NO_UTILITIES], log=log, user=user)
+        expect_files(stage, {**before, **installed(self.bundle, stage, utilities_to=None)})
+
+
+class TestSharedData(Scenario):
     """What stands in the way of the shaders."""
 
-    def expect_shaders(self, stage, *shaders, to, **options):
+    def expect_shaders(self, stage, to, **options):
         before = self.snapshot(stage)
-        self.expect_run(
-            stage,
-            *start_lines(stage),
-            *font_lines(self.bundle, stage),
-            *suite_lines(self.bundle),
-            *utility_lines(self.bundle, stage),
-            *shaders,
-            HIDING,
-            **options,
-        )
+        self.run(stage, **options)
         expect_files(stage, {**before, **installed(self.bundle, stage, shaders_to=to)})
 
     def test_existing_folder_is_left_alone(self):
@@ -107,38 +120,56 @@ class TestSharedData(Fault):
     def test_dangling_link_is_no_folder_to_write_to(self):
         stage = self.make_stage()
         stage.shared_data.symlink_to(stage.documents / "Not There")
-        shaders = disturbed.shaders_to_documents(self.bundle, stage)
-        self.expect_shaders(stage, *shaders, to=stage.documents / "Morvella")
+        to = stage.documents / "Morvella"
+        self.expect_shaders(stage, to, log=shaders_to_documents_lines())
 
-    def test_neither_shared_folder_nor_documents_can_be_written_to(self):
-        self.bundle, stage = self.copy_bundle(), self.make_stage()
-        user = self.ordinary_user(stage)
+    def test_old_shaders_in_the_documents_are_replaced(self):
+        stage = self.make_stage()
+        old = stage.documents / "Morvella/ISF/Standard"
+        old.mkdir(parents=True)
+        (old / "Old.fs").write_text("an old shader\n")
+        (stage.documents / "ISF").mkdir()
+        (stage.documents / "ISF/Own.fs").write_text("a shader of the user's own\n")
+        user = ordinary_user(stage.root)
         stage.shared.chmod(0o555)
-        stage.documents.chmod(0o555)
-        self.expect_shaders(stage, *self.refused(), to=None, user=user)
+        before, place = self.snapshot(stage), old.relative_to(stage.root)
+        log = [*shaders_to_documents_lines(), f"Deleting {old}"]
+        self.run(stage, log=log, user=user, elsewhere=True)
+        added = installed(self.bundle, stage, shaders_to=stage.documents / "Morvella")
+        expected = {**snapshot.without(before, place), **added}
+        expect_files(stage, expected, trashed={"Standard": snapshot.below(before, place)})
 
-    def test_neither_shared_folder_nor_documents_are_there(self):
-        self.bundle, stage = self.copy_bundle(), self.make_stage()
-        stage.documents.rmdir()
-        user = self.ordinary_user(stage)
-        stage.shared.chmod(0o555)
-        stage.home.chmod(0o555)
-        unreachable = [
-            "Couldn't acces neither Shared nor User Home folder.",
-            critical(NO_SHARED_DATA),
-        ]
-        self.expect_shaders(stage, *self.refused(*unreachable), to=None, user=user)
+    @pytest.mark.parametrize("has_documents", [True, False])
+    def test_neither_shared_folder_nor_documents(self, has_documents):
+        stage = self.make_stage()
+        if not has_documents:
+            stage.documents.rmdir()
+        user = ordinary_user(stage.root)
+        for folder in (stage.shared, stage.documents if has_documents else stage.home):
+            folder.chmod(0o555)
+        criticals = [NO_USER_FILES] if has_documents else [NO_SHARED_DATA, NO_USER_FILES]
+        log = [*shaders_to_documents_lines(), no_folder_line("Documents")]
+        log += [refused_line("ISF.zip"), failed_line("ISF.zip")]
+        self.expect_shaders(stage, None, criticals=criticals, log=log, user=user)
 
-    def refused(self, *unreachable):
-        creating = r"Couldn't create shared folder\(.*%s/Morvella/?\), error:(?!\(null\)).+"
-        return [
-            re.compile(creating % "Shared"),
-            "Shared folder not found, falling back to user folder.",
-            re.compile(r"Couldn't access documents folder, error:(?!\(null\)).+"),
-            re.compile(creating % "Documents"),
-            *unreachable,
-            "Installing ISF.zip...",
-            refused_line("ISF.zip"),
-            failed_line("ISF.zip"),
-            critical(NO_USER_FILES),
-        ]
+
+class TestPreviousInstallation(Scenario):
+    def test_second_run_replaces_the_first(self):
+        stage = self.make_stage()
+        self.run(stage)
+        before = self.snapshot(stage)
+        self.run(stage, log=font_lines(self.bundle, stage, present=fonts(self.bundle)))
+        expect_backup(stage, snapshot.below(before, stage.destination.relative_to(stage.root)))
+        trashed = sorted(path.name for path in (stage.trash / "files").iterdir())
+        assert trashed == ["Morvella", "Morvella.2"]
+        after = self.snapshot(stage)
+        for place in (stage.destination, stage.utilities, stage.shared_data, stage.fonts):
+            place = place.relative_to(stage.root)
+            assert snapshot.below(after, place) == snapshot.below(before, place)
+
+    def test_trash_of_the_account_is_not_used(self):
+        stage, account = self.make_stage(previous=True), self.folder / "account"
+        account.mkdir()
+        self.run(stage, environment={"XDG_DATA_HOME": str(account)})
+        assert list(account.iterdir()) == []
+        assert (stage.trash / "files/Morvella/My Patches").exists()

@@ -1,94 +1,185 @@
-import expectations
-from descriptions import FINISH, INSTALLATION, LICENCE, SETTINGS, WELCOME
-from gate import Gate
-from messages import PREVIOUS_INSTALLATION
+"""The real mouse and keyboard: a press counts for what the user saw, and once."""
+
+import time
+
+import pytest
+
+from expectations import expect_opened, expect_untouched
+from pages import (
+    FINISH,
+    INSTALLATION,
+    LICENCE,
+    MAKE_BACKUP,
+    NO_BACKUP,
+    OPEN_DEMO,
+    PREVIOUS_INSTALLATION,
+    SETTINGS,
+    WAY,
+    WELCOME,
+)
 from scenario import Scenario
 
-# Long enough for the system to repeat a key many times.
+# In seconds: long enough for the system to repeat a key many times; and between presses that are
+# one series, and that are not.
 HOLDING = 1.5
+QUICK = 0.05
+DELIBERATE = 0.7
+MANY = 40
+BUTTONS = {page.title: page.button for page in WAY}
 
 
-class TestPresses(Scenario):
-    """Press only what the user saw, and only once."""
+class TestQuickPresses(Scenario):
+    """Forty in a row lead one page further."""
 
-    def expect_only_the_next_page(self, act):
-        with self.launch(self.make_stage()) as installer:
-            for shown, title, following in (
-                (WELCOME, "Next", LICENCE),
-                (LICENCE, "Accept", SETTINGS),
-            ):
-                installer.wait_for_page(shown)
-                installer.wait_until_placed()
-                act(installer, installer.state().control(title))
-                installer.wait_for_page(following)
-                installer.picture()
-                assert installer.state().page == following
-
-    def test_double_click(self):
-        self.expect_only_the_next_page(lambda installer, button: installer.click_quickly(button, 2))
-
-    def test_triple_click(self):
-        self.expect_only_the_next_page(lambda installer, button: installer.click_quickly(button, 3))
-
-    def test_return_key_held_down(self):
-        self.expect_only_the_next_page(
-            lambda installer, _: installer.display.hold_key("Return", HOLDING)
-        )
-
-    def test_return_key_pressed_quickly(self):
-        self.expect_only_the_next_page(
-            lambda installer, _: installer.display.press_key_quickly("Return", 5)
-        )
-
-    def test_return_key_held_down_does_not_answer_the_sheet_that_it_brings(self):
+    @pytest.mark.parametrize("keys", [(), ("Return",), ("space",), ("Return", "space")])
+    @pytest.mark.parametrize(
+        ("first", "following"), [(WELCOME, LICENCE), (SETTINGS, PREVIOUS_INSTALLATION)]
+    )
+    def test_over_a_previous_installation(self, first, following, keys):
         stage = self.make_stage(previous=True)
         before = self.snapshot(stage)
         with self.launch(stage) as installer:
-            self.go_to_settings(installer)
-            installer.wait_for_choice(SETTINGS)
-            installer.display.hold_key("Return", HOLDING)
-            installer.wait_for_sheet(PREVIOUS_INSTALLATION)
-            installer.picture()
-            installer.press("Quit")
-            self.expect_end(installer)
-            self.expect_log(installer, *expectations.start_lines(stage))
-        self.expect_untouched(stage, before)
+            installer.go_to(first)
+            if "space" in keys:
+                self.focus(installer, BUTTONS[first])
+            place = installer.place_of(installer.wait_to_press().view.control(BUTTONS[first]))
+            for number in range(MANY):
+                if keys:
+                    self.display.key(keys[number % len(keys)])
+                else:
+                    self.display.click(*place)
+                time.sleep(QUICK)
+            installer.wait_for(following)
+        expect_untouched(stage, before)
 
-    def test_presses_while_it_installs_press_nothing_on_the_last_page(self):
-        stage, gate = self.make_stage(), Gate(self.folder / "gate", self.bundle)
-        with self.launch(stage, environment=gate.environment) as installer:
-            self.go_to_settings(installer)
-            installer.wait_for_choice(SETTINGS)
+    def focus(self, installer, title):
+        """Gives the button the keys, for Space presses what has them."""
+
+        def is_focused():
+            focused = installer.state().view.control(title).focused
+            return focused or self.display.key("Tab")
+
+        installer.wait(is_focused, f"{title!r} to have the keys", interval=0.2)
+
+    @pytest.mark.parametrize("name", ["Return", "space"])
+    def test_key_held_down(self, name):
+        with self.launch(self.make_stage()) as installer:
+            installer.wait_for(WELCOME)
+            installer.wait_to_press()
+            self.display.key(name, HOLDING)
+            installer.wait_for(LICENCE)
+
+    def test_box_toggles_as_often_as_it_is_clicked(self):
+        """And what is unticked then is neither packed nor opened."""
+        stage = self.make_stage(previous=True)
+        with self.launch(stage) as installer:
+            installer.begin_installation()
+            for title, at in ((MAKE_BACKUP, PREVIOUS_INSTALLATION), (OPEN_DEMO, FINISH)):
+                installer.wait_for(at)
+                place = installer.place_of(installer.wait_to_press().view.control(title))
+                for ticked in (False, True, False, True, False):
+                    self.display.click(*place)
+                    installer.wait_for_state(
+                        lambda state: state.view.control(title).ticked == ticked,
+                        f"{title} {ticked}",
+                    )
+                installer.click("Continue" if at == PREVIOUS_INSTALLATION else BUTTONS[FINISH])
+            installer.expect_end()
+        assert list(stage.user_library.glob("*Backup*")) == []
+        assert (stage.trash / "files/Morvella/My Patches").is_dir()
+        expect_opened(stage, [])
+
+
+class TestDeliberatePresses(Scenario):
+    @pytest.mark.parametrize("name", ["Return", None])
+    def test_each_counts(self, name):
+        """The button of every page is the default one, too."""
+        stage = self.make_stage()
+        with self.launch(stage) as installer:
+            for page in WAY:
+                if page.button:
+                    installer.wait_for(page.title)
+                    place = installer.place_of(installer.state().view.control(page.button))
+                    time.sleep(DELIBERATE)
+                    self.display.key(name) if name else self.display.click(*place)
+            installer.expect_end()
+        expect_opened(stage, [stage.demo_set])
+
+    def test_without_a_time_counts(self):
+        with self.launch(self.make_stage()) as installer:
+            for page, following in ((WELCOME, LICENCE), (LICENCE, SETTINGS)):
+                installer.wait_for(page)
+                state = installer.wait_to_press()
+                self.display.send_key(state.window, "Return")
+                installer.wait_for(following)
+
+    def test_quit_of_the_question_changes_nothing(self):
+        stage = self.make_stage(previous=True)
+        before = self.snapshot(stage)
+        with self.launch(stage) as installer:
+            installer.begin_installation()
+            installer.wait_for(PREVIOUS_INSTALLATION)
+            installer.click("Quit")
+            installer.expect_end()
+        expect_untouched(stage, before)
+
+
+class TestPressesTooEarly(Scenario):
+    def test_while_it_installs_and_as_the_last_page_comes(self):
+        stage = self.make_stage()
+        gate = self.hold(stage)
+        with self.launch(stage, gate=gate) as installer:
+            installer.go_to(SETTINGS)
             # Where "Finish" will be.
-            button = installer.state().control("Next")
-            installer.press("Next")
-            installer.wait(lambda: gate.arrived, "the installation")
-            content = installer.content
-            x, y = button.area.center
-            installer.display.press_mouse(content.x + x, content.y + y)
-            installer.display.release_mouse()
-            installer.display.key("Return", "space")
+            place = installer.place_of(installer.state().view.control(BUTTONS[SETTINGS]))
+            installer.perform(BUTTONS[SETTINGS])
+            gate.wait()
+            self.display.click(*place)
+            self.display.key("Return")
             gate.open()
-            installer.wait_for_page(FINISH)
-            installer.picture()
-            assert installer.state().page == FINISH
-            self.leave(installer)
+            installer.wait_for_state(lambda state: state.page == FINISH, FINISH)
+            self.display.key("Return")
+            self.display.click(*place)
+            time.sleep(DELIBERATE)
+            installer.wait_for(FINISH)
+            installer.click(BUTTONS[FINISH])
+            installer.expect_end()
 
-    def test_press_on_a_sheet_counts_after_a_page_was_drawn_behind_it(self):
-        stage, gate = self.make_stage(), Gate(self.folder / "gate", self.bundle)
-        bundle = self.copy_bundle()
-        (bundle / "Resources/Tressimo.zip").write_text("no archive\n")
-        with self.launch(stage, bundle=bundle, environment=gate.environment) as installer:
-            self.go_to_settings(installer)
-            installer.wait_for_choice(SETTINGS)
-            installer.press("Next")
+    def test_on_a_page_that_a_sheet_covers(self):
+        """The keys belong to the sheet although the page behind it changes."""
+        self.replace_archiver('case "$1" in -c*) exit 7 ;; *) real "$@" ;; esac')
+        stage = self.make_stage(previous=True)
+        with self.launch(stage) as installer:
+            installer.begin_installation()
+            installer.click("Continue")
+            state = installer.wait_for_state(
+                lambda state: state.page == FINISH and not state.working, "the last page"
+            )
+            assert state.place == NO_BACKUP
+            assert state.view.control("Quit").focused
+            (behind,) = [control for control in state.page_view.controls if control.key == "\r"]
+            installer.wait_to_press()
+            self.display.click(*installer.place_of(behind))
+            installer.wait_for(NO_BACKUP)
+            installer.key("Return")
+            installer.expect_end()
+        expect_opened(stage, [])
+
+    def test_on_a_sheet_counts_after_a_page_was_drawn_behind_it(self):
+        (self.copy_bundle() / "Tressimo.zip").write_text("no archive\n")
+        stage = self.make_stage()
+        gate = self.hold(stage)
+        with self.launch(stage, gate=gate) as installer:
+            installer.begin_installation()
 
             def sheet_while_it_installs():
                 gate.allow(gate.arrived)
-                return installer.state().sheet
+                return installer.state().sheets
 
-            sheet = installer.wait(sheet_while_it_installs, "a sheet")
-            installer.click(sheet.shown.control("Quit"))
+            installer.wait(sheet_while_it_installs, "a sheet")
+            state = installer.state()
+            time.sleep(DELIBERATE)
+            self.display.click(*installer.place_of(state.view.control("Quit")))
             assert installer.state().page == INSTALLATION
             gate.open()
-            self.expect_end(installer)
+            installer.expect_end()

@@ -1,118 +1,163 @@
-import expectations
-from descriptions import FINISH, INITIAL, LICENCE, SETTINGS, WELCOME
-from gate import Gate
-from messages import BUNDLE_CORRUPT, NOT_AVAILABLE, PREVIOUS_INSTALLATION
-from scenario import Scenario
+import contextlib
 
-OPEN_DEMO = "Open the demo Live Set in Live now"
+import pytest
+
+from expectations import expect_opened, expect_untouched
+from gate import Gate
+from pages import (
+    BUNDLE_CORRUPT,
+    FINISH,
+    INITIAL,
+    INSTALLATION,
+    LICENCE,
+    NO_USER_LIBRARY,
+    NOT_AVAILABLE,
+    OPEN_DEMO,
+    PREVIOUS_INSTALLATION,
+    SETTINGS,
+    WAY,
+    WELCOME,
+)
+from scenario import Scenario
+from waiting import wait_until
+
+CLOSE = "alt+F4"
 
 
 class TestClosingTheWindow(Scenario):
     """Quits the installer at any page, and nothing happens behind it."""
 
-    def expect_closing_quits(self, stage, installer, before):
-        installer.close_window()
-        self.expect_end(installer)
-        expectations.expect_untouched(stage, before)
-        assert stage.opened_documents == []
+    def expect_closing_quits(self, installer):
+        before = self.snapshot(installer.stage)
+        installer.wait_until_active()
+        self.display.key(CLOSE)
+        installer.expect_end()
+        expect_untouched(installer.stage, before)
+        assert installer.stage.opened_documents == []
 
-    def close_after(self, walk, **options):
-        stage = self.make_stage(**options)
-        before = self.snapshot(stage)
-        with self.launch(stage) as installer:
-            walk(installer)
-            self.expect_closing_quits(stage, installer, before)
+    @pytest.mark.parametrize("title", [page.title for page in WAY if page.title != INSTALLATION])
+    def test_page(self, title):
+        with self.launch(self.make_stage()) as installer:
+            installer.go_to(title)
+            self.expect_closing_quits(installer)
 
     def test_initial_view(self):
-        stage, bundle = self.make_stage(), self.copy_bundle(without=["license.rtf"])
-        with self.launch(stage, bundle=bundle) as installer:
-            installer.wait_for_sheet(BUNDLE_CORRUPT)
-            assert installer.state().page == INITIAL
-            self.expect_closing_quits(stage, installer, self.snapshot(stage))
-
-    def test_welcome_page(self):
-        self.close_after(lambda installer: installer.wait_for_page(WELCOME))
-
-    def test_licence_page(self):
-        self.close_after(self.go_to_licence)
-
-    def test_settings_page(self):
-        self.close_after(self.go_to_settings)
+        self.copy_bundle(without=["license.rtf"])
+        with self.launch(self.make_stage()) as installer:
+            assert installer.wait_for(BUNDLE_CORRUPT).page == INITIAL
+            self.expect_closing_quits(installer)
 
     def test_settings_page_while_it_waits_for_the_volume(self):
-        def wait_for_volume(installer):
-            self.go_to_settings(installer)
-            installer.wait_for_sheet(NOT_AVAILABLE)
-            installer.press("OK")
-            installer.wait_for_page(SETTINGS)
-
-        self.close_after(wait_for_volume, unmounted=True)
+        with self.launch(self.make_stage(unmounted=True)) as installer:
+            installer.go_to(SETTINGS)
+            installer.perform("OK", at=NOT_AVAILABLE)
+            installer.wait_for(SETTINGS)
+            self.expect_closing_quits(installer)
 
     def test_sheet_about_the_previous_installation(self):
-        def wait_for_sheet(installer):
-            self.begin_installation(installer)
-            installer.wait_for_sheet(PREVIOUS_INSTALLATION)
-
-        self.close_after(wait_for_sheet, previous=True)
+        with self.launch(self.make_stage(previous=True)) as installer:
+            installer.begin_installation()
+            installer.wait_for(PREVIOUS_INSTALLATION)
+            self.expect_closing_quits(installer)
 
     def test_installation_page(self):
         """The window answers when the installation has ended; what is installed stays."""
-        stage, gate = self.make_stage(), Gate(self.folder / "gate", self.bundle)
-        with self.launch(stage, environment=gate.environment) as installer:
-            self.begin_installation(installer)
-            installer.wait(lambda: gate.arrived, "the installation")
-            installer.close_window()
+        stage = self.make_stage()
+        gate = self.hold(stage)
+        with self.launch(stage, gate=gate) as installer:
+            installer.begin_installation()
+            gate.wait()
+            self.display.key(CLOSE)
             gate.open()
-            self.expect_end(installer)
+            installer.expect_end()
         assert stage.opened_documents == []
         assert (stage.destination / ".Morvella.app").exists()
-
-    def test_last_page(self):
-        stage = self.make_stage()
-        with self.launch(stage) as installer:
-            self.install(installer)
-            self.expect_closing_quits(stage, installer, self.snapshot(stage))
-
-
-class TestKeyboard(Scenario):
-    def test_return_presses_the_button_of_every_page(self):
-        stage = self.make_stage()
-        with self.launch(stage) as installer:
-            for page in (WELCOME, LICENCE, SETTINGS, FINISH):
-                installer.wait_for_choice(page)
-                installer.key("Return")
-            self.expect_end(installer)
-        expectations.expect_opened(stage, [str(stage.demo_set)])
 
 
 class TestLastPage(Scenario):
     def test_demo_set_is_not_opened_when_unticked(self):
         stage = self.make_stage()
         with self.launch(stage) as installer:
-            self.install(installer)
-            installer.press(OPEN_DEMO)
-            installer.wait_for_tick(OPEN_DEMO, False)
-            self.leave(installer)
-        assert stage.opened_documents == []
+            installer.go_to(FINISH)
+            installer.click(OPEN_DEMO)
+            installer.wait_for_state(
+                lambda state: not state.view.control(OPEN_DEMO).ticked, "the box to be off"
+            )
+            installer.finish()
+        expect_opened(stage, [])
 
 
-class TestEnvironment(Scenario):
+class TestInFront(Scenario):
+    """Another application's window covers the whole screen; the installer's comes before it."""
+
+    def expect_in_front(self, installer):
+        """It has the keys, and nothing lies over it."""
+        window = installer.wait_until_active().window
+        wait_until(lambda: self.display.uppermost_window() == window, "the window in front")
+
+    @contextlib.contextmanager
+    def press_and_cover(self, installer, title):
+        """The other window comes while the button is held down."""
+        installer.hold_down(title)
+        with self.display.another_window():
+            installer.wait_for_state(lambda state: not state.key, "the window to lose the keys")
+            self.display.release_mouse()
+            yield
+
+    def test_first_page(self):
+        with self.display.another_window(), self.launch(self.make_stage()) as installer:
+            installer.wait_for(WELCOME)
+            self.expect_in_front(installer)
+
+    def test_critical_sheet_on_the_initial_view(self):
+        self.copy_bundle(without=["license.rtf"])
+        with self.display.another_window(), self.launch(self.make_stage()) as installer:
+            installer.wait_for(BUNDLE_CORRUPT)
+            self.expect_in_front(installer)
+
+    @pytest.mark.parametrize("message", [NO_USER_LIBRARY, NOT_AVAILABLE])
+    def test_sheet_on_the_settings_page(self, message):
+        stage = self.make_stage(unmounted=message == NOT_AVAILABLE)
+        if message == NO_USER_LIBRARY:
+            stage.library_cfg.unlink()
+        with self.launch(stage) as installer:
+            installer.go_to(LICENCE)
+            with self.press_and_cover(installer, "Accept"):
+                installer.wait_for(message)
+                self.expect_in_front(installer)
+
+    def test_sheet_about_the_previous_installation(self):
+        with self.launch(self.make_stage(previous=True)) as installer:
+            installer.go_to(SETTINGS)
+            with self.press_and_cover(installer, "Next"):
+                installer.wait_for(PREVIOUS_INSTALLATION)
+                self.expect_in_front(installer)
+
+    def test_page_alone_stays_where_it_is(self):
+        """What tells the sheets' coming forward from that of anything that happens."""
+        with self.launch(self.make_stage()) as installer:
+            installer.go_to(LICENCE)
+            with self.press_and_cover(installer, "Accept"):
+                state = installer.wait_for(SETTINGS)
+                assert self.display.uppermost_window() != state.window
+
+
+class TestFailures(Scenario):
     def test_without_a_stage_it_refuses_to_start(self):
         stage = self.make_stage()
         before = self.snapshot(stage)
         with self.launch(stage, environment={"MORVELLA_STAGE": None}) as installer:
             assert installer.wait_for_end() == 2
             assert "MORVELLA_STAGE" in installer.output
-        self.expect_untouched(stage, before)
+        expect_untouched(stage, before)
 
-    def test_trash_of_the_account_is_not_used(self):
-        stage = self.make_stage(previous=True)
-        account = self.folder / "account"
-        account.mkdir()
-        with self.launch(stage, environment={"XDG_DATA_HOME": str(account)}) as installer:
-            self.begin_installation(installer)
-            installer.wait_for_sheet(PREVIOUS_INSTALLATION)
-            installer.press("Continue")
-            installer.finish()
-        assert list(account.iterdir()) == []
-        assert (stage.trash / "files/Morvella/My Patches").exists()
+    def test_change_that_is_never_let_through_is_named(self):
+        """Of the tests' own gate, which would otherwise hold the installer without an end."""
+        stage = self.make_stage()
+        gate = Gate(self.folder / "gate", stage, seconds=0.1)
+        with self.launch(stage, gate=gate) as installer:
+            installer.begin_installation()
+            with pytest.raises(AssertionError) as failure:
+                installer.wait_for(FINISH)
+        assert f"the gate held {stage.fonts}/" in str(failure.value)
+        assert "installFontList" in str(failure.value)  # where it crashed

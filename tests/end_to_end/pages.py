@@ -1,5 +1,26 @@
-"""What the sheets say."""
+"""The installer's pages, in the order in which they come, and what its sheets say."""
 
+from typing import NamedTuple
+
+
+class Page(NamedTuple):
+    title: str
+    step: str  # its name in the sidebar
+    button: str  # leads to the next page; empty where the page leads there by itself
+    picture: str  # its name in docs/images
+
+
+WAY = (
+    Page(WELCOME := "Welcome", "Welcome", "Next", "welcome"),
+    Page(LICENCE := "Licence Agreement", "Licence", "Accept", "licence"),
+    Page(SETTINGS := "Your User Library", "User Library", "Next", "settings"),
+    Page(INSTALLATION := "Installing Morvella", "Installation", "", "installation"),
+    Page(FINISH := "Morvella Is Installed", "Finish", "Finish", "post-installation"),
+)
+# Before the first page.
+INITIAL = "Getting Ready"
+
+# Critical sheets, after which the installer quits.
 BUNDLE_CORRUPT = "Installer bundle corrupt, please dowload the installer again or contact support."
 UNKNOWN_STATE = (
     "The installer reached an unkown state, please try restarting the installer.\n"
@@ -20,15 +41,12 @@ NO_USER_FILES = "Could not install user files, aborting."
 NOT_INSTALLED = "Install failed"
 NOT_VERIFIED = "Install failed to verify, aborting."
 
-# Not critical.
+# Sheets after which it goes on.
 PREVIOUS_INSTALLATION = "Previous installation of Morvella must be deleted."
 MAKE_BACKUP = (
     "Make a zip backup of the current Morvella folder.\n"
     "Backups are located in the user library folder."
 )
-# Critical, but not the end.
 NOT_AVAILABLE = "User Library is currently not available"
-CONNECT_DRIVE = (
-    "If you are using external or network drive please make sure that it is connected.\n"
-    "Once it's connected the installation will proceed."
-)
+
+OPEN_DEMO = "Open the demo Live Set in Live now"

@@ -1,26 +1,109 @@
+"""The three archives as they should not be."""
+
+import re
 import stat
 import zipfile
 
 import pytest
 
-import disturbed
 import snapshot
 from expectations import (
-    HIDING,
     expect_files,
-    font_lines,
-    installation_lines,
+    expect_untouched,
+    failed_line,
     installed,
-    start_lines,
+    refused_line,
 )
-from fault import Fault
+from pages import (
+    BUNDLE_CORRUPT,
+    NO_USER_FILES,
+    NO_UTILITIES,
+    NOT_INSTALLED,
+    NOT_VERIFIED,
+)
+from scenario import Scenario
 
 # The folder at the top of each archive.
 TOPS = {"morvella.zip": "Morvella", "Tressimo.zip": "Tressimo.app", "ISF.zip": "ISF"}
+REFUSED = [
+    refused_line("morvella.zip"),
+    refused_line("Tressimo.zip"),
+    failed_line("Tressimo.zip"),
+    refused_line("ISF.zip"),
+    failed_line("ISF.zip"),
+]
 PLANTED = "planted by an archive\n"
 
 
-class TestHostileArchives(Fault):
+class TestMissingResources(Scenario):
+    @pytest.mark.parametrize(
+        ("missing", "named"),
+        [
+            (["Archivo-Medium.ttf"], ["Archivo-Medium.ttf"]),
+            (["OpenSans-Regular.ttf", "morvella.zip"], ["OpenSans-Regular.ttf"]),
+            (["license.rtf"], []),
+        ],
+    )
+    def test_only_the_first_is_named(self, missing, named):
+        """The licence not at all."""
+        self.copy_bundle(without=missing)
+        stage = self.make_stage()
+        before = self.snapshot(stage)
+        log = self.run(stage, criticals=[BUNDLE_CORRUPT])
+        lacking = [line for line in log if line.startswith("resource not found:")]
+        assert lacking == [f"resource not found:{name}" for name in named]
+        expect_untouched(stage, before)
+
+
+class TestBadArchives(Scenario):
+    def test_missing_shaders(self):
+        self.copy_bundle(without=["ISF.zip"])
+        stage = self.make_stage()
+        self.run(stage, criticals=[NO_USER_FILES], log=[failed_line("ISF.zip")])
+        assert list(stage.shared_data.iterdir()) == []
+        assert stage.opened_documents == []
+
+    def test_damaged_utilities(self):
+        archive = self.copy_bundle() / "Tressimo.zip"
+        archive.write_bytes(archive.read_bytes()[:100])
+        stage = self.make_stage()
+        log = [refused_line("Tressimo.zip"), failed_line("Tressimo.zip")]
+        self.run(stage, criticals=[NO_UTILITIES], log=log)
+        assert (stage.shared_data / "ISF").is_dir()
+
+    def test_damaged_suite(self):
+        (self.copy_bundle() / "morvella.zip").write_bytes(b"not an archive at all")
+        stage = self.make_stage()
+        self.run(stage, criticals=[NOT_INSTALLED], log=[refused_line("morvella.zip")])
+        assert not stage.destination.exists()
+
+    @pytest.mark.parametrize(
+        ("missing", "message"),
+        [
+            ("Morvella/Morvella.app", NOT_INSTALLED),
+            ("Morvella/Sources/Vellicor.amxd", NOT_VERIFIED),
+        ],
+    )
+    def test_suite_that_lacks_something(self, missing, message):
+        remove_from_archive(self.copy_bundle() / "morvella.zip", missing)
+        stage = self.make_stage()
+        before = self.snapshot(stage)
+        self.run(stage, criticals=[message])
+        expect_files(stage, {**before, **installed(self.bundle, stage)})
+        assert stage.opened_documents == []
+
+
+def remove_from_archive(archive, item):
+    """Writes the zip file anew without the item and what is in it."""
+    old = archive.rename(archive.with_suffix(".old"))
+    with zipfile.ZipFile(old) as source, zipfile.ZipFile(archive, "w") as target:
+        for entry in source.infolist():
+            if not re.match(re.escape(item) + "(/|$)", entry.filename):
+                target.writestr(entry, source.read(entry))
+    old.unlink()
+
+
+class TestHostileArchives(Scenario):
     """Each of the three archives brings some entries more, behind those that are well meant.
 
     An entry is a name, in which TOP stands for the archive's top folder, and its contents.
@@ -28,13 +111,13 @@ class TestHostileArchives(Fault):
 
     @pytest.fixture(autouse=True)
     def copy(self, prepare):
-        self.well_meant, self.bundle = self.bundle, self.copy_bundle()
+        self.well_meant, self.resources = self.bundle, self.copy_bundle()
         self.outside = self.folder / "outside"
         self.outside.mkdir()
 
     def add(self, *entries, links=()):
         for archive, top in TOPS.items():
-            with zipfile.ZipFile(self.bundle / "Resources" / archive, "a") as opened:
+            with zipfile.ZipFile(self.resources / archive, "a") as opened:
                 for name, target in links:
                     link = zipfile.ZipInfo(name.replace("TOP", top))
                     link.create_system = 3  # Unix, or nobody would look at the mode.
@@ -47,13 +130,7 @@ class TestHostileArchives(Fault):
         """`kept` is what is unpacked all the same of the entries added: names and what is there."""
         stage = self.make_stage()
         before = self.snapshot(stage)
-        self.expect_run(
-            stage,
-            *start_lines(stage),
-            *font_lines(self.bundle, stage),
-            *disturbed.archives_refused(stage),
-            HIDING,
-        )
+        self.run(stage, criticals=[NO_UTILITIES, NO_USER_FILES], log=REFUSED)
         places = [stage.user_library, stage.utilities, stage.shared_data]
         added = {
             (place / name.replace("TOP", top)).relative_to(stage.root): item
@@ -66,7 +143,7 @@ class TestHostileArchives(Fault):
     def expect_taken(self):
         stage = self.make_stage()
         before = self.snapshot(stage)
-        self.expect_run(stage, *start_lines(stage), *installation_lines(self.bundle, stage))
+        self.run(stage)
         expect_files(stage, {**before, **installed(self.bundle, stage)})
         self.expect_nothing_outside()
 
@@ -74,6 +151,12 @@ class TestHostileArchives(Fault):
         assert snapshot.of_folder(self.outside) == {}
         names = {path.name for path in self.folder.iterdir()}
         assert names == {"stage", "outside", self.bundle.name}
+
+    def test_absolute_paths(self):
+        """They lead below the destination instead."""
+        self.add((f"{self.outside}/Planted.txt", PLANTED))
+        self.run(self.make_stage(), elsewhere=True)
+        self.expect_nothing_outside()
 
     def test_paths_that_climb_out(self):
         self.add(("../Planted.txt", PLANTED), ("TOP/../../Planted.txt", PLANTED))
@@ -103,7 +186,7 @@ class TestHostileArchives(Fault):
     def test_names_in_another_encoding(self):
         self.add(("TOP/Ger?t.txt", PLANTED))
         for archive in TOPS:
-            path = self.bundle / "Resources" / archive
+            path = self.resources / archive
             path.write_bytes(path.read_bytes().replace(b"Ger?t", "Gerät".encode("latin-1")))
         self.expect_taken()
 
