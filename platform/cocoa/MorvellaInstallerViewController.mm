@@ -109,16 +109,17 @@ using morvella::stringOf;
     guarded([&] { [self drawAndAppear]; });
 }
 
-/// Replaces the page in the window.
+/// Replaces the page in the window, so that the controller's view is in it at any time.
 - (void)setView:(NSView*)view {
     NSView* shown = _loaded ? [self view] : nil;
     NSWindow* window = [shown window];
-    [super setView:view];
     if (!window || view == shown) {
+        [super setView:view];
         return;
     }
     [view setFrame:[shown frame]];
     [[shown superview] replaceSubview:shown with:view];
+    [super setView:view];
     // Where Tab begins while no control has the keys.
     [window setInitialFirstResponder:view];
     [window makeFirstResponder:[view nextValidKeyView]];

@@ -62,12 +62,12 @@ void CocoaWindow::beginSheet(const Alert& alert, AlertAnswered answered) {
     };
     if (object()) {
         [sheet.get() beginSheetModalForWindow:object() completionHandler:answer];
-        requestAttention(alert.style == AlertStyle::critical);
     } else {
         dispatch_async(dispatch_get_main_queue(), ^{
             answer([sheet.get() runModal]);
         });
     }
+    requestAttention(alert.style == AlertStyle::critical);
 }
 
 std::shared_ptr<Window> CocoaView::window() const {

@@ -1,277 +1,386 @@
-#include "cocoa/door_life_cycle.h"
-
+#import <AppKit/AppKit.h>
+#include <Block.h>
+#import <QuartzCore/QuartzCore.h>
+#include <gtest/gtest.h>
 #import <objc/runtime.h>
 
 #import "platform/cocoa/MorvellaInstallerLicenseVC.h"
+#import "platform/cocoa/MorvellaInstallerViewController.h"
+#import "platform/cocoa/PressMonitor.h"
 
-#include <algorithm>
-#include <initializer_list>
-
+#include "app/steps.hpp"
+#include "cocoa/recorder.h"
+#include "cocoa/temporary_folder.hpp"
+#include "cocoa/turn.h"
 #include "platform/cocoa/guard.h"
 
-/// Tells the door that its view is loaded while the door fills it.
-@interface LoadingTextView : Recorder {
-  @public
-    NSViewController* door;
-}
+#include <algorithm>
+#include <list>
+#include <utility>
+
+using namespace morvella::cocoa_tests;
+
+@interface MorvellaInstallerViewController (CalledByThePlatform)
+- (void)windowIsOnScreen;
 @end
 
-@implementation LoadingTextView
+namespace {
 
-- (NSTextStorage*)textStorage {
-    [door viewDidLoad];
+/// The door whose life-cycle methods are called at awkward moments, as AppKit may.
+NSViewController* disturbed = nil;
+bool pageChangeRaises = false;
+int doorsAlive = 0;
+id shownWindow = nil;
+void (^answer)(NSModalResponse) = nil;
+
+void forgetSheet() {
+    if (answer) {
+        Block_release(answer);
+        answer = nil;
+    }
+}
+
+}  // namespace
+
+@interface TestDoor : MorvellaInstallerViewController
+@end
+
+@implementation TestDoor
+
+- (NSString*)description {
+    return @"door";
+}
+
+- (void)performSelector:(SEL)selector withObject:(id)object afterDelay:(NSTimeInterval)delay {
+    record(std::string("after ") + std::to_string(int(delay)) + " s: " + sel_getName(selector));
+}
+
+- (void)dealloc {
+    --doorsAlive;
+    [super dealloc];
+}
+
+@end
+
+/// Where the page lies in the window.
+@interface TestPlace : NSView
+@end
+
+@implementation TestPlace
+
+- (void)replaceSubview:(NSView*)shown with:(NSView*)page {
+    if (pageChangeRaises) {
+        [NSException raise:@"StubException" format:@"raised on purpose"];
+    }
+    [super replaceSubview:shown with:page];
+    [disturbed viewDidAppear];
+}
+
+@end
+
+@interface TestSheet : Recorder
+@end
+
+@implementation TestSheet
+
+- (void)beginSheetModalForWindow:(NSWindow*)window
+               completionHandler:(void (^)(NSModalResponse))handler {
+    record("sheet begins");
+    forgetSheet();
+    answer = Block_copy(handler);
+    [disturbed viewDidAppear];
+}
+
+@end
+
+/// A bundle without resources, which is searched when a controller is loaded.
+@interface TestBundle : Recorder
+@end
+
+@implementation TestBundle
+
+- (NSURL*)URLForResource:(NSString*)name withExtension:(NSString*)extension {
+    record("searches " + std::string([name UTF8String]));
+    [disturbed viewDidLoad];
     return nil;
 }
 
 @end
 
-using namespace morvella::cocoa_tests;
+@interface TestSidebar : NSObject
+@end
+
+@implementation TestSidebar
+
+- (void)setSteps:(const std::vector<morvella::Step>&)steps {
+    record("sidebar shows steps");
+}
+
+@end
 
 namespace {
 
-TEST_F(DoorLifeCycleTest, IsLoadedOnceHoweverOftenThePlatformSays) {
-    [door viewDidLoad];
-    EXPECT_EQ(timesLoaded(), 0) << "outlets are not connected yet";
-    [door awakeFromNib];
-    EXPECT_EQ(timesLoaded(), 1);
-    [door viewDidLoad];
-    [door viewDidLoad];
-    EXPECT_EQ(timesLoaded(), 1);
-    EXPECT_EQ(times("super awakeFromNib"), 1);
-    EXPECT_EQ(times("super viewDidLoad"), 4);
+void recordCall(id, SEL method) {
+    record(sel_getName(method));
 }
 
-TEST_F(DoorLifeCycleTest, CallsWhatItInheritsBeforeItsOwnWork) {
-    const std::string work = "bundle URLForResource:withExtension: license.rtf nil";
-    MorvellaInstallerLicenseVC* licence =
-        [[[MorvellaInstallerLicenseVC alloc] initWithNibName:nil bundle:nil] autorelease];
-    [licence setLicenseView:static_cast<id>(text)];
-    for (NSViewController* each : std::initializer_list<NSViewController*>{door, licence}) {
-        takeNews();
-        [each awakeFromNib];
-        const Lines& lines = news();
-        ASSERT_GE(lines.size(), 3U);
-        EXPECT_EQ(lines.front(), "super awakeFromNib");
-        EXPECT_LT(std::find(lines.begin(), lines.end(), "super viewDidLoad"),
-                  std::find(lines.begin(), lines.end(), work));
-    }
+id windowOfView(NSView* view, SEL) {
+    return [view superview] ? shownWindow : nil;
 }
 
-TEST_F(DoorLifeCycleTest, StartsNoWorkBeforeTheWindowIsOnTheScreen) {
-    [door viewDidAppear];
-    [door awakeFromNib];
-    [door viewDidAppear];
-    EXPECT_EQ(timesDispatched(), 0);
-    [door windowIsOnScreen];
-    EXPECT_EQ(timesDispatched(), 1);
-}
-
-TEST_F(DoorLifeCycleTest, StartsThePagesWorkOnceWhenTheWindowComesBack) {
-    start();
-    [door viewDidAppear];
-    [door viewDidAppear];
-    EXPECT_EQ(timesDispatched(), 0);
-    EXPECT_EQ(times("super viewDidAppear"), 0);
-}
-
-TEST_F(DoorLifeCycleTest, ShowsAndDrawsAPageBeforeItsWorkStarts) {
-    start();
-    disturb();
-    [door setView:static_cast<id>(settings)];
-    Lines order;
-    for (const std::string& line : news()) {
-        for (const char* step : {"super setView:", "settings page setFrame:", "place",
-                                 "window makeFirstResponder:", "sidebar", "window displayIfNeeded",
-                                 "transaction", "presses", "sheet begins"}) {
-            if (line.starts_with(step)) {
-                order.push_back(line);
-            }
-        }
-    }
-    EXPECT_EQ(order,
-              (Lines{"super setView: settings page", "settings page setFrame: structure",
-                     "place shows settings page", "window makeFirstResponder: nil",
-                     "sidebar marks User Library", "window displayIfNeeded", "transaction flush",
-                     "presses from before do not count", "sheet begins"}));
-    takeNews();
-    [door viewDidAppear];
-    EXPECT_EQ(timesDispatched(), 0);
-    EXPECT_EQ(timesLoaded(), 0);
-}
-
-TEST_F(DoorLifeCycleTest, StartsThePagesWorkOnceIfThePlatformSaysItAppearedMeanwhile) {
-    start();
-    disturbWork();
-    [door setView:static_cast<id>(settings)];
-    EXPECT_EQ(timesDispatched(), 1);
-}
-
-TEST_F(DoorLifeCycleTest, MakesTheFirstControlOfAPageTheFirstResponder) {
-    start();
-    [settings answer:[Recorder named:"button" standingFor:[NSButton class]]
-                  to:@selector(nextValidKeyView)];
-    [door setView:static_cast<id>(settings)];
-    EXPECT_EQ(times("window makeFirstResponder: button"), 1);
-}
-
-TEST_F(DoorLifeCycleTest, AsksForASheetOverThePageOnceThePageIsDrawn) {
-    start();
-    [door setView:static_cast<id>(settings)];
-    const Lines& lines = news();
-    const auto drawn = std::find(lines.begin(), lines.end(), "window displayIfNeeded");
-    EXPECT_NE(std::find(drawn, lines.end(), "window attachedSheet"), lines.end());
-}
-
-TEST_F(DoorLifeCycleTest, HoldsAViewThatNoWindowShows) {
-    hide();
-    [door awakeFromNib];
-    [door setView:static_cast<id>(settings)];
-    EXPECT_EQ([door view], static_cast<id>(settings));
-    EXPECT_EQ(timesDispatched(), 0);
-    EXPECT_EQ(times("place shows"), 0);
-}
-
-TEST_F(DoorLifeCycleTest, BringsItsWindowToTheMiddleAndInFrontOfOtherApplications) {
-    [door awakeFromNib];
-    EXPECT_EQ(times("window center"), 1);
-    EXPECT_EQ(times("sidebar marks Welcome"), 1);
-    EXPECT_EQ(times("put off: windowIsOnScreen 0.000000"), 1);
-    EXPECT_EQ(times("application"), 0);
-    EXPECT_EQ(times("presses"), 0);
-    [door windowIsOnScreen];
-    EXPECT_EQ(times("application activateIgnoringOtherApps: YES"), 1);
-    EXPECT_EQ(times("presses are watched"), 1);
-}
-
-TEST_F(DoorLifeCycleTest, WatchesPressesBeforeTheFirstPageIsDrawn) {
-    [door awakeFromNib];
-    const auto at = [this](const std::string& line) {
-        return std::find(news().begin(), news().end(), line);
-    };
-    EXPECT_LT(at("bundle URLForResource:withExtension: license.rtf nil"),
-              at("sidebar marks Welcome"));
-    takeNews();
-    [door windowIsOnScreen];
-    Lines order = news();
-    order.erase(std::find(order.begin(), order.end(), "sheet begins") + 1, order.end());
-    std::erase_if(order, [](const std::string& line) {
-        return !line.starts_with("presses") && !line.starts_with("window display") &&
-               !line.starts_with("sheet begins");
-    });
-    EXPECT_EQ(order, (Lines{"presses are watched", "window displayIfNeeded",
-                            "presses from before do not count", "sheet begins"}));
-}
-
-TEST_F(DoorLifeCycleTest, IsLoadedOnceEvenIfThePlatformSaysSoMeanwhile) {
-    LoadingTextView* loading =
-        static_cast<LoadingTextView*>([LoadingTextView named:"loading text view"
-                                                 standingFor:[NSTextView class]]);
-    loading->door = door;
-    [door setLicenseText:static_cast<id>(loading)];
-    [door awakeFromNib];
-    EXPECT_EQ(timesLoaded(), 1);
-    EXPECT_GT(times("super viewDidLoad"), 1);
-
-    MorvellaInstallerLicenseVC* licence =
-        [[[MorvellaInstallerLicenseVC alloc] initWithNibName:nil bundle:nil] autorelease];
-    loading->door = licence;
-    [licence setLicenseView:static_cast<id>(loading)];
-    takeNews();
-    [licence awakeFromNib];
-    EXPECT_EQ(timesLoaded(), 1);
-}
-
-TEST_F(DoorLifeCycleTest, APageThatCannotBeShownEndsInASheet) {
-    start();
-    raise();
-    [door welcomeButton:nil];
-    EXPECT_EQ(timesDispatched(), 1);
-    [door licenseAcceptedButton:nil];
-    EXPECT_EQ(timesDispatched(), 2);
-    [door beginInstallButton:nil];
-    EXPECT_EQ(timesDispatched(), 3);
-}
-
-TEST_F(DoorLifeCycleTest, WithoutADoorAnExceptionEndsTheApplication) {
-    const auto raising = [] { [NSException raise:@"StubException" format:@"on purpose"]; };
-    morvella::guarded(raising);
-    EXPECT_EQ(timesDispatched(), 1);
-    EXPECT_EQ(times("application terminate:"), 0);
-    NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-    [[[MorvellaInstallerViewController alloc] initWithNibName:nil bundle:nil] release];
-    [pool release];
-    morvella::guarded(raising);
-    EXPECT_EQ(times("application terminate: nil"), 1);
-}
-
-TEST_F(DoorLifeCycleTest, ButtonsNeedNoSender) {
-    [door awakeFromNib];
-    [door beginInstallButton:nil];
-    EXPECT_EQ([door view], static_cast<id>(installation));
-    [door licenseAcceptedButton:nil];
-    EXPECT_EQ([door view], static_cast<id>(settings));
-}
-
-/// What an initializer may do: give another object than the one it was sent to.
-id anotherFor(id door) {
+id anotherInstance(id door, SEL) {
     id another = [[door class] alloc];
     [door release];
     return another;
 }
 
-id initWithCoder(id door, SEL, NSCoder*) {
-    record("super initWithCoder:");
-    return anotherFor(door);
+/// A door with its pages in a window. The bundle has no resources: the initial page ends in a
+/// sheet, and so does the settings page.
+class DoorLifeCycleTest : public ::testing::Test {
+  protected:
+    DoorLifeCycleTest() {
+        NSApp = static_cast<id>([Recorder named:"application" standingFor:[NSApplication class]]);
+        shownWindow = window;
+        for (const auto& [owner, method] : std::initializer_list<std::pair<Class, SEL>>{
+                 {[NSViewController class], @selector(awakeFromNib)},
+                 {[NSViewController class], @selector(viewDidLoad)},
+                 {object_getClass([CATransaction class]), @selector(flush)},
+                 {object_getClass([PressMonitor class]), @selector(start)},
+                 {object_getClass([PressMonitor class]), @selector(screenChanged)}}) {
+            replaced_.emplace_back(owner, method, reinterpret_cast<IMP>(recordCall), "v@:");
+        }
+        [place_ addSubview:initial];
+        door = makeDoor();
+    }
+    ~DoorLifeCycleTest() override {
+        NSApp = nil;
+        shownWindow = nil;
+        disturbed = nil;
+        pageChangeRaises = false;
+        forgetSheet();
+    }
+
+    TestDoor* makeDoor() {
+        ++doorsAlive;
+        TestDoor* made = [[[TestDoor alloc] initWithNibName:nil bundle:nil] autorelease];
+        [made setInitialView:initial];
+        [made setSettingsView:settings];
+        [made setDoInstallView:installation];
+        [made setValue:sidebar_ forKey:@"stepsSidebar"];
+        [made setView:initial];
+        takeRecorded();
+        return made;
+    }
+
+    /// Loads the door and brings its window on the screen.
+    void start() {
+        [door awakeFromNib];
+        [door windowIsOnScreen];
+        takeRecorded();
+    }
+
+    /// What was recorded, apart from questions and resources.
+    static Lines steps() {
+        Lines lines = takeRecorded();
+        std::erase_if(lines, [](const std::string& line) {
+            return line.ends_with("attachedSheet") || line.ends_with("isActive") ||
+                   line.ends_with("contentView") || line.starts_with("searches") ||
+                   line.starts_with("sheet set") || line.starts_with("panel ") ||
+                   line == "sheet init" || line == "sheet window" ||
+                   line.starts_with("sheet addButton");
+        });
+        return lines;
+    }
+    static std::string describe(id object) { return [[object description] UTF8String]; }
+    static long times(const std::string& line, const Lines& lines = takeRecorded()) {
+        return std::ranges::count(lines, line);
+    }
+
+    /// Expects one load, however often the platform calls `viewDidLoad`.
+    static void expectLoadedOnce(NSViewController* controller) {
+        disturbed = controller;
+        [controller viewDidLoad];
+        EXPECT_EQ(takeRecorded(), Lines{"viewDidLoad"}) << "outlets are not connected yet";
+        [controller awakeFromNib];
+        [controller viewDidLoad];
+        const Lines lines = takeRecorded();
+        EXPECT_EQ(lines.front(), "awakeFromNib");
+        EXPECT_EQ(times("searches license.rtf", lines), 1);
+        EXPECT_GT(times("viewDidLoad", lines), 2);
+    }
+
+    Recorder* window = [Recorder named:"window" standingFor:[NSWindow class]];
+    Recorder* sheet = [TestSheet named:"sheet" standingFor:[NSAlert class]];
+    NSView* initial = [[[NSView alloc] initWithFrame:NSMakeRect(1, 2, 3, 4)] autorelease];
+    NSView* settings = [[[NSView alloc] init] autorelease];
+    NSView* installation = [[[NSView alloc] init] autorelease];
+    TestDoor* door;
+
+  private:
+    std::list<Replaced> replaced_;
+    Replaced windows_ {
+        [NSView class], @selector(window), reinterpret_cast<IMP>(windowOfView), "@@:"
+    };
+    Answering mainBundle_ {
+        [NSBundle class], @selector(mainBundle),
+            [TestBundle named:"bundle" standingFor:[NSBundle class]]
+    };
+    Answering sheet_ { [NSAlert class], @selector(alloc), sheet };
+    TestSidebar* sidebar_ = [[[TestSidebar alloc] init] autorelease];
+    TestPlace* place_ = [[[TestPlace alloc] init] autorelease];
+};
+
+TEST_F(DoorLifeCycleTest, BothControllersLoadOnceWhenTheirOutletsAreConnected) {
+    expectLoadedOnce(door);
+    MorvellaInstallerLicenseVC* licence =
+        [[[MorvellaInstallerLicenseVC alloc] initWithNibName:nil bundle:nil] autorelease];
+    [licence setLicenseView:static_cast<id>([Recorder named:"text view"
+                                                standingFor:[NSTextView class]])];
+    expectLoadedOnce(licence);
 }
 
-id initWithNibName(id door, SEL, NSString*, NSBundle*) {
-    record("super initWithNibName:bundle:");
-    return anotherFor(door);
+TEST_F(DoorLifeCycleTest, StartsTheFirstPageWhenTheWindowIsOnTheScreen) {
+    [door viewDidAppear];
+    [door awakeFromNib];
+    [door viewDidAppear];
+    EXPECT_EQ(steps(), (Lines{"awakeFromNib", "window center", "viewDidLoad", "sidebar shows steps",
+                              "after 0 s: windowIsOnScreen"}));
+    disturbed = door;
+    [door windowIsOnScreen];
+    EXPECT_EQ(steps(), (Lines{"application activateIgnoringOtherApps: YES",
+                              "application requestUserAttention: 10", "start",
+                              "sidebar shows steps", "window displayIfNeeded", "flush",
+                              "screenChanged", "window makeKeyAndOrderFront: door", "sheet begins",
+                              "application requestUserAttention: 0"}));
+    [door viewDidAppear];
+    EXPECT_EQ(steps(), Lines{}) << "the window came back";
+}
+
+TEST_F(DoorLifeCycleTest, ShowsAndDrawsAPageBeforeItsWorkStarts) {
+    start();
+    disturbed = door;
+    [door licenseAcceptedButton:nil];
+    EXPECT_EQ(steps(), (Lines{"window setInitialFirstResponder: " + describe(settings),
+                              "window makeFirstResponder: nil", "sidebar shows steps",
+                              "window displayIfNeeded", "flush", "screenChanged",
+                              "window makeKeyAndOrderFront: door", "sheet begins",
+                              "application requestUserAttention: 0"}));
+    EXPECT_EQ([initial superview], nil);
+    EXPECT_NE([settings superview], nil);
+    EXPECT_TRUE(NSEqualRects([settings frame], NSMakeRect(1, 2, 3, 4)));
+    [door viewDidAppear];
+    [door setView:settings];
+    EXPECT_EQ(steps(), Lines{}) << "the page's work has started";
+}
+
+TEST_F(DoorLifeCycleTest, CountsPressesForASheetWhenAPageIsDrawnBehindIt) {
+    start();
+    [window answer:@"a sheet" to:@selector(attachedSheet)];
+    [door licenseAcceptedButton:nil];
+    EXPECT_EQ(times("screenChanged"), 0);
+}
+
+TEST_F(DoorLifeCycleTest, StartsNoPageThatNoWindowShows) {
+    start();
+    [initial removeFromSuperview];
+    takeRecorded();
+    [door setView:settings];
+    EXPECT_EQ([door view], settings);
+    EXPECT_EQ(steps(), Lines{});
+}
+
+TEST_F(DoorLifeCycleTest, ReportsWhatFailsWithoutAWindowInAWindowOfItsOwn) {
+    start();
+    [initial removeFromSuperview];
+    takeRecorded();
+    // No check box: it understands nothing that one does.
+    [door setPostInstallOpenDemoSetCheck:static_cast<id>([[[NSObject alloc] init] autorelease])];
+    [door installDoneButton:nil];
+    EXPECT_EQ(steps(), (Lines{"application requestUserAttention: 0"}));
+    EXPECT_TRUE(turnUntil([] { return times("application terminate: door") == 1; }));
+}
+
+TEST_F(DoorLifeCycleTest, ReportsPagesThatCannotBeShownAndStartsLaterOnes) {
+    start();
+    pageChangeRaises = true;
+    [door welcomeButton:nil];
+    [door licenseAcceptedButton:nil];
+    [door beginInstallButton:nil];
+    EXPECT_EQ(times("sheet begins"), 3);
+    pageChangeRaises = false;
+    [door licenseAcceptedButton:nil];
+    EXPECT_EQ([door view], settings);
+    EXPECT_EQ(times("sheet begins"), 1);
+}
+
+TEST_F(DoorLifeCycleTest, SheetKeepsTheDoorAliveAndQuitsInItsName) {
+    const int before = doorsAlive;
+    NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
+    [makeDoor() windowIsOnScreen];
+    [pool release];
+    EXPECT_EQ(doorsAlive, before + 1);
+    takeRecorded();
+    pool = [[NSAutoreleasePool alloc] init];
+    answer(NSAlertFirstButtonReturn);
+    EXPECT_EQ(times("application terminate: door"), 1);
+    forgetSheet();
+    [pool release];
+    EXPECT_EQ(doorsAlive, before);
+}
+
+TEST_F(DoorLifeCycleTest, AnimatesIndicatorsInItsOwnName) {
+    const TemporaryFolder library;
+    library.addFolder("Morvella");
+    const Answering making([NSProgressIndicator class], @selector(alloc),
+                           [Recorder named:"backup" standingFor:[NSProgressIndicator class]]);
+    // The archiver does nothing.
+    const Answering tasks([NSTask class], @selector(alloc), nil);
+    const Answering pipes([NSPipe class], @selector(pipe), nil);
+    Recorder* checkBox = [Recorder named:"check box" standingFor:[NSButton class]];
+    [checkBox answer:@(NSControlStateValueOn) to:@selector(state)];
+    [sheet answer:checkBox to:@selector(suppressionButton)];
+    start();
+    [door setUserLibPath:@(library.path().c_str())];
+    [door beginInstallButton:nil];
+    takeRecorded();
+    answer(NSAlertFirstButtonReturn);
+    const Lines lines = takeRecorded();
+    EXPECT_EQ(times("backup startAnimation: door", lines), 1);
+    EXPECT_EQ(times("backup stopAnimation: door", lines), 1);
+    // Without a destination nothing is installed.
+    [door setDestinationURL:nil];
+    EXPECT_TRUE(turnUntil([] { return times("sheet begins") == 1; }));
+}
+
+TEST_F(DoorLifeCycleTest, OnlyTheNewestDoorHandlesExceptions) {
+    const auto raiseAndRelease = [](id retained) {
+        NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
+        [retained release];
+        morvella::guarded([] { [NSException raise:@"StubException" format:@"on purpose"]; });
+        forgetSheet();
+        [pool release];
+    };
+    NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
+    TestDoor* older = [makeDoor() retain];
+    TestDoor* newest = [makeDoor() retain];
+    [pool release];
+    raiseAndRelease(older);
+    EXPECT_EQ(steps(), (Lines{"window makeKeyAndOrderFront: door", "sheet begins",
+                              "application requestUserAttention: 0"}));
+    raiseAndRelease(newest);
+    EXPECT_EQ(steps(), (Lines{"application terminate: nil"}));
 }
 
 TEST_F(DoorLifeCycleTest, BothControllersAreMadeInEitherWay) {
     const Replaced coding([NSViewController class], @selector(initWithCoder:),
-                          reinterpret_cast<IMP>(initWithCoder), "@@:@");
+                          reinterpret_cast<IMP>(anotherInstance), "@@:@");
     const Replaced naming([NSViewController class], @selector(initWithNibName:bundle:),
-                          reinterpret_cast<IMP>(initWithNibName), "@@:@@");
-    takeNews();
+                          reinterpret_cast<IMP>(anotherInstance), "@@:@@");
     for (Class one :
          {[MorvellaInstallerViewController class], [MorvellaInstallerLicenseVC class]}) {
-        NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
         EXPECT_EQ([[[[one alloc] initWithCoder:nil] autorelease] licenseView], nil);
         EXPECT_EQ([[[[one alloc] initWithNibName:nil bundle:nil] autorelease] licenseView], nil);
-        [pool release];
     }
-    EXPECT_EQ(times("super initWithCoder:"), 2);
-    EXPECT_EQ(times("super initWithNibName:bundle:"), 2);
-}
-
-TEST_F(DoorLifeCycleTest, BothControllersEndWithWhatTheyInherit) {
-    int ended = 0;
-    const NotedDealloc ending([NSViewController class], [&] { ++ended; });
-    for (Class one :
-         {[MorvellaInstallerViewController class], [MorvellaInstallerLicenseVC class]}) {
-        [[[one alloc] initWithNibName:nil bundle:nil] release];
-    }
-    EXPECT_EQ(ended, 2);
-}
-
-TEST_F(DoorLifeCycleTest, LicenceControllerFillsItsViewOnceByItself) {
-    MorvellaInstallerLicenseVC* licence =
-        [[[MorvellaInstallerLicenseVC alloc] initWithNibName:nil bundle:nil] autorelease];
-    [licence viewDidLoad];
-    [licence setLicenseView:static_cast<id>(text)];
-    EXPECT_EQ(timesLoaded(), 0);
-    [licence awakeFromNib];
-    [licence viewDidLoad];
-    EXPECT_EQ(timesLoaded(), 1);
-    EXPECT_EQ(times("document initWithURL:options:documentAttributes:error: "
-                    "file:///Bundle/license.rtf"),
-              1);
-    EXPECT_EQ(times("storage setAttributedString: document"), 1);
-    EXPECT_EQ(times("super viewDidLoad"), 3);
-    EXPECT_EQ(times("super awakeFromNib"), 1);
-    EXPECT_EQ([licence licenseText], nil);
 }
 
 }  // namespace

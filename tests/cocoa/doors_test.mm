@@ -5,131 +5,75 @@
 #import "platform/cocoa/MorvellaInstallerLicenseVC.h"
 #import "platform/cocoa/MorvellaInstallerViewController.h"
 
-/// Stands for any control. Counts how many of it there are.
-@interface StubControl : NSObject
-+ (int)living;
-- (void)setUsesThreadedAnimation:(BOOL)threaded;
-@end
+#include "cocoa/recorder.h"
 
-@implementation StubControl
-
-static int living = 0;
-
-+ (int)living {
-    return living;
-}
-
-- (instancetype)init {
-    self = [super init];
-    ++living;
-    return self;
-}
-
-- (void)dealloc {
-    --living;
-    [super dealloc];
-}
-
-- (void)setUsesThreadedAnimation:(BOOL)threaded {
-}
-
-@end
+using namespace morvella::cocoa_tests;
 
 namespace {
 
-NSArray* outlets() {
-    return @[
-        @"initialView", @"welcomeView", @"welcomeVersionString", @"welcomeBetaString",
-        @"licenseView", @"licenseText", @"settingsView", @"settingsIndicator", @"settingsInfoText",
-        @"settingsUserLibLabel", @"settingsNextButton", @"doInstallView", @"doInstallIndicator",
-        @"postInstallView", @"postInstallOpenDemoSetCheck"
-    ];
-}
-
-/// Connects every outlet to a stub of its own, which nobody else holds.
-void connect(id door, NSArray* names) {
+/// Every property of the door holds its own value, retained, and can be emptied.
+void expectProperties(Class door, NSArray* outlets, NSDictionary* texts) {
+    NSMutableDictionary* values = [NSMutableDictionary dictionaryWithDictionary:texts];
     NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-    for (NSString* name in names) {
-        StubControl* stub = [[StubControl alloc] init];
-        [door setValue:stub forKey:name];
-        EXPECT_EQ([door valueForKey:name], stub) << [name UTF8String];
-        [stub release];
+    const id made = [[[door alloc] initWithNibName:nil bundle:nil] autorelease];
+    for (NSString* name in outlets) {
+        [values setObject:[Recorder named:"outlet" standingFor:[NSProgressIndicator class]]
+                   forKey:name];
     }
-    [pool release];
-}
-
-/// How many different objects the outlets hold.
-size_t differentObjects(id door, NSArray* names) {
-    NSMutableSet* held = [NSMutableSet set];
-    for (NSString* name in names) {
-        [held addObject:[NSValue valueWithNonretainedObject:[door valueForKey:name]]];
+    for (NSString* name in values) {
+        EXPECT_EQ([made valueForKey:name], nil) << [name UTF8String];
     }
-    return [held count];
-}
-
-TEST(DoorsTest, OutletsAreHeldApartAndLetGoOfWithTheDoor) {
-    ASSERT_EQ([StubControl living], 0);
-    NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-    MorvellaInstallerViewController* door =
-        [[MorvellaInstallerViewController alloc] initWithNibName:nil bundle:nil];
-    for (NSString* name in outlets()) {
-        EXPECT_EQ([door valueForKey:name], nil) << [name UTF8String];
+    [made setValuesForKeysWithDictionary:values];
+    for (NSString* name in values) {
+        EXPECT_TRUE([[made valueForKey:name] isEqual:[values objectForKey:name]])
+            << [name UTF8String];
     }
-    connect(door, outlets());
-    EXPECT_EQ(differentObjects(door, outlets()), 15U);
-    EXPECT_EQ([StubControl living], 15);
-    [door release];
+    for (NSString* name in values) {
+        [made setValue:nil forKey:name];
+        EXPECT_EQ([made valueForKey:name], nil) << [name UTF8String];
+    }
+    [made setValue:[Recorder named:"retained" standingFor:[NSView class]] forKey:@"licenseView"];
+    [made retain];
     [pool release];
-    EXPECT_EQ([StubControl living], 0);
+    EXPECT_EQ([Recorder livingNamed:"retained"], 1);
+    pool = [[NSAutoreleasePool alloc] init];
+    [made release];
+    [pool release];
+    EXPECT_EQ([Recorder livingNamed:"retained"], 0);
 }
 
-TEST(DoorsTest, OutletsOfTheLicenceControllerAreHeldApartAndLetGoOfWithIt) {
-    ASSERT_EQ([StubControl living], 0);
-    NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-    MorvellaInstallerLicenseVC* door = [[MorvellaInstallerLicenseVC alloc] initWithNibName:nil
-                                                                                    bundle:nil];
-    NSArray* names = @[ @"licenseView", @"licenseText" ];
-    connect(door, names);
-    EXPECT_EQ(differentObjects(door, names), 2U);
-    EXPECT_EQ([StubControl living], 2);
-    [door release];
-    [pool release];
-    EXPECT_EQ([StubControl living], 0);
+TEST(DoorsTest, HoldTheirOutletsAndTheState) {
+    expectProperties(
+        [MorvellaInstallerViewController class],
+        @[
+            @"initialView", @"welcomeView", @"welcomeVersionString", @"welcomeBetaString",
+            @"licenseView", @"licenseText", @"settingsView", @"settingsIndicator",
+            @"settingsInfoText", @"settingsUserLibLabel", @"settingsNextButton", @"doInstallView",
+            @"doInstallIndicator", @"postInstallView", @"postInstallOpenDemoSetCheck"
+        ],
+        @{
+            @"liveAppPath" : @"/Live.app",
+            @"userLibPath" : @"/Library 100%",
+            @"demoSetPath" : @"/Demo.als",
+            @"destinationURL" : [NSURL fileURLWithPath:@"/a b/Morvella" isDirectory:YES]
+        });
+    expectProperties([MorvellaInstallerLicenseVC class], @[ @"licenseView", @"licenseText" ], @{});
 }
 
-TEST(DoorsTest, StateIsReadAndWrittenInFoundationsTypes) {
+TEST(DoorsTest, ResourcesLoadedIsABoolean) {
     MorvellaInstallerViewController* door =
         [[[MorvellaInstallerViewController alloc] initWithNibName:nil bundle:nil] autorelease];
-    EXPECT_EQ([door liveAppPath], nil);
-    EXPECT_EQ([door userLibPath], nil);
-    EXPECT_EQ([door demoSetPath], nil);
-    EXPECT_EQ([door destinationURL], nil);
     EXPECT_EQ([door resourcesLoaded], 0);
-    NSURL* destination = [NSURL fileURLWithPath:@"/a b/Morvella" isDirectory:YES];
-    [door setLiveAppPath:@"/Live.app"];
-    [door setUserLibPath:@"/Library 100%"];
-    [door setDemoSetPath:@"/Demo.als"];
-    [door setDestinationURL:destination];
     [door setResourcesLoaded:YES];
-    EXPECT_TRUE([[door liveAppPath] isEqual:@"/Live.app"]);
-    EXPECT_TRUE([[door userLibPath] isEqual:@"/Library 100%"]);
-    EXPECT_TRUE([[door demoSetPath] isEqual:@"/Demo.als"]);
-    EXPECT_TRUE([[door destinationURL] isEqual:destination]);
     EXPECT_EQ([door resourcesLoaded], 1);
-    [door setLiveAppPath:nil];
-    [door setDestinationURL:nil];
-    EXPECT_EQ([door liveAppPath], nil);
-    EXPECT_EQ([door destinationURL], nil);
 }
 
-TEST(DoorsTest, DelegateQuitsWithTheLastWindowAndDoesNothingElse) {
+TEST(DoorsTest, DelegateQuitsWithTheLastWindow) {
     MorvellaInstallerAppDelegate* delegate =
         [[[MorvellaInstallerAppDelegate alloc] init] autorelease];
-    // Neither the application nor the notification is looked at.
-    const id anything = [[[NSObject alloc] init] autorelease];
-    EXPECT_TRUE([delegate applicationShouldTerminateAfterLastWindowClosed:anything]);
-    [delegate applicationDidFinishLaunching:anything];
-    [delegate applicationWillTerminate:anything];
+    EXPECT_TRUE([delegate applicationShouldTerminateAfterLastWindowClosed:nil]);
+    [delegate applicationDidFinishLaunching:nil];
+    [delegate applicationWillTerminate:nil];
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "cocoa/temporary_folder.hpp"
+#include "cocoa/turn.h"
 #include "platform/cocoa/system.h"
 
 #include <functional>
@@ -11,18 +12,6 @@
 namespace morvella::cocoa_tests {
 
 namespace {
-
-/// Runs the main run loop until `done`, or for ten seconds.
-bool turnUntil(const std::function<bool()>& done) {
-    NSDate* deadline = [NSDate dateWithTimeIntervalSinceNow:10];
-    while (!done() && [deadline timeIntervalSinceNow] > 0) {
-        NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-        [[NSRunLoop mainRunLoop] runMode:NSDefaultRunLoopMode
-                              beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.05]];
-        [pool release];
-    }
-    return done();
-}
 
 TEST(RunLoopTest, MainQueueRunsWorkLaterInItsOrderAndLetsGoOfIt) {
     CocoaRunLoop runLoop;

@@ -7,15 +7,10 @@
 #include "platform/cocoa/guard.h"
 #include "platform/cocoa/window.h"
 
-#include <functional>
+#include <algorithm>
 #include <memory>
-#include <optional>
 
 using AnswerHandler = void (^)(NSModalResponse response);
-
-/// Keeps the handler that it is given, as the platform does until the sheet is answered.
-@interface AlertRecorder : Recorder
-@end
 
 namespace {
 
@@ -23,11 +18,15 @@ AnswerHandler handler = nil;
 
 }  // namespace
 
+/// Keeps its handler until it is answered, as the platform does.
+@interface AlertRecorder : Recorder
+@end
+
 @implementation AlertRecorder
 
 - (void)beginSheetModalForWindow:(NSWindow*)window completionHandler:(AnswerHandler)given {
-    morvella::cocoa_tests::record(std::string("alert begins on ") +
-                                  [[window description] UTF8String]);
+    morvella::cocoa_tests::record("alert begins on " +
+                                  std::string([[window description] UTF8String]));
     handler = Block_copy(given);
 }
 
@@ -37,60 +36,30 @@ namespace morvella::cocoa_tests {
 
 namespace {
 
-/// A window whose sheets are recorders.
+template <class T>
+T* recorder(const char* name) {
+    return static_cast<T*>(static_cast<id>([Recorder named:name standingFor:[T class]]));
+}
+
 class SheetsTest : public ::testing::Test {
   protected:
-    SheetsTest() {
+    /// Begins a sheet that only the platform retains. `answered` tells what the answer was.
+    void begin(
+        const Alert& alert, AlertAnswered answered = [](const AlertAnswer&) {}) {
         NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-        AlertRecorder* made = static_cast<AlertRecorder*>([AlertRecorder named:"alert"
-                                                                   standingFor:[NSAlert class]]);
+        Recorder* made = [AlertRecorder named:"alert" standingFor:[NSAlert class]];
         [made answer:panel_ to:@selector(window)];
-        alert_ = Retained<AlertRecorder*>(made);
-        [pool release];
+        [made answer:checkBox_ to:@selector(suppressionButton)];
         takeRecorded();
-    }
-    ~SheetsTest() override {
-        if (handler) {
-            Block_release(handler);
-            handler = nil;
-        }
-    }
-
-    /// What the next sheet is.
-    AlertRecorder* alert() { return alert_.get(); }
-
-    /// Begins the sheet; nobody but the platform holds it then. Returns what it was given before,
-    /// and after that what was done with it.
-    Lines begin(
-        const Alert& shown, const std::function<void()>& act = [] {}) {
-        NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
         {
-            const Answering making([NSAlert class], @selector(alloc), alert());
-            window.beginSheet(shown, [this, act, held = held_](const AlertAnswer& given) {
-                answer = given;
-                act();
-                EXPECT_EQ([Recorder livingNamed:"alert"], 1);
-            });
+            const Answering making([NSAlert class], @selector(alloc), made);
+            CocoaWindow(recorder<NSWindow>("window")).beginSheet(alert, std::move(answered));
         }
-        alert_ = Retained<AlertRecorder*>();
-        held_.reset();
         [pool release];
-        rest = takeRecorded();
-        return takeSettingsBefore("alert begins on window", rest);
     }
 
-    /// The last request for attention that a sheet of this style makes; -1 for none.
-    int attentionFor(AlertStyle style) {
-        NSApp = static_cast<id>([Recorder named:"application" standingFor:[NSApplication class]]);
-        begin({.style = style});
-        NSApp = nil;
-        const std::string request = "application requestUserAttention: ";
-        return rest.back().starts_with(request) ? std::stoi(rest.back().substr(request.size()))
-                                                : -1;
-    }
-
-    /// Lets the user press the button with this code; the platform lets go of the handler then.
-    void press(NSModalResponse response) {
+    /// Presses the button with this code; the platform lets go of the handler then.
+    static void press(NSModalResponse response) {
         NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
         handler(response);
         Block_release(handler);
@@ -98,131 +67,97 @@ class SheetsTest : public ::testing::Test {
         [pool release];
     }
 
-    CocoaWindow window{static_cast<NSWindow*>([Recorder named:"window"
-                                                  standingFor:[NSWindow class]])};
-    Lines rest;
-    std::optional<AlertAnswer> answer;
-    std::weak_ptr<int> callback() const { return held_; }
+    Recorder* checkBox_ = [Recorder named:"check box" standingFor:[NSButton class]];
 
   private:
     Recorder* panel_ = [Recorder named:"panel" standingFor:[NSWindow class]];
-    Retained<AlertRecorder*> alert_;
-    std::shared_ptr<int> held_ = std::make_shared<int>();
 };
 
-TEST_F(SheetsTest, AnswerThatRaisesAnExceptionIsToldOf) {
-    int told = 0;
-    setUnknownStateHandler(this, [&] { ++told; });
-    begin({.messageText = "Question"}, [] { [NSException raise:@"StubException" format:@""]; });
+TEST_F(SheetsTest, ShowWhatTheAlertHolds) {
+    begin({.style = AlertStyle::critical, .messageText = "Install failed", .buttons = {"Quit"}});
+    Lines lines = takeRecorded();
+    EXPECT_EQ(takeSettingsBefore("alert begins on window", lines),
+              (Lines{"alert addButtonWithTitle: Quit", "alert init", "alert setAlertStyle: 2",
+                     "alert setMessageText: Install failed", "alert setShowsHelp: NO",
+                     "alert window", "panel setPreventsApplicationTerminationWhenModal: NO"}));
+    EXPECT_EQ(lines, (Lines{"alert begins on window"}));
+    press(NSAlertFirstButtonReturn);
+}
+
+TEST_F(SheetsTest, ShowHelpCheckBoxAccessoryAndInformativeText) {
+    auto* const indicator = recorder<NSProgressIndicator>("indicator");
+    begin({.informativeText = "Two\nlines",
+           .buttons = {"Continue", "Quit"},
+           .showsHelp = true,
+           .suppressionButton = SuppressionButton{.title = "Backup", .state = ControlState::on},
+           .accessory = std::make_shared<CocoaProgressIndicator>(indicator)});
+    Lines lines = takeRecorded();
+    const Lines settings = takeSettingsBefore("alert begins on window", lines);
+    for (const char* setting :
+         {"alert addButtonWithTitle: Continue", "alert addButtonWithTitle: Quit",
+          "alert setAccessoryView: indicator", "alert setAlertStyle: 0",
+          "alert setInformativeText: Two\nlines", "alert setShowsHelp: YES",
+          "alert setShowsSuppressionButton: YES", "check box setState: 1",
+          "check box setTitle: Backup"}) {
+        EXPECT_EQ(std::ranges::count(settings, setting), 1) << setting;
+    }
+    press(NSAlertFirstButtonReturn);
+}
+
+TEST_F(SheetsTest, AreReleasedOnceTheyAreAnswered) {
+    auto held = std::make_shared<int>();
+    const std::weak_ptr<int> callback = held;
+    begin({}, [held](const AlertAnswer&) { EXPECT_EQ([Recorder livingNamed:"alert"], 1); });
+    held.reset();
+    EXPECT_EQ([Recorder livingNamed:"alert"], 1);
+    EXPECT_FALSE(callback.expired());
+    press(NSAlertFirstButtonReturn);
+    EXPECT_EQ([Recorder livingNamed:"alert"], 0);
+    EXPECT_TRUE(callback.expired());
+}
+
+TEST_F(SheetsTest, AnswerWithTheButtonAndTheStateOfTheCheckBox) {
+    for (const int state : {-1, 0, 1}) {
+        AlertAnswer answer;
+        begin({.suppressionButton = SuppressionButton{}},
+              [&](const AlertAnswer& given) { answer = given; });
+        [checkBox_ answer:@(state) to:@selector(state)];
+        press(1000 + state);
+        EXPECT_EQ(answer.response, 1000 + state);
+        EXPECT_EQ(static_cast<int>(answer.suppressionState), state);
+    }
+}
+
+TEST_F(SheetsTest, AskForTheUsersAttentionByTheirStyle) {
+    NSApp = static_cast<id>([Recorder named:"application" standingFor:[NSApplication class]]);
+    begin({.style = AlertStyle::warning});
+    EXPECT_EQ(takeRecorded().back(),
+              "application requestUserAttention: " + std::to_string(NSInformationalRequest));
+    press(NSAlertFirstButtonReturn);
+    begin({.style = AlertStyle::critical});
+    EXPECT_EQ(takeRecorded().back(),
+              "application requestUserAttention: " + std::to_string(NSCriticalRequest));
+    press(NSAlertFirstButtonReturn);
+    NSApp = nil;
+}
+
+TEST_F(SheetsTest, GuardTheirAnswers) {
+    int handled = 0;
+    setUnknownStateHandler(this, [&] { ++handled; });
+    begin({}, [](const AlertAnswer&) { [NSException raise:@"StubException" format:@""]; });
     press(NSAlertFirstButtonReturn);
     clearUnknownStateHandler(this);
-    EXPECT_EQ(told, 1);
-}
-
-TEST_F(SheetsTest, AskForTheUsersAttention) {
-    EXPECT_EQ(attentionFor(AlertStyle::warning), NSInformationalRequest);
-}
-
-TEST_F(SheetsTest, AskForTheUsersAttentionUntilTheyComeIfCritical) {
-    EXPECT_EQ(attentionFor(AlertStyle::critical), NSCriticalRequest);
-}
-
-TEST_F(SheetsTest, HaveWhatTheAlertHoldsAndNothingElse) {
-    const Lines given = begin(
-        {.style = AlertStyle::critical, .messageText = "Install failed", .buttons = {"Quit"}});
-    EXPECT_EQ(given, (Lines{
-                         "alert addButtonWithTitle: Quit",
-                         "alert init",
-                         "alert setAlertStyle: 2",
-                         "alert setMessageText: Install failed",
-                         "alert setShowsHelp: NO",
-                         "alert window",
-                         "panel setPreventsApplicationTerminationWhenModal: NO",
-                     }));
-    EXPECT_EQ(rest, (Lines{"alert begins on window"}));
-}
-
-TEST_F(SheetsTest, HaveHelpCheckBoxAccessoryAndInformativeTextWhereTheAlertHas) {
-    Recorder* checkBox = [Recorder named:"check box" standingFor:[NSButton class]];
-    [alert() answer:checkBox to:@selector(suppressionButton)];
-    NSProgressIndicator* indicator =
-        static_cast<NSProgressIndicator*>([Recorder named:"indicator"
-                                              standingFor:[NSProgressIndicator class]]);
-    const Lines given =
-        begin({.style = AlertStyle::warning,
-               .messageText = "Found",
-               .informativeText = "Two\nlines",
-               .buttons = {"Continue", "Quit"},
-               .showsHelp = true,
-               .suppressionButton = SuppressionButton{.title = "Backup", .state = ControlState::on},
-               .accessory = std::make_shared<CocoaProgressIndicator>(indicator)});
-    EXPECT_EQ(given, (Lines{
-                         "alert addButtonWithTitle: Continue",
-                         "alert addButtonWithTitle: Quit",
-                         "alert init",
-                         "alert setAccessoryView: indicator",
-                         "alert setAlertStyle: 0",
-                         "alert setInformativeText: Two\nlines",
-                         "alert setMessageText: Found",
-                         "alert setShowsHelp: YES",
-                         "alert setShowsSuppressionButton: YES",
-                         "alert suppressionButton",
-                         "alert suppressionButton",
-                         "alert window",
-                         "check box setState: 1",
-                         "check box setTitle: Backup",
-                         "indicator setUsesThreadedAnimation: YES",
-                         "panel setPreventsApplicationTerminationWhenModal: NO",
-                     }));
-}
-
-TEST_F(SheetsTest, LiveUntilTheyAreAnsweredAndNoLonger) {
-    const std::weak_ptr<int> held = callback();
-    begin({.messageText = "Found"});
-    EXPECT_EQ([Recorder livingNamed:"alert"], 1);
-    EXPECT_FALSE(held.expired());
-    EXPECT_FALSE(answer);
-    press(1000);
-    EXPECT_TRUE(answer);
-    EXPECT_EQ([Recorder livingNamed:"alert"], 0);
-    EXPECT_TRUE(held.expired());
-}
-
-TEST_F(SheetsTest, AnswerWithTheButtonAndTheCheckBoxAsItIsThen) {
-    Recorder* checkBox = [Recorder named:"check box" standingFor:[NSButton class]];
-    [alert() answer:checkBox to:@selector(suppressionButton)];
-    begin({.suppressionButton = SuppressionButton{.title = "Backup", .state = ControlState::off}});
-    [checkBox answer:[NSNumber numberWithInt:1] to:@selector(state)];
-    press(1002);
-    ASSERT_TRUE(answer);
-    EXPECT_EQ(answer->response, 1002);
-    EXPECT_EQ(answer->suppressionState, ControlState::on);
-}
-
-TEST_F(SheetsTest, WithoutACheckBoxAnswerThatItIsOff) {
-    begin({.messageText = "Found"});
-    press(-1001);
-    ASSERT_TRUE(answer);
-    EXPECT_EQ(answer->response, -1001);
-    EXPECT_EQ(answer->suppressionState, ControlState::off);
+    EXPECT_EQ(handled, 1);
 }
 
 TEST_F(SheetsTest, WindowComesToTheFrontForTheSender) {
-    Recorder* sender = [Recorder named:"door" standingFor:[NSObject class]];
-    const Handle<Object, id> handle(sender);
-    window.makeKeyAndOrderFront(&handle);
+    CocoaWindow window(recorder<NSWindow>("window"));
+    const Handle<Object, id> door(recorder<NSObject>("door"));
+    takeRecorded();
+    window.makeKeyAndOrderFront(&door);
     window.makeKeyAndOrderFront(nullptr);
     EXPECT_EQ(takeRecorded(),
               (Lines{"window makeKeyAndOrderFront: door", "window makeKeyAndOrderFront: nil"}));
-}
-
-TEST_F(SheetsTest, WindowOfAViewIsTheOneThatShowsIt) {
-    Recorder* view = [Recorder named:"view" standingFor:[NSView class]];
-    const CocoaView handle(static_cast<NSView*>(static_cast<id>(view)));
-    EXPECT_EQ(handle.window()->identity(), nullptr);
-    Recorder* shown = [Recorder named:"shown" standingFor:[NSWindow class]];
-    [view answer:shown to:@selector(window)];
-    EXPECT_EQ(handle.window()->identity(), shown);
 }
 
 }  // namespace
