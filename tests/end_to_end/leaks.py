@@ -34,13 +34,13 @@ def leaks(report):
             yield title, frames
 
 
-def is_ours(frames, frameworks):
+def is_ours(frames, frameworks, sources):
     """Whether the installer's own code made what leaked, or asked for it directly enough."""
     named = re.compile("|".join(map(re.escape, frameworks)))
     for frame in frames[1:]:  # The first is the sanitizer's.
         if named.search(frame):
             return False
-        if str(ROOT) in frame:
+        if f"{sources}/" in frame:
             return True
     return False
 
@@ -60,6 +60,7 @@ def take_tour(executable, folder):
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("executable", type=Path, help="the installer, built with the sanitizer")
+    parser.add_argument("sources", help="the folder of the sources, as the build names it")
     options = parser.parse_args()
     symbolizer = os.environ.get("ASAN_SYMBOLIZER_PATH") or shutil.which("llvm-symbolizer")
     if not symbolizer:
@@ -71,7 +72,9 @@ def main():
     found = list(leaks(report))
     if not found:
         sys.exit("The sanitizer reported nothing at all, not even what the frameworks lose.")
-    own = [(title, frames) for title, frames in found if is_ours(frames, frameworks)]
+    own = [
+        (title, frames) for title, frames in found if is_ours(frames, frameworks, options.sources)
+    ]
     for title, frames in own:
         print(title, *frames, "", sep="\n")
     print(f"{len(found) - len(own)} leaks of frameworks, {len(own)} of the installer")
