@@ -62,7 +62,7 @@ class FileChanges {
     virtual bool trashItem(const FileUrl& url, ErrorOut error) = 0;
 };
 
-/// The values are the platform's own.
+/// The values are those of Foundation.
 enum class StandardDirectory { applications = 1, users = 7, documents = 9 };
 enum class Domain { user = 1, local = 2 };
 
@@ -78,7 +78,7 @@ class StandardFolders {
     [[nodiscard]] virtual std::vector<FileUrl> urls(StandardDirectory directory,
                                                     Domain domain) const = 0;
 
-    /// The one folder of this kind in `domain`, which is not created; nothing on failure.
+    /// The folder of this kind in `domain`, which is not created; nothing on failure.
     virtual std::optional<FileUrl> url(StandardDirectory directory, Domain domain,
                                        ErrorOut error) const = 0;
 };

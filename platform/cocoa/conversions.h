@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-/// Between C++ values and Foundation's. Texts are UTF-8 and keep their normal form. What is
-/// returned as an object is autoreleased.
+/// Conversions between C++ values and Foundation's. Texts are UTF-8 and keep their normal form.
+/// Returned objects are autoreleased.
 namespace morvella {
 
 /// nil gives an empty text.
@@ -23,24 +23,23 @@ std::string bytesOf(NSData* data);
 /// Text that is not UTF-8 gives an empty string.
 NSString* stringOf(const std::string& text);
 
-/// A path on its way to the platform. The platform would cut it at a NUL, and take an empty one for
-/// the current folder; either names nothing, and so does what is not UTF-8. What goes out in its
-/// place lies below a file: nothing is ever there, and nothing can be made there.
+/// A path for Foundation, which would truncate it at a NUL and take an empty one for the current
+/// folder. Such a path, or one that is not UTF-8, becomes a path below /dev/null, where nothing can
+/// ever exist.
 NSString* pathOf(const std::string& path);
 
-/// A text that may be missing: null stands for nil.
+/// Null stands for nil.
 std::shared_ptr<const std::string> sharedTextOf(NSString* text);
 NSString* stringOf(const std::shared_ptr<const std::string>& text);
 
 NSArray* stringsOf(const std::vector<std::string>& texts);
 
-/// The path goes out as `pathOf` has it.
+/// Converts the path with `pathOf`.
 NSURL* urlOf(const FileUrl& url);
 FileUrl fileUrlOf(NSURL* url);
 
-/// Stands in an error parameter, as in `error:ErrorParameter(out)`: what the platform hands out is
-/// written to `out` when the call is over. If nobody asks, the platform is given no place for an
-/// error.
+/// Adapts `ErrorOut` to an `NSError**` argument, as in `error:ErrorParameter(out)`, and copies the
+/// error back at the end of the full expression. A null `out` requests no error.
 class ErrorParameter {
   public:
     explicit ErrorParameter(ErrorOut out) : out_(out) {}

@@ -81,7 +81,7 @@ bool CocoaFileChanges::trashItem(const FileUrl& url, ErrorOut error) {
                                                     error:ErrorParameter(error)];
 }
 
-// The values are handed to the platform as they are.
+// These values are passed to Foundation unchanged.
 static_assert(static_cast<int>(StandardDirectory::applications) == NSApplicationDirectory);
 static_assert(static_cast<int>(StandardDirectory::users) == NSUserDirectory);
 static_assert(static_cast<int>(StandardDirectory::documents) == NSDocumentDirectory);

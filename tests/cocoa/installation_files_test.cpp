@@ -119,6 +119,18 @@ TEST_F(InstallationFilesTest, FallsBackToTheDocumentsIfTheSharedFolderIsReadOnly
     EXPECT_EQ(journal.only({Kind::sheet}), "");
 }
 
+TEST_F(InstallationFilesTest, PacksAndUnpacksUnderAnyName) {
+    folder.addFile("packed/Sources/a b.amxd", "device");
+    folder.addFolder("packed/empty");
+    for (const std::string& name : difficultNames()) {
+        makeArchive(name, "packed");
+        const std::string out = "out/" + name;
+        EXPECT_TRUE(installer.decompressResourceToURL(name, FileUrl::directory(folder.at(out))));
+        EXPECT_EQ(folder.tree(out), (Tree{"packed/", "packed/Sources/",
+                                          "packed/Sources/a b.amxd: device", "packed/empty/"}));
+    }
+}
+
 }  // namespace
 
 }  // namespace morvella::cocoa_tests

@@ -4,6 +4,7 @@
 #include "cocoa/temporary_folder.hpp"
 
 #include <cstdlib>
+#include <filesystem>
 
 namespace {
 
@@ -22,7 +23,7 @@ class PoolForEachTest : public ::testing::EmptyTestEventListener {
 
 }  // namespace
 
-/// Has the platform set itself up: what it keeps from then on is not lost by a test.
+/// Lets Foundation allocate what it keeps for the life of the process, so that no test leaks it.
 extern "C" void prepareFoundation() {
     [NSUserDefaults standardUserDefaults];
     [NSPipe pipe];
@@ -34,10 +35,12 @@ int main(int argc, char** argv) {
     ::testing::UnitTest::GetInstance()->listeners().Append(new PoolForEachTest);
     int result = 0;
     {
-        // The system looks only once where the home folder is, which holds the Trash.
+        // The system looks up the home folder, which holds the Trash, only once.
         const morvella::cocoa_tests::TemporaryFolder home;
+        // A path that is empty by mistake must not name the clone.
+        std::filesystem::current_path(home.path());
         setenv("HOME", home.path().c_str(), 1);
-        // What a Mac looks at instead.
+        // The variable that a Mac reads instead.
         setenv("CFFIXED_USER_HOME", home.path().c_str(), 1);
         prepareFoundation();
         result = RUN_ALL_TESTS();

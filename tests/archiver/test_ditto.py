@@ -1,4 +1,4 @@
-"""The stand-in for macOS's ditto: what the installer's other tests rely on."""
+"""What the other tests rely on of the stand-in for macOS's ditto."""
 
 import os
 import signal
