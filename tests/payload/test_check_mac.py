@@ -34,7 +34,7 @@ def mac(folder, payload):
         shutil.copy(file, mac.resources)
     (mac.resources / "AppIcon.icns").touch()
     (mac.resources / "MainMenu.nib").write_bytes(
-        interface_file(("NSView", 0), ("NSCustomObject", 0), ("NSSwitch", 2))
+        interface_file(("NSSwitch", 2), ("NSView", 0), ("NSCustomObject", 0))
     )
     payload.write(mac.resources)
     (mac.contents / "Info.plist").write_bytes(plistlib.dumps({"LSMinimumSystemVersion": "10.13"}))
