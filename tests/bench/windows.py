@@ -13,53 +13,44 @@ import payload
 import stage as stages
 from application import Application
 from display import Display, Rectangle
-from installer import SIZE, STILL_PICTURES, Installer
-from pages import SETTINGS
+from installer import Installer
+from pages import FINISH, SETTINGS
 from waiting import wait_until
 
 # How often the screen is polled, in seconds. It is in shared memory, so this asks no other process.
 LOOK = 0.002
-# How far below the top of the window's content the title of a page is, in pixels.
-TITLE = 34
 CONFIGURATION = """GNUSTEP_USER_CONFIG_FILE=
 GNUSTEP_USER_DEFAULTS_DIR={folder}
 GNUSTEP_USER_DIR_LIBRARY={folder}
 """
 
 
-def wait_for_still_window(running):
-    """Returns where the window lies once it is active and its picture no longer changes."""
-    display = running.display
-    last, seen = None, 0
+class Screen:
+    """A picture of the screen at rest, to wait for in later runs."""
 
-    def is_still():
-        nonlocal last, seen
-        window = display.active_window()
-        now = display.picture(display.area(window)) if window else None
-        last, seen = now, seen + 1 if now and now == last else 0
-        return seen >= STILL_PICTURES
+    def __init__(self, display):
+        last, since = None, time.monotonic()
 
-    running.wait(is_still, "a still picture")
-    return display.area(display.active_window())
+        def rests():
+            nonlocal last, since
+            picture = display.picture()
+            if picture != last:
+                last, since = picture, time.monotonic()
+            return time.monotonic() > since + 0.5
 
+        wait_until(rests, "the screen to rest", seconds=60)
+        # The middle line is compared first: comparing all of the screen each time would slow down
+        # what is measured.
+        screen = display.screen
+        line = Rectangle(0, screen.height // 2, screen.width, 1)
+        self._display = display
+        self._pictures = [(area, display.picture(area)) for area in (line, screen)]
 
-class Page:
-    """A picture of a page that has come to rest, to wait for in later runs."""
+    def is_shown(self):
+        return all(self._display.picture(area) == picture for area, picture in self._pictures)
 
-    def __init__(self, running):
-        window = wait_for_still_window(running)
-        # The line through the title is compared first: comparing the whole page each time would
-        # slow down what is measured.
-        title = window.y + window.height - SIZE[1] + TITLE
-        self._areas = (Rectangle(window.x, title, window.width, 1), window)
-        self._pictures = [running.display.picture(area) for area in self._areas]
-
-    def is_shown(self, display):
-        pairs = zip(self._areas, self._pictures)
-        return all(display.picture(area) == picture for area, picture in pairs)
-
-    def wait(self, display, what):
-        wait_until(lambda: self.is_shown(display), what, seconds=600, interval=LOOK)
+    def wait(self, what):
+        wait_until(self.is_shown, what, seconds=600, interval=LOOK)
 
 
 def peak_memory(process):
@@ -72,8 +63,8 @@ class Applications:
     """The installer and the smallest application on a display of their own. Use as a context."""
 
     def __init__(self, work, build):
-        self._bundles = build / "Morvella Installer.app", build / "Smallest.app"
-        self.stage = stages.make(work / "start")
+        self._installer, self._smallest = build / "Morvella Installer.app", build / "Smallest.app"
+        self._stage = stages.make(work / "start")
         settings = work / "settings"
         settings.mkdir()
         configuration = work / "GNUstep.conf"
@@ -85,9 +76,11 @@ class Applications:
         with contextlib.ExitStack() as stack:
             stack.callback(self._end_helpers)
             self.display = stack.enter_context(Display())
+            self._empty = Screen(self.display)
             # The helpers that GNUstep starts run as long as any application does.
-            other = self.smallest(stack.enter_context(Display()))
-            wait_for_still_window(stack.enter_context(other))
+            others = stack.enter_context(Display())
+            stack.enter_context(self.smallest(others))
+            Screen(others)
             self._stack = stack.pop_all()
         return self
 
@@ -102,32 +95,34 @@ class Applications:
                     os.kill(int(environment.parent.name), signal.SIGKILL)
 
     def installer(self):
-        return Application(self.display, self._bundles[0], self.stage)
+        return Application(self.display, self._installer, self._stage)
 
     def smallest(self, display=None):
         return Application(
             display or self.display,
-            self._bundles[1],
-            self.stage,
+            self._smallest,
+            self._stage,
             arguments=[],
             environment={"GNUSTEP_CONFIG_FILE": self._configuration},
         )
 
     def first_page(self, start):
-        with start() as running:
-            return Page(running)
+        with start():
+            wait_until(lambda: not self._empty.is_shown(), "a window", seconds=60)
+            return Screen(self.display)
 
     def time_to(self, page, start):
-        wait_until(lambda: not page.is_shown(self.display), "the last window to go")
-        application = start()
+        self._empty.wait("the last window to go")
         began = time.perf_counter()
-        with application:
-            page.wait(self.display, "the first page")
+        with start():
+            page.wait("the first page")
             return time.perf_counter() - began
 
     def smallest_memory(self):
+        self._empty.wait("the last window to go")
         with self.smallest() as running:
-            wait_for_still_window(running)
+            wait_until(lambda: not self._empty.is_shown(), "a window", seconds=60)
+            Screen(self.display)
             return peak_memory(running.process)
 
 
@@ -144,21 +139,18 @@ class Installation:
     """A bundle with a payload of a given size, to be installed on one fresh stage after another."""
 
     def __init__(self, work, build, display, files, size):
-        self._work, self._display = work, display
-        self._built = build / "Morvella Installer.app"
-        self.bundle = work / self._built.name
-        shutil.copytree(self._built, self.bundle)
-        payload.make_archives(self.bundle / "Resources", work / "payload", files, size)
+        self._work, self._build, self._display = work, build, display
+        self._bundle = work / "Morvella Installer.app"
+        shutil.copytree(build / self._bundle.name, self._bundle)
+        payload.make_archives(self._bundle / "Resources", work / "payload", files, size)
         shutil.rmtree(work / "payload")
-        self._times = self._put_stopwatch_before(self.bundle / "Helpers/ditto", build)
+        self._put_stopwatch_before(self._bundle / "Helpers/ditto")
         self._last_page = None
 
-    @staticmethod
-    def _put_stopwatch_before(program, build):
-        """Returns the file to which bench_stopwatch adds the time of each run of the program."""
+    def _put_stopwatch_before(self, program):
         program.rename(f"{program}.timed")
-        shutil.copy(build / "bench_stopwatch", program)
-        return program.with_name(f"{program.name}.times")
+        shutil.copy(self._build / "bench_stopwatch", program)
+        self._times = Path(f"{program}.times")
 
     def _fresh_stage(self):
         shutil.rmtree(self._work / "stage", ignore_errors=True)
@@ -175,30 +167,30 @@ class Installation:
         return Run(seconds, seconds - sum(archiver), memory)
 
     def by_installer(self):
-        """From the release of the settings page's button until the last page is drawn."""
+        """From the press of the settings page's button until the last page is drawn."""
         stage = self._fresh_stage()
-        with Installer(self._display, self.bundle, stage, build=self._built.parent) as installer:
+        with Installer(self._display, self._bundle, stage, build=self._build) as installer:
             installer.go_to(SETTINGS)
-            installer.hold_down("Next")
+            installer.wait_for_button("Next")
             began = time.perf_counter()
-            self._display.release_mouse()
+            installer.perform("Next")
             if not self._last_page:
-                wait_until((stage.destination / ".Morvella.app").exists, "its end", seconds=600)
-                self._last_page = Page(installer)
-            self._last_page.wait(self._display, "the last page")
+                installer.wait_for(FINISH, seconds=600)
+                self._last_page = Screen(self._display)
+            self._last_page.wait("the last page")
             return self._run(began, peak_memory(installer.process))
 
     def by_script(self):
         stage = self._fresh_stage()
         folders = (stage.user_library, stage.fonts, stage.applications, stage.shared)
-        command = ["sh", Path(__file__).with_name("install.sh"), self.bundle, *folders]
+        command = ["sh", Path(__file__).with_name("install.sh"), self._bundle, *folders]
         quiet = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
         began = time.perf_counter()
         with subprocess.Popen(command, stdin=subprocess.DEVNULL, **quiet) as sh:
 
             def has_ended():
                 # Polls the screen as for the installer, because that takes time, too.
-                self._last_page.is_shown(self._display)
+                self._last_page.is_shown()
                 return sh.poll() is not None
 
             wait_until(has_ended, "the script's end", seconds=600, interval=LOOK)
