@@ -1,11 +1,12 @@
 #include "app/morvella_installer_license_vc.hpp"
 
-#include "app/license_document.hpp"
+#include "app/product.hpp"
 
 namespace morvella {
 
 void MorvellaInstallerLicenseVC::viewDidLoad() {
-    licenseView()->setAttributedString(loadLicenseDocument(platform_));
+    licenseView()->setAttributedString(
+        platform_.bundles.mainBundle()->attributedStringForResource(product::licenseDocument));
 }
 
 }  // namespace morvella

@@ -15,11 +15,10 @@ class MorvellaInstallerLicenseVC {
     explicit MorvellaInstallerLicenseVC(const Platform& platform) : platform_(platform) {}
 
     /// Connected by the interface file before `viewDidLoad`.
-    MORVELLA_PROPERTY(TextView, licenseView, setLicenseView);
+    MORVELLA_PROPERTY(TextView, licenseView, setLicenseView)
     /// Not written by the installer: the document goes into the text view only.
-    MORVELLA_PROPERTY(AttributedString, licenseText, setLicenseText);
+    MORVELLA_PROPERTY(AttributedString, licenseText, setLicenseText)
 
-  public:
     /// Fills the text view; a document that cannot be read leaves it empty.
     void viewDidLoad();
 

@@ -27,30 +27,29 @@ class MorvellaInstallerViewController {
     MorvellaInstallerViewController& operator=(const MorvellaInstallerViewController&) = delete;
 
     // State: connected by the interface file.
-    MORVELLA_PROPERTY(View, initialView, setInitialView);
-    MORVELLA_PROPERTY(View, welcomeView, setWelcomeView);
-    MORVELLA_PROPERTY(TextFieldCell, welcomeVersionString, setWelcomeVersionString);
-    MORVELLA_PROPERTY(TextFieldCell, welcomeBetaString, setWelcomeBetaString);
-    MORVELLA_PROPERTY(View, licenseView, setLicenseView);
-    MORVELLA_PROPERTY(TextView, licenseText, setLicenseText);
-    MORVELLA_PROPERTY(View, settingsView, setSettingsView);
-    MORVELLA_PROPERTY(ProgressIndicator, settingsIndicator, setSettingsIndicator);
-    MORVELLA_PROPERTY(TextFieldCell, settingsInfoText, setSettingsInfoText);
-    MORVELLA_PROPERTY(TextFieldCell, settingsUserLibLabel, setSettingsUserLibLabel);
-    MORVELLA_PROPERTY(Button, settingsNextButton, setSettingsNextButton);
-    MORVELLA_PROPERTY(View, doInstallView, setDoInstallView);
-    MORVELLA_PROPERTY(ProgressIndicator, doInstallIndicator, setDoInstallIndicator);
-    MORVELLA_PROPERTY(View, postInstallView, setPostInstallView);
-    MORVELLA_PROPERTY(Button, postInstallOpenDemoSetCheck, setPostInstallOpenDemoSetCheck);
+    MORVELLA_PROPERTY(View, initialView, setInitialView)
+    MORVELLA_PROPERTY(View, welcomeView, setWelcomeView)
+    MORVELLA_PROPERTY(TextFieldCell, welcomeVersionString, setWelcomeVersionString)
+    MORVELLA_PROPERTY(TextFieldCell, welcomeBetaString, setWelcomeBetaString)
+    MORVELLA_PROPERTY(View, licenseView, setLicenseView)
+    MORVELLA_PROPERTY(TextView, licenseText, setLicenseText)
+    MORVELLA_PROPERTY(View, settingsView, setSettingsView)
+    MORVELLA_PROPERTY(ProgressIndicator, settingsIndicator, setSettingsIndicator)
+    MORVELLA_PROPERTY(TextFieldCell, settingsInfoText, setSettingsInfoText)
+    MORVELLA_PROPERTY(TextFieldCell, settingsUserLibLabel, setSettingsUserLibLabel)
+    MORVELLA_PROPERTY(Button, settingsNextButton, setSettingsNextButton)
+    MORVELLA_PROPERTY(View, doInstallView, setDoInstallView)
+    MORVELLA_PROPERTY(ProgressIndicator, doInstallIndicator, setDoInstallIndicator)
+    MORVELLA_PROPERTY(View, postInstallView, setPostInstallView)
+    MORVELLA_PROPERTY(Button, postInstallOpenDemoSetCheck, setPostInstallOpenDemoSetCheck)
 
     // State: written by the operations.
-    MORVELLA_PROPERTY(bool, resourcesLoaded, setResourcesLoaded);
-    MORVELLA_PROPERTY(const std::string, liveAppPath, setLiveAppPath);
-    MORVELLA_PROPERTY(const std::string, userLibPath, setUserLibPath);
-    MORVELLA_PROPERTY(const FileUrl, destinationURL, setDestinationURL);
-    MORVELLA_PROPERTY(const std::string, demoSetPath, setDemoSetPath);
+    MORVELLA_PROPERTY(bool, resourcesLoaded, setResourcesLoaded)
+    MORVELLA_PROPERTY(const std::string, liveAppPath, setLiveAppPath)
+    MORVELLA_PROPERTY(const std::string, userLibPath, setUserLibPath)
+    MORVELLA_PROPERTY(const FileUrl, destinationURL, setDestinationURL)
+    MORVELLA_PROPERTY(const std::string, demoSetPath, setDemoSetPath)
 
-  public:
     // app/page_flow.cpp
     /// Resets the state and checks the bundle's resources; shows the welcome page if they are
     /// there.

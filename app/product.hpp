@@ -5,6 +5,9 @@
 /// What the product's pieces are called.
 namespace morvella::product {
 
+/// As the welcome page shows it. The number is the build's.
+inline constexpr const char* version = "v" MORVELLA_VERSION;
+
 /// The folder that receives a part of the product: in the User Library, the Applications folder,
 /// the shared folder and the Documents folder.
 inline constexpr const char* folder = "Morvella";

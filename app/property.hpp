@@ -6,18 +6,21 @@
 
 namespace morvella {
 
-/// An atomic property that holds a strong reference; null is "nothing". Reading and writing
-/// exchange the reference as a whole, so a reader keeps what it got alive whatever is written
-/// meanwhile. Apple's library has no `std::atomic<std::shared_ptr<T>>`.
+/// An atomic property that holds a strong reference; null is "nothing". A reader keeps what it got
+/// alive, whatever is written meanwhile.
 template <class T>
 class Property {
   public:
     using Value = std::shared_ptr<T>;
     [[nodiscard]] Value get() const { return std::atomic_load(&value_); }
-    void set(Value value) { std::atomic_exchange(&value_, std::move(value)); }
+    void set(Value value) { std::atomic_store(&value_, std::move(value)); }
 
   private:
+#ifdef __cpp_lib_atomic_shared_ptr
+    std::atomic<Value> value_;
+#else
     Value value_;
+#endif
 };
 
 template <>
@@ -33,15 +36,15 @@ class Property<bool> {
 
 }  // namespace morvella
 
-/// Declares a public getter and setter, and the private property between them.
+/// Declares a property with a public getter and setter. What follows it in the class is public.
 #define MORVELLA_PROPERTY(T, name, setName)         \
+  private:                                          \
+    Property<T> name##_;                            \
+                                                    \
   public:                                           \
     [[nodiscard]] Property<T>::Value name() const { \
         return name##_.get();                       \
     }                                               \
     void setName(Property<T>::Value value) {        \
         name##_.set(std::move(value));              \
-    }                                               \
-                                                    \
-  private:                                          \
-    Property<T> name##_
+    }

@@ -1,11 +1,12 @@
-#include "app/license_document.hpp"
 #include "app/morvella_installer_view_controller.hpp"
 #include "app/product.hpp"
 
 namespace morvella {
 
 bool MorvellaInstallerViewController::checkAndLoadResources() {
-    const std::shared_ptr<AttributedString> license = loadLicenseDocument(platform_);
+    const std::shared_ptr<const Bundle> bundle = platform_.bundles.mainBundle();
+    const std::shared_ptr<AttributedString> license =
+        bundle->attributedStringForResource(product::licenseDocument);
     if (!license) {
         return false;
     }
@@ -13,7 +14,6 @@ bool MorvellaInstallerViewController::checkAndLoadResources() {
 
     std::vector<std::string> resources(product::fonts.begin(), product::fonts.end());
     resources.emplace_back(product::suiteArchive);
-    const std::shared_ptr<const Bundle> bundle = platform_.bundles.mainBundle();
     for (const std::string& resource : resources) {
         const std::optional<std::string> path = bundle->pathForResource(resource);
         if (!path || !platform_.files.isReachable(*path)) {
@@ -23,7 +23,7 @@ bool MorvellaInstallerViewController::checkAndLoadResources() {
     }
 
     enableOpenDemoSetUI(setDemoSetURLFromArgs() && platform_.files.isReachable(*demoSetPath()));
-    welcomeVersionString()->setTitle(std::string("Morvella ") + "v2.2");
+    welcomeVersionString()->setTitle(std::string("Morvella ") + product::version);
     return true;
 }
 

@@ -1,5 +1,5 @@
 #include "app/morvella_installer_view_controller.hpp"
-#include "platform/utf8.hpp"
+#include "platform/text.hpp"
 
 namespace morvella {
 

@@ -4,7 +4,7 @@
 #include "live/get_live_user_lib.hpp"
 #include "live/preference_folder.hpp"
 #include "platform/paths.hpp"
-#include "platform/utf8.hpp"
+#include "platform/text.hpp"
 
 namespace morvella {
 
@@ -61,7 +61,7 @@ void MorvellaInstallerViewController::enableOpenDemoSetUI(bool enable) {
 
 void MorvellaInstallerViewController::openDemoSet() {
     if (require(demoSetPath() && liveAppPath())) {
-        platform_.workspace.openFile(*demoSetPath(), *liveAppPath());
+        platform_.application.openFile(*demoSetPath(), *liveAppPath());
     }
 }
 

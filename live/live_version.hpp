@@ -22,8 +22,4 @@ struct LiveVersion {
 /// to three numbers between dots. A missing number is 0.
 LiveVersion liveVersionOfFolder(std::string_view folderName);
 
-/// The number at the start of `text`, after white space and with an optional sign; what follows it
-/// does not count. 0 without digits; the nearest 32-bit integer if it is too large or too small.
-int32_t intValue(std::string_view text);
-
 }  // namespace morvella

@@ -1,6 +1,6 @@
 #include "live/get_live_user_lib.hpp"
 #include "live/library_cfg.hpp"
-#include "platform/utf8.hpp"
+#include "platform/text.hpp"
 
 namespace morvella {
 

@@ -17,7 +17,11 @@ class Bundle {
     /// none.
     [[nodiscard]] virtual std::optional<std::string> pathForResource(
         const std::string& name) const = 0;
-    [[nodiscard]] virtual std::optional<FileUrl> urlForResource(const std::string& name) const = 0;
+
+    /// The rich-text document of that file name, whose format is recognised from the file; null if
+    /// it is missing or cannot be read.
+    [[nodiscard]] virtual std::shared_ptr<AttributedString> attributedStringForResource(
+        const std::string& name) const = 0;
 
     /// A text of the information dictionary; nothing if it is missing or not a text.
     [[nodiscard]] virtual std::optional<std::string> infoDictionaryText(
@@ -33,15 +37,6 @@ class Bundles {
 
     /// The bundle at `url`; null if there is none.
     [[nodiscard]] virtual std::shared_ptr<const Bundle> bundleWithUrl(const FileUrl& url) const = 0;
-};
-
-class RichTextReader {
-  public:
-    virtual ~RichTextReader() = default;
-
-    /// Reads a rich-text document, whose format is recognised from the file; null if that fails.
-    [[nodiscard]] virtual std::shared_ptr<AttributedString> attributedStringWithUrl(
-        const FileUrl& url) const = 0;
 };
 
 }  // namespace morvella

@@ -17,20 +17,4 @@ std::string deletingLastPathComponent(std::string_view path);
 /// before that ".", or if the text holds a blank. Slashes at the end of `path` do not count.
 std::string_view pathExtension(std::string_view path);
 
-/// The pieces of `text` between the occurrences of `separator`, one more than there are of these.
-/// The pieces are empty where two separators meet. `separator` is not empty. Each is a view of
-/// `text`.
-template <class Pieces>
-Pieces componentsSeparatedBy(std::string_view text, std::string_view separator) {
-    Pieces pieces;
-    for (size_t start = 0;;) {
-        const size_t end = text.find(separator, start);
-        pieces.push_back(text.substr(start, end - start));
-        if (end == std::string_view::npos) {
-            return pieces;
-        }
-        start = end + separator.size();
-    }
-}
-
 }  // namespace morvella

@@ -1,13 +1,10 @@
 #pragma once
 
-#include "platform/application.hpp"
 #include "platform/bundle.hpp"
-#include "platform/clock.hpp"
 #include "platform/controls.hpp"
 #include "platform/files.hpp"
 #include "platform/log.hpp"
-#include "platform/run_loop.hpp"
-#include "platform/task.hpp"
+#include "platform/system.hpp"
 #include "platform/user_defaults.hpp"
 #include "platform/window.hpp"
 
@@ -23,12 +20,10 @@ struct Platform {
     FileChanges& fileChanges;
     Files& files;
     Log& log;
-    RichTextReader& richText;
     RunLoop& runLoop;
     StandardFolders& folders;
     TaskRunner& tasks;
     UserDefaultsSuites& userDefaults;
-    Workspace& workspace;
 };
 
 }  // namespace morvella

@@ -12,7 +12,8 @@ class CocoaBundle : public Bundle {
     explicit CocoaBundle(NSBundle* bundle) : bundle_(bundle) {}
     [[nodiscard]] std::optional<std::string> pathForResource(
         const std::string& name) const override;
-    [[nodiscard]] std::optional<FileUrl> urlForResource(const std::string& name) const override;
+    [[nodiscard]] std::shared_ptr<AttributedString> attributedStringForResource(
+        const std::string& name) const override;
     [[nodiscard]] std::optional<std::string> infoDictionaryText(
         const std::string& key) const override;
 
@@ -24,12 +25,6 @@ class CocoaBundles : public Bundles {
   public:
     [[nodiscard]] std::shared_ptr<const Bundle> mainBundle() const override;
     [[nodiscard]] std::shared_ptr<const Bundle> bundleWithUrl(const FileUrl& url) const override;
-};
-
-class CocoaRichTextReader : public RichTextReader {
-  public:
-    [[nodiscard]] std::shared_ptr<AttributedString> attributedStringWithUrl(
-        const FileUrl& url) const override;
 };
 
 }  // namespace morvella

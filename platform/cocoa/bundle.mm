@@ -10,9 +10,20 @@ std::optional<std::string> CocoaBundle::pathForResource(const std::string& name)
     return optionalTextOf([bundle_.get() pathForResource:stringOf(name) ofType:nil]);
 }
 
-std::optional<FileUrl> CocoaBundle::urlForResource(const std::string& name) const {
+std::shared_ptr<AttributedString> CocoaBundle::attributedStringForResource(
+    const std::string& name) const {
     NSURL* url = [bundle_.get() URLForResource:stringOf(name) withExtension:nil];
-    return url ? std::optional(fileUrlOf(url)) : std::nullopt;
+    NSError* error = nil;
+    NSAttributedString* text = nil;
+    @try {
+        text = [[[NSAttributedString alloc] initWithURL:url
+                                                options:@{}
+                                     documentAttributes:NULL
+                                                  error:&error] autorelease];
+    } @catch (NSException* exception) {
+        // A missing or damaged document may raise instead of failing.
+    }
+    return handleOf<CocoaAttributedString>(text);
 }
 
 std::optional<std::string> CocoaBundle::infoDictionaryText(const std::string& key) const {
@@ -27,21 +38,6 @@ std::shared_ptr<const Bundle> CocoaBundles::mainBundle() const {
 std::shared_ptr<const Bundle> CocoaBundles::bundleWithUrl(const FileUrl& url) const {
     NSBundle* bundle = [NSBundle bundleWithURL:urlOf(url)];
     return bundle ? std::make_shared<const CocoaBundle>(bundle) : nullptr;
-}
-
-std::shared_ptr<AttributedString> CocoaRichTextReader::attributedStringWithUrl(
-    const FileUrl& url) const {
-    NSError* error = nil;
-    NSAttributedString* text = nil;
-    @try {
-        text = [[[NSAttributedString alloc] initWithURL:urlOf(url)
-                                                options:@{}
-                                     documentAttributes:NULL
-                                                  error:&error] autorelease];
-    } @catch (NSException* exception) {
-        // A damaged document may raise instead of failing.
-    }
-    return handleOf<CocoaAttributedString>(text);
 }
 
 }  // namespace morvella

@@ -16,12 +16,10 @@ const Platform& cocoaPlatform() {
     static CocoaFileChanges fileChanges;
     static CocoaFiles files;
     static CocoaLog log;
-    static CocoaRichTextReader richText;
     static CocoaRunLoop runLoop;
     static CocoaStandardFolders folders;
     static CocoaTaskRunner tasks;
     static CocoaUserDefaultsSuites userDefaults;
-    static CocoaWorkspace workspace;
     static const Platform platform{
         .application = application,
         .bundles = bundles,
@@ -30,12 +28,10 @@ const Platform& cocoaPlatform() {
         .fileChanges = fileChanges,
         .files = files,
         .log = log,
-        .richText = richText,
         .runLoop = runLoop,
         .folders = folders,
         .tasks = tasks,
         .userDefaults = userDefaults,
-        .workspace = workspace,
     };
     return platform;
 }

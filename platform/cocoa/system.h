@@ -1,10 +1,7 @@
 #pragma once
 
-#include "platform/application.hpp"
-#include "platform/clock.hpp"
 #include "platform/log.hpp"
-#include "platform/run_loop.hpp"
-#include "platform/task.hpp"
+#include "platform/system.hpp"
 
 namespace morvella {
 
@@ -13,6 +10,7 @@ class CocoaApplication : public Application {
     void terminate(const Object* sender) override;
     [[nodiscard]] std::shared_ptr<void> beginActivity(const std::string& reason) override;
     void announce(const std::string& text) override;
+    bool openFile(const std::string& path, const std::string& application) override;
 };
 
 class CocoaClock : public Clock {
@@ -35,11 +33,6 @@ class CocoaRunLoop : public RunLoop {
 class CocoaTaskRunner : public TaskRunner {
   public:
     std::optional<TaskResult> run(const Command& command) override;
-};
-
-class CocoaWorkspace : public Workspace {
-  public:
-    bool openFile(const std::string& path, const std::string& application) override;
 };
 
 }  // namespace morvella

@@ -32,6 +32,13 @@ void CocoaApplication::announce(const std::string& text) {
         });
 }
 
+bool CocoaApplication::openFile(const std::string& path, const std::string& application) {
+    // Deprecated since 10.15; what replaces it needs the application's bundle and answers later,
+    // when the installer has ended already.
+    return [[NSWorkspace sharedWorkspace] openFile:pathOf(path)
+                                   withApplication:pathOf(application)];
+}
+
 Clock::Time CocoaClock::now() const {
     return std::chrono::system_clock::now();
 }
@@ -106,13 +113,6 @@ std::optional<TaskResult> CocoaTaskRunner::run(const Command& command) {
     NSData* bytes = [output readDataToEndOfFile];
     [output closeFile];
     return TaskResult{.terminationStatus = [task terminationStatus], .output = bytesOf(bytes)};
-}
-
-bool CocoaWorkspace::openFile(const std::string& path, const std::string& application) {
-    // Deprecated since 10.15; what replaces it needs the application's bundle and answers later,
-    // when the installer has ended already.
-    return [[NSWorkspace sharedWorkspace] openFile:pathOf(path)
-                                   withApplication:pathOf(application)];
 }
 
 }  // namespace morvella

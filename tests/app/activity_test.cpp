@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -89,4 +89,4 @@ TEST_F(AnnouncementTest, ReadsTheStatusLineWhenItChanges) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

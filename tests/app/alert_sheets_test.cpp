@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -94,4 +94,4 @@ TEST_F(AlertSheetsTest, ExistingInstallationHoldsTheControllerUntilAnswered) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

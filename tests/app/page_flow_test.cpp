@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -18,7 +18,7 @@ TEST_F(PageFlowTest, LoadingResetsTheStateBeforeItChecksTheResources) {
     controller.setUserLibPath(text("/old"));
     controller.setDestinationURL(std::make_shared<const FileUrl>(FileUrl::directory("/old")));
     controller.setDemoSetPath(text("/old.als"));
-    richText.documents.clear();
+    bundles.main->documents.clear();
 
     controller.viewDidLoad();
 
@@ -236,23 +236,23 @@ TEST_F(PageFlowTest, DoneButtonWithTickOpensTheDemoSetAndThenQuits) {
     controller.setLiveAppPath(text("/Live.app/Contents/MacOS/Live"));
     controller.installDoneButton();
     expectEverything({
-        "workspace: open /Kit/Demo.als with /Live.app/Contents/MacOS/Live",
+        "application: open /Kit/Demo.als with /Live.app/Contents/MacOS/Live",
         "application: terminated by nobody",
     });
 }
 
 TEST_F(PageFlowTest, DoneButtonQuitsAlsoWhenTheDemoSetIsRefused) {
     openDemoSetCheck->currentState = ControlState::on;
-    workspace.opens = false;
+    application.opens = false;
     controller.setDemoSetPath(text("/Kit/Demo.als"));
     controller.setLiveAppPath(text("/Live.app"));
     controller.installDoneButton();
     expectEverything({
-        "workspace: open /Kit/Demo.als with /Live.app",
+        "application: open /Kit/Demo.als with /Live.app",
         "application: terminated by nobody",
     });
 }
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

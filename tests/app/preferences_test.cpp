@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -38,4 +38,4 @@ TEST_F(PreferencesTest, StoreAlsoNothing) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -5,7 +5,7 @@
 #include "app/morvella_installer_license_vc.hpp"
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -196,4 +196,4 @@ TEST_F(PropertiesTest, OfTheLicenceControllerAreReadWholeWhileAnotherThreadWrite
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,7 +1,7 @@
 #include "app/morvella_installer_license_vc.hpp"
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -16,8 +16,7 @@ TEST_F(ResourceCheckTest, LooksAtTheResourcesInTheirOrderAndThenAtTheDemoSet) {
     disk.addFile(demoSet);
     EXPECT_TRUE(controller.checkAndLoadResources());
     expectEverything({
-        "asked: URL of resource license.rtf",
-        "asked: rich text of /Bundle/license.rtf",
+        "asked: rich text of resource license.rtf",
         "control: licence text filled with licence",
         "asked: path of resource Archivo-Medium.ttf",
         "asked: reachable /Bundle/Archivo-Medium.ttf",
@@ -44,14 +43,13 @@ TEST_F(ResourceCheckTest, LeavesShowingAPageToItsCaller) {
 TEST_F(ResourceCheckTest, FailsSilentlyWithoutLicence) {
     bundles.main->resources.erase("license.rtf");
     EXPECT_FALSE(controller.checkAndLoadResources());
-    expectEverything({"asked: URL of resource license.rtf"});
+    expectEverything({"asked: rich text of resource license.rtf"});
 }
 
 TEST_F(ResourceCheckTest, FailsSilentlyWithAnUnreadableLicence) {
-    richText.documents.clear();
+    bundles.main->documents.clear();
     EXPECT_FALSE(controller.checkAndLoadResources());
-    expectEverything(
-        {"asked: URL of resource license.rtf", "asked: rich text of /Bundle/license.rtf"});
+    expectEverything({"asked: rich text of resource license.rtf"});
 }
 
 TEST_F(ResourceCheckTest, NamesTheFirstMissingResourceOnly) {
@@ -60,8 +58,7 @@ TEST_F(ResourceCheckTest, NamesTheFirstMissingResourceOnly) {
     launchWith("app", "/Kit/");
     EXPECT_FALSE(controller.checkAndLoadResources());
     expectEverything({
-        "asked: URL of resource license.rtf",
-        "asked: rich text of /Bundle/license.rtf",
+        "asked: rich text of resource license.rtf",
         "control: licence text filled with licence",
         "asked: path of resource Archivo-Medium.ttf",
         "asked: reachable /Bundle/Archivo-Medium.ttf",
@@ -142,8 +139,7 @@ TEST_F(ResourceCheckTest, LicenceControllerFillsItsTextViewOnly) {
     license.viewDidLoad();
     EXPECT_EQ(license.licenseText(), nullptr);
     expectEverything({
-        "asked: URL of resource license.rtf",
-        "asked: rich text of /Bundle/license.rtf",
+        "asked: rich text of resource license.rtf",
         "control: own text view filled with licence",
     });
 }
@@ -157,7 +153,7 @@ TEST_F(ResourceCheckTest, LicenceControllerReportsNothingWithoutLicence) {
 }
 
 TEST_F(ResourceCheckTest, LicenceControllerReportsNothingOfAnUnreadableLicence) {
-    richText.documents.clear();
+    bundles.main->documents.clear();
     MorvellaInstallerLicenseVC license(platform);
     license.setLicenseView(std::make_shared<FakeTextView>("own text view", journal));
     license.viewDidLoad();
@@ -166,4 +162,4 @@ TEST_F(ResourceCheckTest, LicenceControllerReportsNothingOfAnUnreadableLicence) 
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -2,7 +2,7 @@
 
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 void PrintTo(const Step& step, std::ostream* out) {
     *out << step.name << " " << static_cast<int>(step.state) << " \"" << step.spokenLabel << "\"";
@@ -54,4 +54,4 @@ TEST_F(StepsTest, StandAtTheFirstBeforeAnyPageIsShown) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -91,4 +91,4 @@ TEST_F(UnknownStateTest, IsReachedWhenTheStateIsGoneBeforeASheetIsAnswered) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

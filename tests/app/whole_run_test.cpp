@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -87,7 +87,7 @@ TEST_F(WholeRunTest, InstallsEverythingAndOpensTheDemoSet) {
     EXPECT_TRUE(disk.holds("/Users/Shared/Morvella/ISF/Standard/b.fs"));
     controller.installDoneButton();
     expectEffects({
-        "workspace: open /Kit/Morvella Basic Demo Project/Morvella Basic Demo.als with "
+        "application: open /Kit/Morvella Basic Demo Project/Morvella Basic Demo.als with "
         "/Applications/Live 11 Suite.app/Contents/MacOS/Live",
         "application: terminated by nobody",
     });
@@ -205,4 +205,4 @@ TEST_F(WholeRunTest, AMissingResourceEndsOnTheInitialView) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -108,4 +108,4 @@ TEST_F(ArchiverTest, PackingLogsNothingWhateverIsPrinted) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -75,4 +75,4 @@ TEST_F(BackupTest, OfTheSameSecondHasTheSameName) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -33,4 +33,4 @@ TEST_F(TrashTest, AnswersByTheResultAlone) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,9 +1,12 @@
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "cocoa/recorder.h"
 #include "cocoa/temporary_folder.hpp"
 #include "platform/cocoa/bundle.h"
+#include "platform/cocoa/conversions.h"
 
 namespace morvella::cocoa_tests {
 
@@ -73,7 +76,26 @@ TEST_F(BundlesTest, GiveThePathOfAResourceByItsWholeName) {
 TEST_F(BundlesTest, MainOneGivesNothingForAnUnknownResource) {
     const auto bundle = CocoaBundles().mainBundle();
     EXPECT_EQ(bundle->pathForResource("no such resource.zip"), std::nullopt);
-    EXPECT_EQ(bundle->urlForResource("no such resource.rtf"), std::nullopt);
+    EXPECT_EQ(bundle->attributedStringForResource("no such resource.rtf"), nullptr);
+}
+
+TEST_F(BundlesTest, GiveNothingForADocumentThatCannotBeRead) {
+    folder.addFile("good.txt", "licence");
+    folder.addFile("closed.txt", "licence");
+    folder.addFolder("folder.txt");
+    std::filesystem::permissions(folder.at("closed.txt"), std::filesystem::perms::none);
+    Recorder* platforms = [Recorder named:"bundle" standingFor:[NSBundle class]];
+    const CocoaBundle bundle(static_cast<id>(platforms));
+    const auto isReadable = [&](const char* name) {
+        NSURL* url = [NSURL fileURLWithPath:stringOf(folder.at(name)) isDirectory:NO];
+        [platforms answer:url to:@selector(URLForResource:withExtension:)];
+        return bundle.attributedStringForResource(name) != nullptr;
+    };
+    EXPECT_TRUE(isReadable("good.txt"));
+    EXPECT_FALSE(isReadable("missing.txt"));
+    EXPECT_FALSE(isReadable("folder.txt"));
+    const OrdinaryUser user;
+    EXPECT_FALSE(isReadable("closed.txt"));
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
 
-#include "live/live_version.hpp"
 #include "platform/cocoa/conversions.h"
 #include "platform/file_url.hpp"
 #include "platform/paths.hpp"
+#include "platform/text.hpp"
 
 #include <map>
 #include <string>

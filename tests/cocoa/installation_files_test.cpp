@@ -8,7 +8,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using fakes::Kind;
+using tests::Kind;
 using Tree = std::vector<std::string>;
 
 /// The installation page on real files.

@@ -110,7 +110,7 @@ std::string RealFilesTest::shortened(std::string text) const {
 }
 
 std::string RealFilesTest::logged() const {
-    return shortened(journal.only({fakes::Kind::log}));
+    return shortened(journal.only({tests::Kind::log}));
 }
 
 }  // namespace morvella::cocoa_tests

@@ -49,7 +49,7 @@ class RedirectedTaskRunner : public TaskRunner {
 /// The installer on the real files of a temporary folder, through Foundation: a home folder "home",
 /// the User Library "Music/User Library" in it, "Applications", "Users/Shared", and the bundle's
 /// resources in "Bundle". Everything that is not a file is faked.
-class RealFilesTest : public fakes::InstallerTest {
+class RealFilesTest : public tests::InstallerTest {
   protected:
     RealFilesTest();
 
@@ -69,9 +69,9 @@ class RealFilesTest : public fakes::InstallerTest {
     CocoaFiles files;
     FailingFileChanges changes;
     RedirectedTaskRunner realTasks;
-    Platform realPlatform{application, bundles, clock,   controls,  changes,      files,    log,
-                          richText,    runLoop, folders, realTasks, userDefaults, workspace};
-    fakes::Controller installer{viewController, realPlatform};
+    Platform realPlatform{application, bundles, clock,   controls,  changes,     files,
+                          log,         runLoop, folders, realTasks, userDefaults};
+    tests::Controller installer{viewController, realPlatform};
 
     const std::string home = folder.at("home");
     const std::string library = folder.at("home/Music/User Library");

@@ -73,11 +73,11 @@ TEST(WorkspaceTest, OpensAFileWithAnApplication) {
     Recorder* shared = [Recorder named:"workspace" standingFor:[NSWorkspace class]];
     const Answering answering([NSWorkspace class], @selector(sharedWorkspace), shared);
     takeRecorded();
-    EXPECT_FALSE(CocoaWorkspace().openFile("/Demo 100%.als", "/Live.app/Contents/MacOS/Live"));
+    EXPECT_FALSE(CocoaApplication().openFile("/Demo 100%.als", "/Live.app/Contents/MacOS/Live"));
     EXPECT_EQ(takeRecorded(), (Lines{"workspace openFile:withApplication: /Demo 100%.als "
                                      "/Live.app/Contents/MacOS/Live"}));
     [shared answer:[NSNumber numberWithBool:YES] to:@selector(openFile:withApplication:)];
-    EXPECT_TRUE(CocoaWorkspace().openFile("/Demo.als", "/Live.app"));
+    EXPECT_TRUE(CocoaApplication().openFile("/Demo.als", "/Live.app"));
 }
 
 TEST(TaskCallsTest, TaskIsWaitedForBeforeItsOutputIsRead) {

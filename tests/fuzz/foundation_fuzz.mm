@@ -9,11 +9,10 @@
 
 #include "fuzz.hpp"
 #include "live/library_cfg.hpp"
-#include "live/live_version.hpp"
 #include "platform/cocoa/conversions.h"
 #include "platform/file_url.hpp"
 #include "platform/paths.hpp"
-#include "platform/utf8.hpp"
+#include "platform/text.hpp"
 
 /// The core beside Foundation itself. Where GNUstep differs from Apple's Foundation the core
 /// follows Apple's; those inputs are left out here.

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "fuzz.hpp"
-#include "platform/utf8.hpp"
+#include "platform/text.hpp"
 #include "support/installer_test.hpp"
 
 namespace {
@@ -73,11 +73,11 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     const std::string version = lineEnd == std::string::npos ? "" : text.substr(lineEnd + 1);
     const std::string bundle = bundleIn(liveApplication);
 
-    morvella::fakes::FakePlatform fakes;
-    morvella::fakes::FakeViewController viewController(fakes.journal);
-    morvella::fakes::Controller controller(viewController, fakes.platform);
+    morvella::tests::FakePlatform fakes;
+    morvella::tests::FakeViewController viewController(fakes.journal);
+    morvella::tests::Controller controller(viewController, fakes.platform);
     controller.setSettingsUserLibLabel(
-        std::make_shared<morvella::fakes::FakeTextFieldCell>("label", fakes.journal));
+        std::make_shared<morvella::tests::FakeTextFieldCell>("label", fakes.journal));
     if (!bundle.empty()) {
         fakes.bundles.add(bundle).information["CFBundleVersion"] = version;
     }

@@ -11,6 +11,7 @@
 #include "fuzz.hpp"
 #include "live/get_live_user_lib.hpp"
 #include "live/live_version.hpp"
+#include "platform/text.hpp"
 #include "support/installer_test.hpp"
 
 namespace {
@@ -105,7 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
         requireEqual(version.minor, minor, "the minor version of " + name);
         requireEqual(version.patch, patch, "the patch of " + name);
     }
-    morvella::fakes::FakePlatform fakes;
+    morvella::tests::FakePlatform fakes;
     fakes.disk.listings["/home/Library/Preferences/Ableton/"] = names;
     const morvella::getLiveUserLib lookup(fakes.platform);
     const auto folder = lookup.getLatestPreferenceFolderUsingHomeDirectory("/home");

@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -142,4 +142,4 @@ TEST_F(FontsTest, GoIntoTheHomeFolderAndAreLoggedAsUrls) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -84,4 +84,4 @@ TEST_F(InstallToOldTest, WarnsOfTheUsersFolderBeforeItDeletes) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -116,4 +116,4 @@ TEST_F(OrchestrationTest, EndsByStoppingTheIndicatorAndShowingTheLastPage) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

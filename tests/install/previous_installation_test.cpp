@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -217,4 +217,4 @@ TEST_F(PreviousInstallationTest, SheetHoldsControllerAndIndicatorUntilAnswered) 
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -165,4 +165,4 @@ TEST_F(ProcedureTest, GoesOnToTheSharedDataAfterEveryFailure) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -296,4 +296,4 @@ TEST_F(SharedDataTest, ShadersThatTheBundleLacksShowASheet) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

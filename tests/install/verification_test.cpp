@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -137,4 +137,4 @@ TEST_F(VerificationTest, FailsWithAVisibleApplicationAndDoesNotLookAtTheDevice) 
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

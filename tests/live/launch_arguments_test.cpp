@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -60,4 +60,4 @@ TEST_F(LaunchArgumentsTest, MissingDemoSetChangesNothing) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -185,12 +185,12 @@ TEST_F(LiveApplicationTest, OpensTheDemoSetAndIgnoresTheAnswer) {
     controller.setDemoSetPath(text("/Kit/Demo.als"));
     controller.setLiveAppPath(text("/Live.app/Contents/MacOS/Live"));
     for (const bool opens : {true, false}) {
-        workspace.opens = opens;
+        application.opens = opens;
         controller.openDemoSet();
-        expectEverything({"workspace: open /Kit/Demo.als with /Live.app/Contents/MacOS/Live"});
+        expectEverything({"application: open /Kit/Demo.als with /Live.app/Contents/MacOS/Live"});
     }
 }
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,7 +1,7 @@
 #include "live/get_live_user_lib.hpp"
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -97,4 +97,4 @@ TEST_F(PreferenceFolderTest, OfAGivenVersionIsFormedAndNotTested) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

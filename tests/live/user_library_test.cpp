@@ -1,7 +1,7 @@
 #include "live/get_live_user_lib.hpp"
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -136,8 +136,8 @@ TEST_F(UserLibraryTest, WritesStatus3BeforeAnythingElse) {
         const int32_t& status_;
     };
     Watching watching(journal, status);
-    const Platform watched{application, bundles, clock,   controls, disk,         watching, log,
-                           richText,    runLoop, folders, tasks,    userDefaults, workspace};
+    const Platform watched{application, bundles, clock,   controls, disk,        watching,
+                           log,         runLoop, folders, tasks,    userDefaults};
     status = -7;
     EXPECT_EQ(getLiveUserLib(watched).getUserLibraryErrorInt("/Prefs", &status), std::nullopt);
     EXPECT_EQ(watching.first, 3);
@@ -146,4 +146,4 @@ TEST_F(UserLibraryTest, WritesStatus3BeforeAnythingElse) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -121,4 +121,4 @@ TEST_F(WaitingTest, HoldsTheControllerUntilReachable) {
 
 }  // namespace
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

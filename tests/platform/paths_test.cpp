@@ -99,18 +99,6 @@ TEST(PathsTest, ExtensionIgnoresFinalSlashes) {
     EXPECT_EQ(pathExtension("/a/b.app///"), "app");
 }
 
-TEST(PathsTest, ComponentsLieBetweenTheSeparators) {
-    using Pieces = std::vector<std::string_view>;
-    const auto split = componentsSeparatedBy<Pieces>;
-    EXPECT_EQ(split("", "."), (Pieces{""}));
-    EXPECT_EQ(split("abc", "."), (Pieces{"abc"}));
-    EXPECT_EQ(split("a.b.c", "."), (Pieces{"a", "b", "c"}));
-    EXPECT_EQ(split(".a..b.", "."), (Pieces{"", "a", "", "b", ""}));
-    EXPECT_EQ(split("a/sep/b/sep", "/sep"), (Pieces{"a", "/b", ""}));
-    EXPECT_EQ(split("aaa", "aa"), (Pieces{"", "a"}));
-    EXPECT_EQ(split("aa", "aa"), (Pieces{"", ""}));
-}
-
 }  // namespace
 
 }  // namespace morvella

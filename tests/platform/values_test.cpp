@@ -4,7 +4,7 @@
 
 #include "platform/alert.hpp"
 #include "platform/files.hpp"
-#include "platform/task.hpp"
+#include "platform/system.hpp"
 #include "platform/user_defaults.hpp"
 
 namespace morvella {

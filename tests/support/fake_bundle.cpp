@@ -1,6 +1,6 @@
 #include "support/fake_bundle.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -10,36 +10,6 @@ std::optional<Value> lookUp(const std::map<std::string, Value>& values, const st
     return found == values.end() ? std::nullopt : std::optional(found->second);
 }
 
-class FakeUserDefaults : public UserDefaults {
-  public:
-    FakeUserDefaults(std::string name, FakeUserDefaultsSuites::Values& values, Journal& journal)
-        : name_(std::move(name)), values_(values), journal_(journal) {}
-
-    [[nodiscard]] std::shared_ptr<DefaultsValue> objectForKey(
-        const std::string& key) const override {
-        journal_.write(Kind::question, name_ + ", object for key " + key);
-        return lookUp(values_, key).value_or(nullptr);
-    }
-
-    [[nodiscard]] std::shared_ptr<DefaultsValue> valueForKey(
-        const std::string& key) const override {
-        journal_.write(Kind::question, name_ + ", value for key " + key);
-        return lookUp(values_, key).value_or(nullptr);
-    }
-
-    void setValueForKey(const std::shared_ptr<DefaultsValue>& value,
-                        const std::string& key) override {
-        journal_.write(Kind::defaults,
-                       name_ + ", value " + nameOf(value.get()) + " for key " + key);
-        values_[key] = value;
-    }
-
-  private:
-    std::string name_;
-    FakeUserDefaultsSuites::Values& values_;
-    Journal& journal_;
-};
-
 }  // namespace
 
 std::optional<std::string> FakeBundle::pathForResource(const std::string& name) const {
@@ -47,10 +17,10 @@ std::optional<std::string> FakeBundle::pathForResource(const std::string& name) 
     return lookUp(resources, name);
 }
 
-std::optional<FileUrl> FakeBundle::urlForResource(const std::string& name) const {
-    journal_.write(Kind::question, "URL of resource " + name);
-    const auto path = lookUp(resources, name);
-    return path ? std::optional(FileUrl::file(*path)) : std::nullopt;
+std::shared_ptr<AttributedString> FakeBundle::attributedStringForResource(
+    const std::string& name) const {
+    journal_.write(Kind::question, "rich text of resource " + name);
+    return resources.contains(name) ? lookUp(documents, name).value_or(nullptr) : nullptr;
 }
 
 std::optional<std::string> FakeBundle::infoDictionaryText(const std::string& key) const {
@@ -67,15 +37,4 @@ FakeBundle& FakeBundles::add(const std::string& path) {
     return *(others_[path] = std::make_shared<FakeBundle>(journal_));
 }
 
-std::shared_ptr<AttributedString> FakeRichTextReader::attributedStringWithUrl(
-    const FileUrl& url) const {
-    journal_.write(Kind::question, "rich text of " + url.path());
-    return lookUp(documents, url.path()).value_or(nullptr);
-}
-
-std::shared_ptr<UserDefaults> FakeUserDefaultsSuites::open(const std::string& suiteName) {
-    opened.push_back(suiteName);
-    return std::make_shared<FakeUserDefaults>(suiteName, suites[suiteName], journal_);
-}
-
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 std::string textOf(ControlState state) {
     return state == ControlState::on ? "on" : state == ControlState::off ? "off" : "mixed";
@@ -27,4 +27,4 @@ std::shared_ptr<ProgressIndicator> FakeControlFactory::makeProgressIndicator(
     return indicator;
 }
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -8,7 +8,7 @@
 #include "support/fake_object.hpp"
 #include "support/journal.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 /// "on", "off" or "mixed".
 std::string textOf(ControlState state);
@@ -80,4 +80,4 @@ class FakeControlFactory : public ControlFactory {
     Journal& journal_;
 };
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

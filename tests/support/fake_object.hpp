@@ -5,7 +5,7 @@
 
 #include "platform/object.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 /// What every fake object has: the name under which the journal mentions it.
 class Named {
@@ -35,4 +35,4 @@ inline std::string nameOf(const Object* object) {
     return named ? named->name() : "a stranger";
 }
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 std::string FakeClock::format(Time time, const std::string& dateFormat) const {
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time.time_since_epoch());
@@ -83,4 +83,4 @@ std::optional<TaskResult> FakeTaskRunner::run(const Command& command) {
     return result;
 }
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

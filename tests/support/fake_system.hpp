@@ -6,16 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "platform/application.hpp"
-#include "platform/clock.hpp"
 #include "platform/log.hpp"
-#include "platform/run_loop.hpp"
-#include "platform/task.hpp"
-#include "support/fake_disk.hpp"
+#include "platform/system.hpp"
+#include "support/fake_files.hpp"
 #include "support/fake_object.hpp"
 #include "support/journal.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 class FakeLog : public Log {
   public:
@@ -37,28 +34,19 @@ class FakeApplication : public Application {
         return activity_;
     }
     void announce(const std::string& text) override { announced.push_back(text); }
+    bool openFile(const std::string& path, const std::string& application) override {
+        journal_.write(Kind::application, "open " + path + " with " + application);
+        return opens;
+    }
 
     [[nodiscard]] bool isActive() const { return activity_.use_count() > 1; }
 
+    bool opens = true;
     std::vector<std::string> announced;
 
   private:
     Journal& journal_;
     std::shared_ptr<void> activity_ = std::make_shared<int>();
-};
-
-class FakeWorkspace : public Workspace {
-  public:
-    explicit FakeWorkspace(Journal& journal) : journal_(journal) {}
-    bool openFile(const std::string& path, const std::string& application) override {
-        journal_.write(Kind::workspace, "open " + path + " with " + application);
-        return opens;
-    }
-
-    bool opens = true;
-
-  private:
-    Journal& journal_;
 };
 
 /// Stands at one moment and writes every moment as `stamp`.
@@ -112,4 +100,4 @@ class FakeTaskRunner : public TaskRunner {
     FakeDisk& disk_;
 };
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -5,7 +5,7 @@
 
 #include "support/fake_controls.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -75,4 +75,4 @@ void FakeViewController::setView(const std::shared_ptr<View>& view) {
     }
 }
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -9,7 +9,7 @@
 #include "support/fake_object.hpp"
 #include "support/journal.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 class FakeWindow : public NamedObject<Window> {
   public:
@@ -66,4 +66,4 @@ class FakeViewController : public ViewController {
     Journal& journal_;
 };
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

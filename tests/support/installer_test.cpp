@@ -1,6 +1,6 @@
 #include "support/installer_test.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 InstallerTest::InstallerTest() {
     for (const char* resource : {"license.rtf", "Archivo-Medium.ttf", "OpenSans-Regular.ttf",
@@ -9,7 +9,7 @@ InstallerTest::InstallerTest() {
         bundles.main->resources[resource] = path;
         disk.addFile(path);
     }
-    richText.documents["/Bundle/license.rtf"] = std::make_shared<FakeAttributedString>("licence");
+    bundles.main->documents["license.rtf"] = std::make_shared<FakeAttributedString>("licence");
 
     connect(controller);
     viewController.shown = initialView;
@@ -67,4 +67,4 @@ void InstallerTest::expectEverything(std::initializer_list<std::string_view> exp
     journal.clear();
 }
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -10,12 +10,13 @@
 #include "app/morvella_installer_view_controller.hpp"
 #include "support/fake_bundle.hpp"
 #include "support/fake_controls.hpp"
-#include "support/fake_disk.hpp"
+#include "support/fake_files.hpp"
 #include "support/fake_system.hpp"
+#include "support/fake_user_defaults.hpp"
 #include "support/fake_window.hpp"
 #include "support/journal.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 using Controller = MorvellaInstallerViewController;
 
@@ -28,15 +29,13 @@ struct FakePlatform {
     FakeControlFactory controls{journal};
     FakeDisk disk{journal};
     FakeLog log{journal};
-    FakeRichTextReader richText{journal};
     FakeRunLoop runLoop{journal};
     FakeStandardFolders folders{journal};
     FakeTaskRunner tasks{journal, disk};
     FakeUserDefaultsSuites userDefaults{journal};
-    FakeWorkspace workspace{journal};
 
-    Platform platform{application, bundles, clock,   controls, disk,         disk,     log,
-                      richText,    runLoop, folders, tasks,    userDefaults, workspace};
+    Platform platform{application, bundles, clock,   controls, disk,        disk,
+                      log,         runLoop, folders, tasks,    userDefaults};
 };
 
 /// The controller on a faked platform with every view and control connected, as the interface file
@@ -93,4 +92,4 @@ class InstallerTest : public ::testing::Test, protected FakePlatform {
         std::make_shared<FakeButton>("check box", journal);
 };
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -32,8 +32,6 @@ constexpr std::string_view prefixOf(Kind kind) {
             return "queue: ";
         case Kind::application:
             return "application: ";
-        case Kind::workspace:
-            return "workspace: ";
     }
     return "unknown: ";
 }
@@ -84,4 +82,4 @@ std::string Journal::only(std::initializer_list<Kind> kinds) const {
     return text;
 }
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

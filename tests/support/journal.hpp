@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 /// What a line of the journal is about.
 enum class Kind {
@@ -22,7 +22,6 @@ enum class Kind {
     timer,
     queue,
     application,
-    workspace,
 };
 
 /// The text of a journal that holds exactly these lines.
@@ -55,4 +54,4 @@ class Journal {
     std::vector<Entry> entries_;
 };
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -1,8 +1,8 @@
-#include "support/fake_disk.hpp"
+#include "support/fake_files.hpp"
 
 #include "platform/paths.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 namespace {
 
@@ -155,4 +155,4 @@ std::optional<FileUrl> FakeStandardFolders::url(StandardDirectory directory, Dom
     return answer.url;
 }
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

@@ -10,7 +10,7 @@
 #include "platform/files.hpp"
 #include "support/journal.hpp"
 
-namespace morvella::fakes {
+namespace morvella::tests {
 
 struct DiskItem {
     bool isFolder = false;
@@ -93,4 +93,4 @@ class FakeStandardFolders : public StandardFolders {
     Journal& journal_;
 };
 
-}  // namespace morvella::fakes
+}  // namespace morvella::tests

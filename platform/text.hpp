@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+/// Texts are UTF-8; these functions follow Foundation's rules for them.
+namespace morvella {
+
+/// Whether `bytes` are well-formed UTF-8 from the first to the last.
+bool isUtf8(std::string_view bytes);
+
+/// How many UTF-16 code units the well-formed UTF-8 `text` takes: the platform's length of a text.
+size_t utf16Length(std::string_view text);
+
+/// The number at the start of `text`, after white space and with an optional sign; what follows it
+/// does not count. 0 without digits; the nearest 32-bit integer if it is too large or too small.
+int32_t intValue(std::string_view text);
+
+/// The pieces of `text` between the occurrences of `separator`, one more than there are of these.
+/// The pieces are empty where two separators meet. `separator` is not empty. Each is a view of
+/// `text`.
+template <class Pieces>
+Pieces componentsSeparatedBy(std::string_view text, std::string_view separator) {
+    Pieces pieces;
+    for (size_t start = 0;;) {
+        const size_t end = text.find(separator, start);
+        pieces.push_back(text.substr(start, end - start));
+        if (end == std::string_view::npos) {
+            return pieces;
+        }
+        start = end + separator.size();
+    }
+}
+
+}  // namespace morvella
