@@ -42,12 +42,11 @@ def pytest_configure(config):
 
 
 def pytest_collection_modifyitems(config, items):
-    if not config.option.deep:
-        left_out = not_in_sample(items, config.option.seed)
-        items[:] = [item for item in items if item not in left_out]
-        config.hook.pytest_deselected(items=left_out)
-        config.left_out = [item.nodeid.partition("[")[0] for item in left_out]
+    left_out = set() if config.option.deep else not_in_sample(items, config.option.seed)
+    items[:] = [item for item in items if item not in left_out]
     items.sort(key=lambda item: not item.get_closest_marker("slow"))
+    config.hook.pytest_deselected(items=left_out)
+    config.left_out = [item.nodeid.partition("[")[0] for item in left_out]
 
 
 def not_in_sample(items, seed):
@@ -65,7 +64,7 @@ def not_in_sample(items, seed):
 
 def pytest_sessionfinish(session):
     if hasattr(session.config, "workeroutput"):
-        session.config.workeroutput["left_out"] = getattr(session.config, "left_out", [])
+        session.config.workeroutput["left_out"] = session.config.left_out
 
 
 def pytest_testnodedown(node, error):
@@ -85,8 +84,6 @@ def pytest_terminal_summary(terminalreporter, config):
 def pytest_runtest_makereport(item, call):
     report = (yield).get_result()
     if report.failed:
-        command = f"/usr/bin/python3 -m pytest '{item.nodeid}' --deep"
-        report.sections.append(("to run it alone", command))
         report.sections.append(("its log and its picture", f"{evidence_of(item)}.*"))
 
 

@@ -143,24 +143,8 @@ int mkdirat(int folder, const char* path, mode_t mode) noexcept {
     return change(folder, path, SYS_mkdirat, folder, path, mode);
 }
 
-int symlink(const char* target, const char* path) noexcept {
-    return change(AT_FDCWD, path, SYS_symlink, target, path);
-}
-
-int unlink(const char* path) noexcept {
-    return change(AT_FDCWD, path, SYS_unlink, path);
-}
-
-int unlinkat(int folder, const char* path, int flags) noexcept {
-    return change(folder, path, SYS_unlinkat, folder, path, flags);
-}
-
 int rename(const char* source, const char* target) noexcept {
     return change(AT_FDCWD, source, SYS_rename, source, target);
-}
-
-int renameat(int from, const char* source, int to, const char* target) noexcept {
-    return change(from, source, SYS_renameat, from, source, to, target);
 }
 
 int renameat2(int from, const char* source, int to, const char* target,

@@ -11,6 +11,7 @@ from pathlib import Path
 import pytest
 
 import expectations
+import log_lines
 import folders
 import snapshot
 import stage as stages
@@ -69,8 +70,8 @@ class Scenario:
         with untouched, self.launch(stage, **options) as installer:
             installer.walk_to_the_end(before, self.patience)
             lines = installer.log
-        assert expectations.criticals(lines) == list(criticals)
-        expectations.expect_log(lines, log)
+        assert log_lines.criticals(lines) == list(criticals)
+        log_lines.expect_log(lines, log)
         return lines
 
     @contextlib.contextmanager

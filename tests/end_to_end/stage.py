@@ -68,103 +68,48 @@ class Names:
     volume: str = "Studio Drive"
 
 
-@dataclass(frozen=True)
 class Stage:
-    root: Path
-    names: Names = Names()
-    unmounted: bool = False
+    """Where everything on it lies."""
 
-    @property
-    def home(self):
-        return self.root / "Users" / self.names.user
+    def __init__(self, root, names=Names(), unmounted=False):
+        self.root, self.names, self.unmounted = root, names, unmounted
+        self.home = root / "Users" / names.user
+        self.documents = self.home / "Documents"
+        self.fonts = self.home / "Library/Fonts"
+        self.trash = self.home / ".local/share/Trash"
+        self.kit = self.home / "Downloads" / names.kit
+        self.demo_set = self.kit / DEMO_SET
+        preferences = self.home / "Library/Preferences/Ableton"
+        self.library_cfg = preferences / f"Live {LIVE_VERSION}/Library.cfg"
 
-    @property
-    def volume(self):
-        return self.root / "Volumes" / self.names.volume
+        self.volume = root / "Volumes" / names.volume
+        self.unmounted_volume = root / "Unmounted" / names.volume
+        disk = self.volume if unmounted else self.home
+        self.user_library = disk / "Music/Ableton" / names.library
+        self.destination = self.user_library / "Morvella"
 
-    @property
-    def unmounted_volume(self):
-        """Where a volume lies while it is not mounted."""
-        return self.root / "Unmounted" / self.names.volume
+        self.applications = root / "Applications"
+        self.utilities = self.applications / "Morvella"
+        self.live_app = self.applications / names.live
+        self.live_executable = self.live_app / "Contents/MacOS/Live"
+        self.shared = root / "Users/Shared"
+        self.shared_data = self.shared / "Morvella"
 
-    @property
-    def user_library(self):
-        disk = self.volume if self.unmounted else self.home
-        return disk / "Music" / "Ableton" / self.names.library
-
-    @property
-    def destination(self):
-        return self.user_library / "Morvella"
-
-    @property
-    def library_cfg(self):
-        return self.home / f"Library/Preferences/Ableton/Live {LIVE_VERSION}/Library.cfg"
-
-    @property
-    def fonts(self):
-        return self.home / "Library/Fonts"
-
-    @property
-    def documents(self):
-        return self.home / "Documents"
-
-    @property
-    def trash(self):
-        return self.home / ".local/share/Trash"
-
-    @property
-    def applications(self):
-        return self.root / "Applications"
-
-    @property
-    def utilities(self):
-        return self.applications / "Morvella"
-
-    @property
-    def shared(self):
-        return self.root / "Users/Shared"
-
-    @property
-    def shared_data(self):
-        return self.shared / "Morvella"
-
-    @property
-    def live_app(self):
-        return self.applications / self.names.live
-
-    @property
-    def live_executable(self):
-        return self.live_app / "Contents/MacOS/Live"
-
-    @property
-    def kit(self):
-        return self.home / "Downloads" / self.names.kit
+        self.environment = {"MORVELLA_STAGE": str(root), "HOME": str(self.home)}
+        self.arguments = ["-liveapp", str(self.live_executable), "-app", f"{self.kit}/"]
 
     @property
     def places(self):
         """All that an installation changes, the Trash included."""
-        documents = self.documents / "Morvella"
-        trash = self.home / ".local"
-        places = [self.user_library, self.applications, self.shared, self.fonts, documents, trash]
-        return [*places, self.volume]
-
-    @property
-    def demo_set(self):
-        return self.kit / DEMO_SET
+        documents, trash = self.documents / "Morvella", self.home / ".local"
+        places = [self.user_library, self.applications, self.shared, self.fonts]
+        return [*places, documents, trash, self.volume]
 
     @property
     def opened_documents(self):
         """What the Live application was asked to open so far."""
         record = self.root / "opened-documents.txt"
         return record.read_text(encoding="utf-8").splitlines() if record.exists() else []
-
-    @property
-    def environment(self):
-        return {"MORVELLA_STAGE": str(self.root), "HOME": str(self.home)}
-
-    @property
-    def arguments(self):
-        return ["-liveapp", str(self.live_executable), "-app", f"{self.kit}/"]
 
     def mount(self):
         """Brings the missing volume: one rename, so nobody ever sees half of it."""
@@ -193,24 +138,18 @@ def make(root, *, previous=False, obstructed=False, unmounted=False, demo=True, 
     return stage
 
 
+OPTIONS = {
+    "previous": "an earlier installation is there already, with files of the user's own in it",
+    "obstructed": "a link to nothing stands where the suite's folder will be; no backup is made",
+    "unmounted": "the User Library's volume is not mounted",
+    "no-demo": "the kit folder lacks the demo Live Set",
+}
+
+
 def add_options(parser):
-    """The options of whoever makes a stage for a user: script/stage, script/run and the tour."""
-    parser.add_argument(
-        "--previous",
-        action="store_true",
-        help="an earlier installation is there already, with files of the user's own in it",
-    )
-    parser.add_argument(
-        "--obstructed",
-        action="store_true",
-        help="a link to nothing stands where the suite's folder will be; it cannot be backed up",
-    )
-    parser.add_argument(
-        "--unmounted", action="store_true", help="the User Library's volume is not mounted"
-    )
-    parser.add_argument(
-        "--no-demo", action="store_true", help="the kit folder lacks the demo Live Set"
-    )
+    """The options of script/stage, script/run and the tour."""
+    for name, meaning in OPTIONS.items():
+        parser.add_argument(f"--{name}", action="store_true", help=meaning)
 
 
 def chosen(options):

@@ -3,13 +3,8 @@
 import pytest
 
 import snapshot
-from expectations import (
-    expect_files,
-    expect_log,
-    failed_line,
-    installed,
-    unpacking_line,
-)
+from expectations import expect_files, installed
+from log_lines import expect_log, failed_line, unpacking_line
 from pages import INSTALLATION, NO_BACKUP, NO_USER_FILES, NO_UTILITIES, NOT_INSTALLED
 from scenario import Scenario, expect_nothing_lost
 

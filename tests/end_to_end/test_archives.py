@@ -6,21 +6,10 @@ import zipfile
 
 import pytest
 
+import pages
 import snapshot
-from expectations import (
-    expect_files,
-    expect_untouched,
-    failed_line,
-    installed,
-    refused_line,
-)
-from pages import (
-    BUNDLE_CORRUPT,
-    NO_USER_FILES,
-    NO_UTILITIES,
-    NOT_INSTALLED,
-    NOT_VERIFIED,
-)
+from expectations import expect_files, expect_untouched, installed
+from log_lines import failed_line, refused_line
 from scenario import Scenario
 
 # The folder at the top of each archive.
@@ -49,7 +38,7 @@ class TestMissingResources(Scenario):
         self.copy_bundle(without=missing)
         stage = self.make_stage()
         before = self.snapshot(stage)
-        log = self.run(stage, criticals=[BUNDLE_CORRUPT])
+        log = self.run(stage, criticals=[pages.BUNDLE_CORRUPT])
         lacking = [line for line in log if line.startswith("resource not found:")]
         assert lacking == [f"resource not found:{name}" for name in named]
         expect_untouched(stage, before)
@@ -59,7 +48,7 @@ class TestBadArchives(Scenario):
     def test_missing_shaders(self):
         self.copy_bundle(without=["ISF.zip"])
         stage = self.make_stage()
-        self.run(stage, criticals=[NO_USER_FILES], log=[failed_line("ISF.zip")])
+        self.run(stage, criticals=[pages.NO_USER_FILES], log=[failed_line("ISF.zip")])
         assert list(stage.shared_data.iterdir()) == []
         assert stage.opened_documents == []
 
@@ -68,20 +57,20 @@ class TestBadArchives(Scenario):
         archive.write_bytes(archive.read_bytes()[:100])
         stage = self.make_stage()
         log = [refused_line("Tressimo.zip"), failed_line("Tressimo.zip")]
-        self.run(stage, criticals=[NO_UTILITIES], log=log)
+        self.run(stage, criticals=[pages.NO_UTILITIES], log=log)
         assert (stage.shared_data / "ISF").is_dir()
 
     def test_damaged_suite(self):
         (self.copy_bundle() / "morvella.zip").write_bytes(b"not an archive at all")
         stage = self.make_stage()
-        self.run(stage, criticals=[NOT_INSTALLED], log=[refused_line("morvella.zip")])
+        self.run(stage, criticals=[pages.NOT_INSTALLED], log=[refused_line("morvella.zip")])
         assert not stage.destination.exists()
 
     @pytest.mark.parametrize(
         ("missing", "message"),
         [
-            ("Morvella/Morvella.app", NOT_INSTALLED),
-            ("Morvella/Sources/Vellicor.amxd", NOT_VERIFIED),
+            ("Morvella/Morvella.app", pages.NOT_INSTALLED),
+            ("Morvella/Sources/Vellicor.amxd", pages.NOT_VERIFIED),
         ],
     )
     def test_suite_that_lacks_something(self, missing, message):
@@ -130,7 +119,7 @@ class TestHostileArchives(Scenario):
         """`kept` is what is unpacked all the same of the entries added: names and what is there."""
         stage = self.make_stage()
         before = self.snapshot(stage)
-        self.run(stage, criticals=[NO_UTILITIES, NO_USER_FILES], log=REFUSED)
+        self.run(stage, criticals=[pages.NO_UTILITIES, pages.NO_USER_FILES], log=REFUSED)
         places = [stage.user_library, stage.utilities, stage.shared_data]
         added = {
             (place / name.replace("TOP", top)).relative_to(stage.root): item

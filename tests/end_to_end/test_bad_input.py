@@ -2,7 +2,8 @@ import plistlib
 
 import pytest
 
-from expectations import expect_log, expect_untouched, start_lines
+from expectations import expect_untouched
+from log_lines import expect_log, start_lines
 from pages import FINISH, NO_LIVE_SET, NO_USER_LIBRARY, SETTINGS
 from scenario import Scenario
 

@@ -3,7 +3,8 @@ import subprocess
 
 import pytest
 
-from expectations import backups, failed_line, refused_line
+from expectations import backups
+from log_lines import failed_line, refused_line
 from pages import NO_BACKUP, NO_USER_FILES, NO_UTILITIES, NOT_INSTALLED
 from scenario import Scenario, expect_nothing_lost
 

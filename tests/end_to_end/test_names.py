@@ -2,16 +2,8 @@ import unicodedata
 
 import pytest
 
-from expectations import (
-    expect_files,
-    expect_log,
-    expect_opened,
-    font_lines,
-    installed,
-    start_lines,
-    unpacking_line,
-    utility_lines,
-)
+from expectations import expect_files, expect_opened, installed
+from log_lines import expect_log, font_lines, start_lines, unpacking_line, utility_lines
 from scenario import Scenario
 from stage import Names
 

@@ -4,28 +4,18 @@ import re
 
 import pytest
 
+import pages
 import snapshot
-from expectations import (
-    expect_backup,
-    expect_files,
+from expectations import expect_backup, expect_files, fonts, installed
+from log_lines import (
     failed_line,
     font_lines,
     font_not_copied_lines,
-    fonts,
-    installed,
     no_folder_line,
     refused_line,
     shaders_to_documents_lines,
 )
 from folders import ordinary_user
-from pages import (
-    NO_APPLICATIONS,
-    NO_BACKUP,
-    NO_SHARED_DATA,
-    NO_USER_FILES,
-    NO_UTILITIES,
-    NOT_INSTALLED,
-)
 from scenario import Scenario, expect_nothing_lost
 
 
@@ -58,14 +48,14 @@ class TestDestination(Scenario):
 
     def test_dangling_link(self, stage):
         stage.destination.symlink_to(stage.documents / "Not There")
-        self.expect_replaced(stage, criticals=[NO_BACKUP], log=["Making backup failed"])
+        self.expect_replaced(stage, criticals=[pages.NO_BACKUP], log=["Making backup failed"])
 
     def test_user_library_that_cannot_be_written_to(self, stage):
         user = ordinary_user(stage.root)
         stage.user_library.chmod(0o555)
         before = self.snapshot(stage)
         log = [refused_line("morvella.zip")]
-        self.run(stage, criticals=[NOT_INSTALLED], log=log, user=user)
+        self.run(stage, criticals=[pages.NOT_INSTALLED], log=log, user=user)
         expect_files(stage, {**before, **installed(self.bundle, stage, suite_to=None)})
 
 
@@ -94,7 +84,7 @@ class TestApplications(Scenario):
         before = self.snapshot(stage)
         failed = r"Creating Morvella folder in /Applications failed with error: (?!\(null\)).+"
         log = [re.compile(failed), refused_line("Tressimo.zip"), failed_line("Tressimo.zip")]
-        self.run(stage, criticals=[NO_APPLICATIONS, NO_UTILITIES], log=log, user=user)
+        self.run(stage, criticals=[pages.NO_APPLICATIONS, pages.NO_UTILITIES], log=log, user=user)
         expect_files(stage, {**before, **installed(self.bundle, stage, utilities_to=None)})
 
 
@@ -147,7 +137,9 @@ class TestSharedData(Scenario):
         user = ordinary_user(stage.root)
         for folder in (stage.shared, stage.documents if has_documents else stage.home):
             folder.chmod(0o555)
-        criticals = [NO_USER_FILES] if has_documents else [NO_SHARED_DATA, NO_USER_FILES]
+        criticals = (
+            [pages.NO_USER_FILES] if has_documents else [pages.NO_SHARED_DATA, pages.NO_USER_FILES]
+        )
         log = [*shaders_to_documents_lines(), no_folder_line("Documents")]
         log += [refused_line("ISF.zip"), failed_line("ISF.zip")]
         self.expect_shaders(stage, None, criticals=criticals, log=log, user=user)

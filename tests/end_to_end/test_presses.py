@@ -4,19 +4,8 @@ import time
 
 import pytest
 
+import pages
 from expectations import expect_opened, expect_untouched
-from pages import (
-    FINISH,
-    INSTALLATION,
-    LICENCE,
-    MAKE_BACKUP,
-    NO_BACKUP,
-    OPEN_DEMO,
-    PREVIOUS_INSTALLATION,
-    SETTINGS,
-    WAY,
-    WELCOME,
-)
 from scenario import Scenario
 
 # In seconds: long enough for the system to repeat a key many times; and between presses that are
@@ -25,7 +14,7 @@ HOLDING = 1.5
 QUICK = 0.05
 DELIBERATE = 0.7
 MANY = 40
-BUTTONS = {page.title: page.button for page in WAY}
+BUTTONS = {page.title: page.button for page in pages.WAY}
 
 
 class TestQuickPresses(Scenario):
@@ -33,7 +22,8 @@ class TestQuickPresses(Scenario):
 
     @pytest.mark.parametrize("keys", [(), ("Return",), ("space",), ("Return", "space")])
     @pytest.mark.parametrize(
-        ("first", "following"), [(WELCOME, LICENCE), (SETTINGS, PREVIOUS_INSTALLATION)]
+        ("first", "following"),
+        [(pages.WELCOME, pages.LICENCE), (pages.SETTINGS, pages.PREVIOUS_INSTALLATION)],
     )
     def test_over_a_previous_installation(self, first, following, keys):
         stage = self.make_stage(previous=True)
@@ -64,17 +54,20 @@ class TestQuickPresses(Scenario):
     @pytest.mark.parametrize("name", ["Return", "space"])
     def test_key_held_down(self, name):
         with self.launch(self.make_stage()) as installer:
-            installer.wait_for(WELCOME)
+            installer.wait_for(pages.WELCOME)
             installer.wait_to_press()
             self.display.key(name, HOLDING)
-            installer.wait_for(LICENCE)
+            installer.wait_for(pages.LICENCE)
 
     def test_box_toggles_as_often_as_it_is_clicked(self):
         """And what is unticked then is neither packed nor opened."""
         stage = self.make_stage(previous=True)
         with self.launch(stage) as installer:
             installer.begin_installation()
-            for title, at in ((MAKE_BACKUP, PREVIOUS_INSTALLATION), (OPEN_DEMO, FINISH)):
+            for title, at in (
+                (pages.MAKE_BACKUP, pages.PREVIOUS_INSTALLATION),
+                (pages.OPEN_DEMO, pages.FINISH),
+            ):
                 installer.wait_for(at)
                 place = installer.place_of(installer.wait_to_press().view.control(title))
                 for ticked in (False, True, False, True, False):
@@ -83,7 +76,9 @@ class TestQuickPresses(Scenario):
                         lambda state: state.view.control(title).ticked == ticked,
                         f"{title} {ticked}",
                     )
-                installer.click("Continue" if at == PREVIOUS_INSTALLATION else BUTTONS[FINISH])
+                installer.click(
+                    "Continue" if at == pages.PREVIOUS_INSTALLATION else BUTTONS[pages.FINISH]
+                )
             installer.expect_end()
         assert list(stage.user_library.glob("*Backup*")) == []
         assert (stage.trash / "files/Morvella/My Patches").is_dir()
@@ -96,7 +91,7 @@ class TestDeliberatePresses(Scenario):
         """The button of every page is the default one, too."""
         stage = self.make_stage()
         with self.launch(stage) as installer:
-            for page in WAY:
+            for page in pages.WAY:
                 if page.button:
                     installer.wait_for(page.title)
                     place = installer.place_of(installer.state().view.control(page.button))
@@ -107,7 +102,10 @@ class TestDeliberatePresses(Scenario):
 
     def test_without_a_time_counts(self):
         with self.launch(self.make_stage()) as installer:
-            for page, following in ((WELCOME, LICENCE), (LICENCE, SETTINGS)):
+            for page, following in (
+                (pages.WELCOME, pages.LICENCE),
+                (pages.LICENCE, pages.SETTINGS),
+            ):
                 installer.wait_for(page)
                 state = installer.wait_to_press()
                 self.display.send_key(state.window, "Return")
@@ -118,7 +116,7 @@ class TestDeliberatePresses(Scenario):
         before = self.snapshot(stage)
         with self.launch(stage) as installer:
             installer.begin_installation()
-            installer.wait_for(PREVIOUS_INSTALLATION)
+            installer.wait_for(pages.PREVIOUS_INSTALLATION)
             installer.click("Quit")
             installer.expect_end()
         expect_untouched(stage, before)
@@ -129,20 +127,20 @@ class TestPressesTooEarly(Scenario):
         stage = self.make_stage()
         gate = self.hold(stage)
         with self.launch(stage, gate=gate) as installer:
-            installer.go_to(SETTINGS)
+            installer.go_to(pages.SETTINGS)
             # Where "Finish" will be.
-            place = installer.place_of(installer.state().view.control(BUTTONS[SETTINGS]))
-            installer.perform(BUTTONS[SETTINGS])
+            place = installer.place_of(installer.state().view.control(BUTTONS[pages.SETTINGS]))
+            installer.perform(BUTTONS[pages.SETTINGS])
             gate.wait()
             self.display.click(*place)
             self.display.key("Return")
             gate.open()
-            installer.wait_for_state(lambda state: state.page == FINISH, FINISH)
+            installer.wait_for_state(lambda state: state.page == pages.FINISH, pages.FINISH)
             self.display.key("Return")
             self.display.click(*place)
             time.sleep(DELIBERATE)
-            installer.wait_for(FINISH)
-            installer.click(BUTTONS[FINISH])
+            installer.wait_for(pages.FINISH)
+            installer.click(BUTTONS[pages.FINISH])
             installer.expect_end()
 
     def test_on_a_page_that_a_sheet_covers(self):
@@ -153,14 +151,14 @@ class TestPressesTooEarly(Scenario):
             installer.begin_installation()
             installer.click("Continue")
             state = installer.wait_for_state(
-                lambda state: state.page == FINISH and not state.working, "the last page"
+                lambda state: state.page == pages.FINISH and not state.working, "the last page"
             )
-            assert state.place == NO_BACKUP
+            assert state.place == pages.NO_BACKUP
             assert state.view.control("Quit").focused
             (behind,) = [control for control in state.page_view.controls if control.key == "\r"]
             installer.wait_to_press()
             self.display.click(*installer.place_of(behind))
-            installer.wait_for(NO_BACKUP)
+            installer.wait_for(pages.NO_BACKUP)
             installer.key("Return")
             installer.expect_end()
         expect_opened(stage, [])
@@ -180,6 +178,6 @@ class TestPressesTooEarly(Scenario):
             state = installer.state()
             time.sleep(DELIBERATE)
             self.display.click(*installer.place_of(state.view.control("Quit")))
-            assert installer.state().page == INSTALLATION
+            assert installer.state().page == pages.INSTALLATION
             gate.open()
             installer.expect_end()

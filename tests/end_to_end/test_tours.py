@@ -1,6 +1,6 @@
 import pytest
 
-import expectations
+import log_lines
 from pages import INSTALLATION, SETTINGS, WAY
 from scenario import Scenario
 from tour import Tour
@@ -44,11 +44,11 @@ class TestTours(Scenario):
         """The only log that is compared as a whole here."""
         stage, log = self.take()
         assert log == [
-            *expectations.start_lines(stage),
-            *expectations.font_lines(self.bundle, stage),
-            expectations.unpacking_line(self.bundle, "morvella.zip"),
-            *expectations.utility_lines(self.bundle, stage),
+            *log_lines.start_lines(stage),
+            *log_lines.font_lines(self.bundle, stage),
+            log_lines.unpacking_line(self.bundle, "morvella.zip"),
+            *log_lines.utility_lines(self.bundle, stage),
             "Installing ISF.zip...",
-            expectations.unpacking_line(self.bundle, "ISF.zip"),
+            log_lines.unpacking_line(self.bundle, "ISF.zip"),
             "Hiding the morvella.app to declutter the user library browser...",
         ]

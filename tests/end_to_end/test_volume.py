@@ -1,6 +1,7 @@
 import pytest
 
-from expectations import expect_files, installed, not_trashed_line, refused_line
+from expectations import expect_files, installed
+from log_lines import not_trashed_line, refused_line
 from pages import NO_BACKUP, NOT_INSTALLED, NOT_TRASHED, PREVIOUS_INSTALLATION, SETTINGS
 from folders import ordinary_user
 from scenario import Scenario, expect_nothing_lost

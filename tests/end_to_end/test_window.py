@@ -2,22 +2,9 @@ import contextlib
 
 import pytest
 
+import pages
 from expectations import expect_opened, expect_untouched
 from gate import Gate
-from pages import (
-    BUNDLE_CORRUPT,
-    FINISH,
-    INITIAL,
-    INSTALLATION,
-    LICENCE,
-    NO_USER_LIBRARY,
-    NOT_AVAILABLE,
-    OPEN_DEMO,
-    PREVIOUS_INSTALLATION,
-    SETTINGS,
-    WAY,
-    WELCOME,
-)
 from scenario import Scenario
 from waiting import wait_until
 
@@ -35,7 +22,9 @@ class TestClosingTheWindow(Scenario):
         expect_untouched(installer.stage, before)
         assert installer.stage.opened_documents == []
 
-    @pytest.mark.parametrize("title", [page.title for page in WAY if page.title != INSTALLATION])
+    @pytest.mark.parametrize(
+        "title", [page.title for page in pages.WAY if page.title != pages.INSTALLATION]
+    )
     def test_page(self, title):
         with self.launch(self.make_stage()) as installer:
             installer.go_to(title)
@@ -44,20 +33,20 @@ class TestClosingTheWindow(Scenario):
     def test_initial_view(self):
         self.copy_bundle(without=["license.rtf"])
         with self.launch(self.make_stage()) as installer:
-            assert installer.wait_for(BUNDLE_CORRUPT).page == INITIAL
+            assert installer.wait_for(pages.BUNDLE_CORRUPT).page == pages.INITIAL
             self.expect_closing_quits(installer)
 
     def test_settings_page_while_it_waits_for_the_volume(self):
         with self.launch(self.make_stage(unmounted=True)) as installer:
-            installer.go_to(SETTINGS)
-            installer.perform("OK", at=NOT_AVAILABLE)
-            installer.wait_for(SETTINGS)
+            installer.go_to(pages.SETTINGS)
+            installer.perform("OK", at=pages.NOT_AVAILABLE)
+            installer.wait_for(pages.SETTINGS)
             self.expect_closing_quits(installer)
 
     def test_sheet_about_the_previous_installation(self):
         with self.launch(self.make_stage(previous=True)) as installer:
             installer.begin_installation()
-            installer.wait_for(PREVIOUS_INSTALLATION)
+            installer.wait_for(pages.PREVIOUS_INSTALLATION)
             self.expect_closing_quits(installer)
 
     def test_installation_page(self):
@@ -78,10 +67,10 @@ class TestLastPage(Scenario):
     def test_demo_set_is_not_opened_when_unticked(self):
         stage = self.make_stage()
         with self.launch(stage) as installer:
-            installer.go_to(FINISH)
-            installer.click(OPEN_DEMO)
+            installer.go_to(pages.FINISH)
+            installer.click(pages.OPEN_DEMO)
             installer.wait_for_state(
-                lambda state: not state.view.control(OPEN_DEMO).ticked, "the box to be off"
+                lambda state: not state.view.control(pages.OPEN_DEMO).ticked, "the box to be off"
             )
             installer.finish()
         expect_opened(stage, [])
@@ -106,39 +95,39 @@ class TestInFront(Scenario):
 
     def test_first_page(self):
         with self.display.another_window(), self.launch(self.make_stage()) as installer:
-            installer.wait_for(WELCOME)
+            installer.wait_for(pages.WELCOME)
             self.expect_in_front(installer)
 
     def test_critical_sheet_on_the_initial_view(self):
         self.copy_bundle(without=["license.rtf"])
         with self.display.another_window(), self.launch(self.make_stage()) as installer:
-            installer.wait_for(BUNDLE_CORRUPT)
+            installer.wait_for(pages.BUNDLE_CORRUPT)
             self.expect_in_front(installer)
 
-    @pytest.mark.parametrize("message", [NO_USER_LIBRARY, NOT_AVAILABLE])
+    @pytest.mark.parametrize("message", [pages.NO_USER_LIBRARY, pages.NOT_AVAILABLE])
     def test_sheet_on_the_settings_page(self, message):
-        stage = self.make_stage(unmounted=message == NOT_AVAILABLE)
-        if message == NO_USER_LIBRARY:
+        stage = self.make_stage(unmounted=message == pages.NOT_AVAILABLE)
+        if message == pages.NO_USER_LIBRARY:
             stage.library_cfg.unlink()
         with self.launch(stage) as installer:
-            installer.go_to(LICENCE)
+            installer.go_to(pages.LICENCE)
             with self.press_and_cover(installer, "Accept"):
                 installer.wait_for(message)
                 self.expect_in_front(installer)
 
     def test_sheet_about_the_previous_installation(self):
         with self.launch(self.make_stage(previous=True)) as installer:
-            installer.go_to(SETTINGS)
+            installer.go_to(pages.SETTINGS)
             with self.press_and_cover(installer, "Next"):
-                installer.wait_for(PREVIOUS_INSTALLATION)
+                installer.wait_for(pages.PREVIOUS_INSTALLATION)
                 self.expect_in_front(installer)
 
     def test_page_alone_stays_where_it_is(self):
         """What tells the sheets' coming forward from that of anything that happens."""
         with self.launch(self.make_stage()) as installer:
-            installer.go_to(LICENCE)
+            installer.go_to(pages.LICENCE)
             with self.press_and_cover(installer, "Accept"):
-                state = installer.wait_for(SETTINGS)
+                state = installer.wait_for(pages.SETTINGS)
                 assert self.display.uppermost_window() != state.window
 
 
@@ -158,6 +147,6 @@ class TestFailures(Scenario):
         with self.launch(stage, gate=gate) as installer:
             installer.begin_installation()
             with pytest.raises(AssertionError) as failure:
-                installer.wait_for(FINISH)
+                installer.wait_for(pages.FINISH)
         assert f"the gate held {stage.fonts}/" in str(failure.value)
         assert "installFontList" in str(failure.value)  # where it crashed

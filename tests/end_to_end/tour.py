@@ -12,6 +12,7 @@ import sys
 from pathlib import Path
 
 import expectations
+import log_lines
 import folders
 import snapshot
 import stage as stages
@@ -92,7 +93,7 @@ class Tour:
     def expect_complete(self):
         """Everything lies where it belongs, nothing of the user's is lost, the demo is open."""
         stage, bundle = self.stage, self.installer.bundle
-        asked = expectations.criticals(self.installer.log)
+        asked = log_lines.criticals(self.installer.log)
         assert asked == ([NO_BACKUP] if self._obstructed else []), asked
         expected, trashed = dict(self._before), {}
         if stage.unmounted:

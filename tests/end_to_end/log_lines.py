@@ -1,0 +1,90 @@
+"""The log's lines, in the order of a run. One that ends in a platform's own words is a pattern."""
+
+import re
+import urllib.parse
+
+from expectations import fonts
+
+CRITICAL = "critical error:"
+
+
+def start_lines(stage, live=None):
+    live = stage.live_executable if live is None else live
+    return [f"will open demo set at {stage.demo_set}", f"using live app found at {live}"]
+
+
+def file_url(path):
+    return "file://" + urllib.parse.quote(str(path), safe="-._~!$&'()*+,=:@/")
+
+
+def font_lines(bundle, stage, present=()):
+    return [
+        (
+            f"Font already installed:{font}"
+            if font in present
+            else f"Copying: ({file_url(bundle / 'Resources' / font)})"
+            f" To: ({file_url(stage.fonts / font)})"
+        )
+        for font in fonts(bundle)
+    ]
+
+
+def unpacking_line(bundle, archive):
+    return f"decompress status=>>> Copying {bundle / 'Resources' / archive}"
+
+
+def refused_line(archive):
+    """What the archiver says, in its own words, about an archive that it could not unpack."""
+    copying = rf"(>>> Copying .*{re.escape(archive)}\n)?"
+    return re.compile(rf"decompress status={copying}.*\S.*", re.DOTALL)
+
+
+def failed_line(archive):
+    return f"Decompressing resource failed: {archive}"
+
+
+def utility_lines(bundle, stage):
+    return [
+        f"Installing Tressimo.zip to {stage.utilities}...",
+        unpacking_line(bundle, "Tressimo.zip"),
+    ]
+
+
+def not_trashed_line(path):
+    return f"failed to move to trash:{file_url(path)}/"
+
+
+def font_not_copied_lines():
+    return [
+        re.compile(r"Copy error:(?!\(null\)).+"),
+        re.compile(r"Can't find font in the users' fonts library:(?!\(null\)).+"),
+        "Couldn't install fonts.",
+    ]
+
+
+def no_folder_line(parent):
+    return re.compile(
+        rf"Couldn't create shared folder\(.*{parent}/Morvella/?\), error:(?!\(null\)).+"
+    )
+
+
+def shaders_to_documents_lines():
+    return [
+        no_folder_line("Shared"),
+        # The error of the folder that could not be created still stands.
+        re.compile(r"Couldn't access documents folder, error:(?!\(null\)).+"),
+    ]
+
+
+def criticals(log):
+    """The messages of the critical sheets that were asked for."""
+    return [line.removeprefix(CRITICAL) for line in log if line.startswith(CRITICAL)]
+
+
+def expect_log(log, lines):
+    """The log has these lines in this order, among others."""
+    rest = iter(log)
+    for wanted in lines:
+        is_pattern = isinstance(wanted, re.Pattern)
+        found = any(wanted.fullmatch(line) if is_pattern else wanted == line for line in rest)
+        assert found, f"the log lacks, after what it should follow, {wanted!r}:\n" + "\n".join(log)
