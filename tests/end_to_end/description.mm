@@ -74,14 +74,6 @@ NSDictionary* describeIndicator(NSProgressIndicator* indicator) {
     };
 }
 
-NSDictionary* describeDocument(NSTextView* view) {
-    return @{
-        @"text" : text([view string]),
-        @"editable" : @([view isEditable] != NO),
-        @"frame" : listOf(frameOf(view))
-    };
-}
-
 /// What lies in a view, at any depth.
 class Contents {
   public:
@@ -92,12 +84,7 @@ class Contents {
         for (NSButton* button in buttons_) {
             [controls addObject:describeControl(button)];
         }
-        return @{
-            @"texts" : texts_,
-            @"controls" : controls,
-            @"indicators" : indicators_,
-            @"documents" : documents_
-        };
+        return @{@"texts" : texts_, @"controls" : controls, @"indicators" : indicators_};
     }
 
     [[nodiscard]] NSButton* buttonTitled(NSString* title) const {
@@ -117,8 +104,6 @@ class Contents {
             addText(static_cast<NSTextField*>(view));
         } else if ([view isKindOfClass:[NSProgressIndicator class]]) {
             [indicators_ addObject:describeIndicator(static_cast<NSProgressIndicator*>(view))];
-        } else if ([view isKindOfClass:[NSTextView class]]) {
-            [documents_ addObject:describeDocument(static_cast<NSTextView*>(view))];
         } else if (!isNamed(view, @"StepsSidebar")) {
             for (NSView* subview in [view subviews]) {
                 add(subview);
@@ -135,7 +120,6 @@ class Contents {
     NSMutableArray* texts_ = [NSMutableArray array];
     NSMutableArray* buttons_ = [NSMutableArray array];
     NSMutableArray* indicators_ = [NSMutableArray array];
-    NSMutableArray* documents_ = [NSMutableArray array];
 };
 
 /// The uppermost one comes last.

@@ -51,9 +51,7 @@ class Inspector:
                 asking.sendall(question.encode())
                 asking.shutdown(socket.SHUT_WR)
                 answer = b"".join(iter(lambda: asking.recv(1 << 16), b""))
-            except (FileNotFoundError, ConnectionError, OSError) as error:
-                if isinstance(error, TimeoutError):
-                    raise
+            except (FileNotFoundError, ConnectionError):
                 return None
         return json.loads(answer) if answer else None
 
@@ -81,10 +79,6 @@ class View:
             if control.key == "\r" and control.enabled and not control.hidden:
                 return control
         return None
-
-    @property
-    def turns(self):
-        return any(indicator.turning and not indicator.hidden for indicator in self.indicators)
 
     @property
     def lines(self):

@@ -67,14 +67,6 @@ class Installer(Application):
             lambda state: rests(state) and state.place == place, place, seconds
         )
 
-    def is_at(self, place):
-        """Whether it rests there now; fails neither while it works nor after its end."""
-        try:
-            state = self._inspector.state(0.01)
-        except TimeoutError:
-            return False
-        return bool(state and rests(state) and state.place == place)
-
     def wait_for_button(self, title):
         """Waits until it rests and the uppermost sheet, or else the page, has such a button."""
 

@@ -8,7 +8,7 @@ import pytest
 
 import pages
 import snapshot
-from expectations import expect_files, expect_untouched, installed
+from expectations import expect_files, installed
 from log_lines import failed_line, refused_line
 from scenario import Scenario
 
@@ -22,26 +22,6 @@ REFUSED = [
     failed_line("ISF.zip"),
 ]
 PLANTED = "planted by an archive\n"
-
-
-class TestMissingResources(Scenario):
-    @pytest.mark.parametrize(
-        ("missing", "named"),
-        [
-            (["Archivo-Medium.ttf"], ["Archivo-Medium.ttf"]),
-            (["OpenSans-Regular.ttf", "morvella.zip"], ["OpenSans-Regular.ttf"]),
-            (["license.rtf"], []),
-        ],
-    )
-    def test_only_the_first_is_named(self, missing, named):
-        """The licence not at all."""
-        self.copy_bundle(without=missing)
-        stage = self.make_stage()
-        before = self.snapshot(stage)
-        log = self.run(stage, criticals=[pages.BUNDLE_CORRUPT])
-        lacking = [line for line in log if line.startswith("resource not found:")]
-        assert lacking == [f"resource not found:{name}" for name in named]
-        expect_untouched(stage, before)
 
 
 class TestBadArchives(Scenario):

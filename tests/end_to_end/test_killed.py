@@ -6,6 +6,7 @@ import pytest
 import expectations
 import snapshot
 from application import descendants, has_ended, kill
+from installer import rests
 from pages import FINISH, PREVIOUS_INSTALLATION
 from scenario import Scenario, expect_nothing_lost
 from waiting import wait_until
@@ -43,11 +44,10 @@ class TestKilled(Scenario):
             installer.begin_installation()
             installer.perform("Continue", at=PREVIOUS_INSTALLATION)
 
-            def held_or_finished():
-                # Nobody answers while it is held.
-                return gate.is_holding or installer.is_at(FINISH)
-
-            installer.wait(held_or_finished, f"change {change}", interval=0.001)
+            installer.wait_for_state(
+                lambda state: gate.is_holding or (rests(state) and state.place == FINISH),
+                f"change {change}",
+            )
             if not gate.is_holding:
                 return False
             archiver = descendants(installer.process.pid)

@@ -36,15 +36,3 @@ class TestUnusualNames(Scenario):
         expect_log(log, font_lines(self.bundle, stage))
         expect_log(log, [unpacking_line(self.bundle, "morvella.zip")])
         expect_log(log, utility_lines(self.bundle, stage))
-
-
-class TestLaunchArguments(Scenario):
-    def test_live_application_may_be_named_by_its_bundle(self):
-        stage = self.make_stage()
-        self.run(stage, arguments=["-liveapp", str(stage.live_app), "-app", f"{stage.kit}/"])
-        expect_opened(stage, [stage.demo_set])
-
-    def test_kit_folder_without_its_final_slash_hides_the_demo_set(self):
-        stage = self.make_stage()
-        self.run(stage, arguments=["-liveapp", str(stage.live_executable), "-app", str(stage.kit)])
-        expect_opened(stage, [])

@@ -96,15 +96,11 @@ class TestSharedData(Scenario):
         self.run(stage, **options)
         expect_files(stage, {**before, **installed(self.bundle, stage, shaders_to=to)})
 
-    def test_existing_folder_is_left_alone(self):
+    @pytest.mark.parametrize("name", ["Morvella", "Morvella/Own.fs"])
+    def test_existing_file_or_folder_is_left_alone(self, name):
         stage = self.make_stage()
-        stage.shared_data.mkdir()
-        (stage.shared_data / "Own.fs").write_text("a shader of the user's own\n")
-        self.expect_shaders(stage, to=None)
-
-    def test_existing_file_is_left_alone(self):
-        stage = self.make_stage()
-        stage.shared_data.write_text("a file of the user's own\n")
+        (stage.shared / name).parent.mkdir(exist_ok=True)
+        (stage.shared / name).write_text("a file of the user's own\n")
         self.expect_shaders(stage, to=None)
 
     def test_dangling_link_is_no_folder_to_write_to(self):
