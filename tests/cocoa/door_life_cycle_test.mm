@@ -147,7 +147,7 @@ class DoorLifeCycleTest : public ::testing::Test {
                  {object_getClass([CATransaction class]), @selector(flush)},
                  {object_getClass([PressMonitor class]), @selector(start)},
                  {object_getClass([PressMonitor class]), @selector(screenChanged)}}) {
-            replaced_.emplace_back(owner, method, reinterpret_cast<IMP>(recordCall), "v@:");
+            replaced_.emplace_back(owner, method, recordCall, "v@:");
         }
         [place_ addSubview:initial];
         door = makeDoor();
@@ -218,9 +218,7 @@ class DoorLifeCycleTest : public ::testing::Test {
 
   private:
     std::list<Replaced> replaced_;
-    Replaced windows_ {
-        [NSView class], @selector(window), reinterpret_cast<IMP>(windowOfView), "@@:"
-    };
+    Replaced windows_ { [NSView class], @selector(window), windowOfView, "@@:" };
     Answering mainBundle_ {
         [NSBundle class], @selector(mainBundle),
             [TestBundle named:"bundle" standingFor:[NSBundle class]]
@@ -372,10 +370,10 @@ TEST_F(DoorLifeCycleTest, OnlyTheNewestDoorHandlesExceptions) {
 }
 
 TEST_F(DoorLifeCycleTest, BothControllersAreMadeInEitherWay) {
-    const Replaced coding([NSViewController class], @selector(initWithCoder:),
-                          reinterpret_cast<IMP>(anotherInstance), "@@:@");
+    const Replaced coding([NSViewController class], @selector(initWithCoder:), anotherInstance,
+                          "@@:@");
     const Replaced naming([NSViewController class], @selector(initWithNibName:bundle:),
-                          reinterpret_cast<IMP>(anotherInstance), "@@:@@");
+                          anotherInstance, "@@:@@");
     for (Class one :
          {[MorvellaInstallerViewController class], [MorvellaInstallerLicenseVC class]}) {
         EXPECT_EQ([[[[one alloc] initWithCoder:nil] autorelease] licenseView], nil);

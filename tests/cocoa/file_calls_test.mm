@@ -33,7 +33,7 @@ NSURL* answerFolder(NSFileManager*, SEL, NSUInteger, NSUInteger, NSURL*, BOOL, N
 template <class Function>
 Replaced replaced(Class owner, SEL selector, Function* function) {
     const Method before = class_getInstanceMethod(owner, selector);
-    return {owner, selector, reinterpret_cast<IMP>(function), method_getTypeEncoding(before)};
+    return {owner, selector, function, method_getTypeEncoding(before)};
 }
 
 class PlatformErrorsTest : public ::testing::Test {
@@ -173,8 +173,7 @@ NSData* contentsOf(id, SEL, NSString*, NSUInteger options, NSError**) {
 /// Live may truncate its file while the installer reads it; a mapped file would then crash.
 TEST_F(FileCallsTest, FilesAreNotMapped) {
     const Replaced reading(object_getClass([NSData class]),
-                           @selector(dataWithContentsOfFile:options:error:),
-                           reinterpret_cast<IMP>(contentsOf), "@@:@Q^@");
+                           @selector(dataWithContentsOfFile:options:error:), contentsOf, "@@:@Q^@");
     EXPECT_EQ(files.contentsOfFile("/a"), std::nullopt);
 }
 

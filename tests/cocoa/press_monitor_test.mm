@@ -134,14 +134,10 @@ class PressMonitorTest : public ::testing::Test {
   private:
     Replaced watching_ {
         object_getClass([NSEvent class]), @selector(addLocalMonitorForEventsMatchingMask:handler:),
-            reinterpret_cast<IMP>(addMonitor), "@@:Q@?"
+            addMonitor, "@@:Q@?"
     };
-    Replaced windows_ {
-        [NSEvent class], @selector(window), reinterpret_cast<IMP>(windowOfEvent), "@@:"
-    };
-    Replaced uptimes_ {
-        [NSProcessInfo class], @selector(systemUptime), reinterpret_cast<IMP>(systemUptime), "d@:"
-    };
+    Replaced windows_ { [NSEvent class], @selector(window), windowOfEvent, "@@:" };
+    Replaced uptimes_ { [NSProcessInfo class], @selector(systemUptime), systemUptime, "d@:" };
 };
 
 TEST_F(PressMonitorTest, LooksAtClicksAndKeysAndNothingElse) {

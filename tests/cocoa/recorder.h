@@ -2,23 +2,21 @@
 
 #import <Foundation/Foundation.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
-/// Stands in the place of an object of the platform: writes down what is sent to it, and answers as
-/// it was told to. An object that was not told of is answered with nil, a number with 0, and every
-/// initializer with the recorder itself.
+/// Takes the place of an object of the platform: records the messages sent to it, and answers them
+/// as configured. Unconfigured object results are nil, numbers 0; every init returns the recorder.
 @interface Recorder : NSObject {
     std::string* _name;
-    Class _stoodFor;
+    Class _class;
     NSMutableDictionary* _answers;
 }
 
-/// Autoreleased. What `stoodFor` does not understand, the recorder does not either.
-+ (Recorder*)named:(const char*)name standingFor:(Class)stoodFor;
+/// Autoreleased. Understands only what the instances of `replaced` do.
++ (Recorder*)named:(const char*)name standingFor:(Class)replaced;
 
-/// How many recorders of that name there are.
+/// The number of recorders with this name.
 + (int)livingNamed:(const char*)name;
 
 /// Numbers are given as NSNumber.
@@ -30,26 +28,24 @@ namespace morvella::cocoa_tests {
 
 using Lines = std::vector<std::string>;
 
-/// What was sent to all recorders since this was called last, one line each: the name of the
-/// recorder, the selector and the arguments.
+/// Every message sent to a recorder since the last call, one line each: the recorder's name, the
+/// selector and the arguments.
 Lines takeRecorded();
 
-/// Writes down what was done otherwise.
+/// Adds a line.
 void record(const std::string& line);
 
-/// What was set before `line`, in the order of the selectors: which property is set before which
-/// other one makes no difference. Taken off `lines`.
-Lines takeSettingsBefore(const std::string& line, Lines& lines);
-
-/// Puts `implementation` in the place of a method of `owner` as long as this lives. Class methods
-/// belong to the class of the class.
+/// Swizzles a method of `owner` during its lifetime. The owner of a class method is the metaclass.
 class Replaced {
   public:
-    Replaced(Class owner, SEL method, IMP implementation, const char* types);
+    /// `function` may have any signature: `void (*)()` converts to all of them.
+    template <class Result, class... Arguments>
+    Replaced(Class owner, SEL method, Result (*function)(Arguments...), const char* types)
+        : Replaced(owner, method, reinterpret_cast<void (*)()>(function), types) {}
+    Replaced(Class owner, SEL method, void (*function)(), const char* types);
     ~Replaced();
     Replaced(const Replaced&) = delete;
     Replaced& operator=(const Replaced&) = delete;
-    IMP before() const { return before_; }
 
   private:
     Class owner_;
@@ -57,7 +53,7 @@ class Replaced {
     IMP before_;
 };
 
-/// Has a class answer a class method without arguments with an object, as long as this lives.
+/// Makes a class method without arguments return `answer` during its lifetime.
 class Answering {
   public:
     Answering(Class receiver, SEL method, id answer);
@@ -68,16 +64,6 @@ class Answering {
   private:
     Class receiver_;
     SEL method_;
-    Replaced replaced_;
-};
-
-/// Has `note` called when the `dealloc` that `owner` has or inherits is reached, as long as this
-/// lives. One at a time.
-class NotedDealloc {
-  public:
-    NotedDealloc(Class owner, std::function<void()> note);
-
-  private:
     Replaced replaced_;
 };
 

@@ -2,7 +2,6 @@
 
 #import <objc/runtime.h>
 
-#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -13,13 +12,6 @@ namespace {
 Lines recorded;
 std::map<std::string, int> livingRecorders;
 std::map<std::pair<Class, std::string>, id> answers;
-std::function<void()> noteDealloc;
-IMP notedDealloc = nullptr;
-
-void dealloc(id object, SEL method) {
-    noteDealloc();
-    reinterpret_cast<void (*)(id, SEL)>(notedDealloc)(object, method);
-}
 
 std::string plain(NSString* text) {
     return [text UTF8String];
@@ -66,7 +58,7 @@ std::string describeArgument(NSInvocation* invocation, NSInteger index) {
     }
 }
 
-/// The implementation of every class method that is answered.
+/// Implements every class method with a configured answer.
 id answerOf(id receiver, SEL method) {
     id answer = answers.at({receiver, sel_getName(method)});
     return sel_isEqual(method, @selector(alloc)) ? [answer retain] : answer;
@@ -82,20 +74,11 @@ void record(const std::string& line) {
     recorded.push_back(line);
 }
 
-Lines takeSettingsBefore(const std::string& line, Lines& lines) {
-    const auto end = std::find(lines.begin(), lines.end(), line);
-    Lines settings(lines.begin(), end);
-    lines.erase(lines.begin(), end);
-    std::stable_sort(settings.begin(), settings.end(), [](const auto& one, const auto& other) {
-        return one.substr(0, one.find(':')) < other.substr(0, other.find(':'));
-    });
-    return settings;
-}
-
-Replaced::Replaced(Class owner, SEL method, IMP implementation, const char* types)
+Replaced::Replaced(Class owner, SEL method, void (*function)(), const char* types)
     : owner_(owner), method_(method), before_(class_getMethodImplementation(owner, method)) {
-    // GNUstep's runtime would replace an inherited method for all classes, and add one that the
-    // class has of its own without calling it.
+    const IMP implementation = reinterpret_cast<IMP>(function);
+    // GNUstep's runtime would replace an inherited method in all classes, and would never call a
+    // method added beside the class's own.
     const Method own = class_getInstanceMethod(owner_, method_);
     if (own && own != class_getInstanceMethod(class_getSuperclass(owner_), method_)) {
         method_setImplementation(own, implementation);
@@ -113,7 +96,7 @@ Replaced::~Replaced() {
 Answering::Answering(Class receiver, SEL method, id answer)
     : receiver_(receiver),
       method_(method),
-      replaced_(object_getClass(receiver), method, reinterpret_cast<IMP>(answerOf), "@@:") {
+      replaced_(object_getClass(receiver), method, answerOf, "@@:") {
     answers[{receiver, sel_getName(method)}] = [answer retain];
 }
 
@@ -123,20 +106,14 @@ Answering::~Answering() {
     answers.erase(answer);
 }
 
-NotedDealloc::NotedDealloc(Class owner, std::function<void()> note)
-    : replaced_(owner, @selector(dealloc), reinterpret_cast<IMP>(dealloc), "v@:") {
-    notedDealloc = replaced_.before();
-    noteDealloc = std::move(note);
-}
-
 }  // namespace morvella::cocoa_tests
 
 using namespace morvella::cocoa_tests;
 
 @implementation Recorder
 
-+ (Recorder*)named:(const char*)name standingFor:(Class)stoodFor {
-    Recorder* recorder = [[[self alloc] initWithName:name standingFor:stoodFor] autorelease];
++ (Recorder*)named:(const char*)name standingFor:(Class)replaced {
+    Recorder* recorder = [[[self alloc] initWithName:name standingFor:replaced] autorelease];
     return recorder;
 }
 
@@ -144,10 +121,10 @@ using namespace morvella::cocoa_tests;
     return livingRecorders[name];
 }
 
-- (instancetype)initWithName:(const char*)name standingFor:(Class)stoodFor {
+- (instancetype)initWithName:(const char*)name standingFor:(Class)replaced {
     self = [super init];
     _name = new std::string(name);
-    _stoodFor = stoodFor;
+    _class = replaced;
     _answers = [[NSMutableDictionary alloc] init];
     ++livingRecorders[*_name];
     return self;
@@ -168,10 +145,10 @@ using namespace morvella::cocoa_tests;
     return [NSString stringWithUTF8String:_name->c_str()];
 }
 
-#pragma mark What every object understands
+#pragma mark Methods of every object
 
 - (BOOL)isKindOfClass:(Class)kind {
-    return [_stoodFor isSubclassOfClass:kind] || [super isKindOfClass:kind];
+    return [_class isSubclassOfClass:kind] || [super isKindOfClass:kind];
 }
 
 - (instancetype)init {
@@ -188,11 +165,11 @@ using namespace morvella::cocoa_tests;
     record(*_name + " setValue:forKey: " + describe(value) + " " + [key UTF8String]);
 }
 
-#pragma mark What only the other understands
+#pragma mark Methods of the replaced object
 
 - (NSMethodSignature*)methodSignatureForSelector:(SEL)selector {
     NSMethodSignature* own = [super methodSignatureForSelector:selector];
-    return own ? own : [_stoodFor instanceMethodSignatureForSelector:selector];
+    return own ? own : [_class instanceMethodSignatureForSelector:selector];
 }
 
 - (void)forwardInvocation:(NSInvocation*)invocation {

@@ -79,7 +79,7 @@ class SidebarTest : public ::testing::Test {
   private:
     static Replaced hiding(Class owner) {
         return {
-            owner, @selector(setAccessibilityElement:), reinterpret_cast<IMP>(setElement), "v@:c"
+            owner, @selector(setAccessibilityElement:), setElement, "v@:c"
         };
     }
 
@@ -92,9 +92,7 @@ class SidebarTest : public ::testing::Test {
     Answering boldFont_ { [NSFont class], @selector(boldSystemFontOfSize:), recorder("bold font") };
     Replaced hidingView_ = hiding([NSView class]);
     Replaced hidingCell_ = hiding([NSCell class]);
-    Replaced labelling_ {
-        [NSView class], @selector(setAccessibilityLabel:), reinterpret_cast<IMP>(setLabel), "v@:@"
-    };
+    Replaced labelling_ { [NSView class], @selector(setAccessibilityLabel:), setLabel, "v@:@" };
 };
 
 TEST_F(SidebarTest, ShowsEachStepsStateAndSpeaksItOnce) {
@@ -140,9 +138,9 @@ void ignoreArea(id, SEL, NSRect) {}
 TEST_F(SidebarTest, MarksTheRowOfTheCurrentStep) {
     const char* types = "@@:{CGRect={CGPoint=dd}{CGSize=dd}}dd";
     const Class paths = object_getClass([NSBezierPath class]);
-    const Replaced filling(paths, @selector(fillRect:), reinterpret_cast<IMP>(ignoreArea), types);
-    const Replaced rounding(paths, @selector(bezierPathWithRoundedRect:xRadius:yRadius:),
-                            reinterpret_cast<IMP>(noteArea), types);
+    const Replaced filling(paths, @selector(fillRect:), ignoreArea, types);
+    const Replaced rounding(paths, @selector(bezierPathWithRoundedRect:xRadius:yRadius:), noteArea,
+                            types);
     const Recorder* color = [Recorder named:"colour" standingFor:[NSColor class]];
     const Answering background([NSColor class], @selector(controlBackgroundColor), (id)color);
     const Answering mark([NSColor class], @selector(alternateSelectedControlColor), (id)color);
