@@ -49,7 +49,12 @@ def test_bundle_carries_the_fonts_of_the_product():
 @pytest.mark.parametrize("font", FONTS)
 def test_font_has_its_licence_and_is_named_to_the_user(font):
     family = font.partition("-")[0]
-    assert (ROOT / f"resources/fonts/{family}-OFL.txt").is_file()
-    assert f"`{font}`" in text("docs/help.md")
-    for file in ("docs/help.md", "resources/MainMenu.xib"):
-        assert family in text(file).replace(" ", ""), file
+    licence = f"resources/fonts/{family}-OFL.txt"
+    named_in = {
+        licence: (ROOT / licence).is_file(),
+        "docs/help.md, as a file": f"`{font}`" in text("docs/help.md"),
+        "docs/help.md, as a font": family in text("docs/help.md").replace(" ", ""),
+        "resources/MainMenu.xib": family in text("resources/MainMenu.xib").replace(" ", ""),
+    }
+    missing = [place for place, is_there in named_in.items() if not is_there]
+    assert not missing, missing
