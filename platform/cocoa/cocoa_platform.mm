@@ -3,6 +3,7 @@
 #include "platform/cocoa/bundle.h"
 #include "platform/cocoa/controls.h"
 #include "platform/cocoa/files.h"
+#include "platform/cocoa/log.h"
 #include "platform/cocoa/system.h"
 #include "platform/cocoa/user_defaults.h"
 

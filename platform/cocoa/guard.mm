@@ -2,6 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
+#include "platform/cocoa/log.h"
+
 namespace morvella {
 
 namespace {
@@ -17,7 +19,7 @@ UnknownStateHandler& unknownStateHandler() {
 }
 
 void log(NSException* exception) {
-    NSLog(@"%@: %@", [exception name], [exception reason]);
+    writeLogLine([NSString stringWithFormat:@"%@: %@", [exception name], [exception reason]]);
 }
 
 void reportUnknownState() {

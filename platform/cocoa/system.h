@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/log.hpp"
 #include "platform/system.hpp"
 
 namespace morvella {
@@ -17,11 +16,6 @@ class CocoaClock : public Clock {
   public:
     [[nodiscard]] Time now() const override;
     [[nodiscard]] std::string format(Time time, const std::string& dateFormat) const override;
-};
-
-class CocoaLog : public Log {
-  private:
-    void writeLine(const std::string& line) override;
 };
 
 class CocoaRunLoop : public RunLoop {

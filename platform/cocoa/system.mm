@@ -51,10 +51,6 @@ std::string CocoaClock::format(Time time, const std::string& dateFormat) const {
         [formatter stringFromDate:[NSDate dateWithTimeIntervalSince1970:seconds.count()]]);
 }
 
-void CocoaLog::writeLine(const std::string& line) {
-    NSLog(@"%@", stringOf(line));
-}
-
 void CocoaRunLoop::dispatchAsync(std::function<void()> work) {
     dispatch_async(dispatch_get_main_queue(), ^{
         guarded(work);
