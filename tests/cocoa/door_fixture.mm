@@ -1,0 +1,192 @@
+#include "cocoa/door_fixture.h"
+
+#include <Block.h>
+#import <QuartzCore/QuartzCore.h>
+#import <objc/runtime.h>
+
+#import "platform/cocoa/PressMonitor.h"
+
+#include "app/steps.hpp"
+
+#include <utility>
+#include <vector>
+
+namespace morvella::cocoa_tests {
+
+NSViewController* disturbed = nil;
+bool pageChangeRaises = false;
+int doorsAlive = 0;
+void (^answer)(NSModalResponse) = nil;
+
+void forgetSheet() {
+    if (answer) {
+        Block_release(answer);
+        answer = nil;
+    }
+}
+
+}  // namespace morvella::cocoa_tests
+
+using namespace morvella::cocoa_tests;
+
+@implementation TestDoor
+
+- (NSString*)description {
+    return @"door";
+}
+
+- (void)performSelector:(SEL)selector withObject:(id)object afterDelay:(NSTimeInterval)delay {
+    record(std::string("after ") + std::to_string(int(delay)) + " s: " + sel_getName(selector));
+}
+
+- (void)dealloc {
+    --doorsAlive;
+    [super dealloc];
+}
+
+@end
+
+/// Where the page lies in the window.
+@interface TestPlace : NSView
+@end
+
+@implementation TestPlace
+
+- (void)replaceSubview:(NSView*)shown with:(NSView*)page {
+    if (pageChangeRaises) {
+        [NSException raise:@"StubException" format:@"raised on purpose"];
+    }
+    [super replaceSubview:shown with:page];
+    [disturbed viewDidAppear];
+}
+
+@end
+
+@interface TestSheet : Recorder
+@end
+
+@implementation TestSheet
+
+- (void)beginSheetModalForWindow:(NSWindow*)window
+               completionHandler:(void (^)(NSModalResponse))handler {
+    record("sheet begins");
+    forgetSheet();
+    answer = Block_copy(handler);
+    [disturbed viewDidAppear];
+}
+
+@end
+
+/// A bundle without resources, which is searched when a controller is loaded.
+@interface TestBundle : Recorder
+@end
+
+@implementation TestBundle
+
+- (NSURL*)URLForResource:(NSString*)name withExtension:(NSString*)extension {
+    record("searches " + std::string([name UTF8String]));
+    [disturbed viewDidLoad];
+    return nil;
+}
+
+@end
+
+@interface TestSidebar : NSObject
+@end
+
+@implementation TestSidebar
+
+- (void)setSteps:(const std::vector<morvella::Step>&)steps {
+    record("sidebar shows steps");
+}
+
+@end
+
+namespace morvella::cocoa_tests {
+
+namespace {
+
+id shownWindow = nil;
+
+void recordCall(id, SEL method) {
+    record(sel_getName(method));
+}
+
+id windowOfView(NSView* view, SEL) {
+    return [view superview] ? shownWindow : nil;
+}
+
+}  // namespace
+
+DoorLifeCycleTest::DoorLifeCycleTest()
+    : sheet([TestSheet named:"sheet" standingFor:[NSAlert class]]),
+      windows_([NSView class], @selector(window), windowOfView, "@@:"),
+      mainBundle_([NSBundle class], @selector(mainBundle),
+                  [TestBundle named:"bundle" standingFor:[NSBundle class]]),
+      sheet_([NSAlert class], @selector(alloc), sheet),
+      place_([[[TestPlace alloc] init] autorelease]) {
+    NSApp = static_cast<id>([Recorder named:"application" standingFor:[NSApplication class]]);
+    shownWindow = window;
+    for (const auto& [owner, method] : std::initializer_list<std::pair<Class, SEL>>{
+             {[NSViewController class], @selector(awakeFromNib)},
+             {[NSViewController class], @selector(viewDidLoad)},
+             {object_getClass([CATransaction class]), @selector(flush)},
+             {object_getClass([PressMonitor class]), @selector(start)},
+             {object_getClass([PressMonitor class]), @selector(screenChanged)}}) {
+        replaced_.emplace_back(owner, method, recordCall, "v@:");
+    }
+    [place_ addSubview:initial];
+    door = makeDoor();
+}
+
+DoorLifeCycleTest::~DoorLifeCycleTest() {
+    NSApp = nil;
+    shownWindow = nil;
+    disturbed = nil;
+    pageChangeRaises = false;
+    forgetSheet();
+}
+
+TestDoor* DoorLifeCycleTest::makeDoor() {
+    ++doorsAlive;
+    TestDoor* made = [[[TestDoor alloc] initWithNibName:nil bundle:nil] autorelease];
+    [made setInitialView:initial];
+    [made setSettingsView:settings];
+    [made setDoInstallView:installation];
+    [made setValue:[[[TestSidebar alloc] init] autorelease] forKey:@"stepsSidebar"];
+    [made setView:initial];
+    takeRecorded();
+    return made;
+}
+
+void DoorLifeCycleTest::start() {
+    [door awakeFromNib];
+    [door windowIsOnScreen];
+    takeRecorded();
+}
+
+Lines DoorLifeCycleTest::steps() {
+    Lines lines = takeRecorded();
+    std::erase_if(lines, [](const std::string& line) {
+        return line.ends_with("attachedSheet") || line.ends_with("isActive") ||
+               line.ends_with("contentView") || line.starts_with("searches") ||
+               line.starts_with("sheet set") || line.starts_with("panel ") ||
+               line == "sheet init" || line == "sheet window" ||
+               line.starts_with("sheet addButton");
+    });
+    return lines;
+}
+
+void DoorLifeCycleTest::expectLoadedOnce(NSViewController* controller) {
+    disturbed = controller;
+    [controller viewDidLoad];
+    EXPECT_EQ(takeRecorded(), Lines{"viewDidLoad"}) << "outlets are not connected yet";
+    [controller awakeFromNib];
+    [controller viewDidLoad];
+    const Lines lines = takeRecorded();
+    EXPECT_EQ(lines.front(), "awakeFromNib");
+    EXPECT_EQ(times("searches license.rtf", lines), 1);
+    EXPECT_GT(times("viewDidLoad", lines), 2);
+}
+
+}  // namespace morvella::cocoa_tests
