@@ -1,16 +1,14 @@
-#include <spawn.h>
+#import <Foundation/Foundation.h>
+#include <glib.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <cstring>
 #include <vector>
 
 // This header does not say that it is C.
 extern "C" {
 #include <sys/pidfd.h>
 }
-
-#import <Foundation/Foundation.h>
 
 namespace {
 
@@ -22,12 +20,9 @@ NSString* standInFor(NSString* tool) {
             : tool;
 }
 
-/// What was set as an output is a pipe.
-void sendTo(NSPipe* output, int descriptor, posix_spawn_file_actions_t* start) {
-    if (output) {
-        const int end = [[output fileHandleForWriting] fileDescriptor];
-        posix_spawn_file_actions_adddup2(start, end, descriptor);
-    }
+/// Where a child writes; -1 for where its parent does.
+int writingEndOf(NSPipe* output) {
+    return output ? [[output fileHandleForWriting] fileDescriptor] : -1;
 }
 
 }  // namespace
@@ -38,34 +33,29 @@ void sendTo(NSPipe* output, int descriptor, posix_spawn_file_actions_t* start) {
 
 @implementation NSConcreteUnixTask (Complement)
 
-/// Raises an exception if the child cannot be started, as on macOS. GNUstep's own child then ends
-/// in a way that takes down what it shares with its parent; and it stays where it is if it is told
-/// to work in a folder that is not there. Standard input and an environment of its own are not
-/// offered.
+/// Raises an exception if the child cannot be started, as on macOS. GNUstep's own child then tears
+/// down what it shares with its parent, and starts elsewhere if its working directory is missing.
+/// Outputs are pipes; input and environment are the parent's.
 - (void)launch {
     NSString* path = standInFor([self launchPath]);
-    std::vector<char*> words = {const_cast<char*>([path UTF8String])};
+    std::vector<const char*> words = {[path UTF8String]};
     for (NSString* argument in [self arguments]) {
-        words.push_back(const_cast<char*>([argument UTF8String]));
+        words.push_back([argument UTF8String]);
     }
     words.push_back(nullptr);
-    // A child inherits an ignored signal, and GNUstep ignores this one; a handled one it does not.
-    static_cast<void>(std::signal(SIGPIPE, [](int) {}));
     // GNUstep's handler makes the run loop collect every child and lose the status of this one.
     static_cast<void>(std::signal(SIGCHLD, SIG_DFL));
-    posix_spawn_file_actions_t start;
-    posix_spawn_file_actions_init(&start);
-    if (_currentDirectoryPath) {
-        posix_spawn_file_actions_addchdir_np(&start, [_currentDirectoryPath UTF8String]);
-    }
-    sendTo(_standardOutput, STDOUT_FILENO, &start);
-    sendTo(_standardError, STDERR_FILENO, &start);
-    posix_spawn_file_actions_addclosefrom_np(&start, STDERR_FILENO + 1);
-    const int error = posix_spawn(&_taskId, words[0], &start, nullptr, words.data(), environ);
-    posix_spawn_file_actions_destroy(&start);
-    if (error) {
+    GError* reason = nullptr;
+    g_spawn_async_with_pipes_and_fds(
+        [_currentDirectoryPath UTF8String], words.data(), nullptr,
+        GSpawnFlags(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_CHILD_INHERITS_STDIN), nullptr, nullptr, -1,
+        writingEndOf(_standardOutput), writingEndOf(_standardError), nullptr, nullptr, 0, &_taskId,
+        nullptr, nullptr, nullptr, &reason);
+    if (reason) {
+        NSString* text = @(reason->message);
+        g_error_free(reason);
         [NSException raise:NSInvalidArgumentException
-                    format:@"“%@” could not be started: %s.", path, std::strerror(error)];
+                    format:@"“%@” could not be started: %@.", path, text];
     }
     _hasLaunched = YES;
     // Only the child's own copies keep a reader from seeing the end. One pipe may serve both.
