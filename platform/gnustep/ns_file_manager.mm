@@ -45,18 +45,11 @@ std::error_code copyItem(const fs::path& source, const fs::path& target) {
     return code;
 }
 
+/// Within one file system, as everything the installer moves.
 std::error_code moveItem(const fs::path& source, const fs::path& target) {
-    if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
-        return {};
-    }
-    if (errno != EXDEV) {
-        return {errno, std::system_category()};
-    }
-    std::error_code code = copyItem(source, target);
-    if (!code) {
-        fs::remove_all(source, code);
-    }
-    return code;
+    const int failed =
+        renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE);
+    return {failed ? errno : 0, std::system_category()};
 }
 
 }  // namespace
@@ -83,23 +76,6 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
     return done(code, [url path], @"created", error);
 }
 
-/// In the order of the system; a name that is not UTF-8 is left out.
-- (NSArray*)contentsOfDirectoryAtPath:(NSString*)path error:(NSError**)error {
-    std::error_code code;
-    fs::directory_iterator entries([path UTF8String], code);
-    if (!done(code, path, @"listed", error)) {
-        return nil;
-    }
-    NSMutableArray* names = [NSMutableArray array];
-    for (; !code && entries != fs::directory_iterator(); entries.increment(code)) {
-        NSString* name = [NSString stringWithUTF8String:entries->path().filename().c_str()];
-        if (name) {
-            [names addObject:name];
-        }
-    }
-    return names;
-}
-
 /// The Trash is the freedesktop one, through GIO: on the home's file system that is
 /// `.local/share/Trash` in the home folder.
 - (BOOL)trashItemAtURL:(NSURL*)url resultingItemURL:(NSURL**)resultingUrl error:(NSError**)error {
@@ -110,20 +86,18 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
     GError* reason = nullptr;
     const BOOL trashed = g_file_trash(file, nullptr, &reason);
     g_object_unref(file);
-    if (reason) {
-        if (error) {
-            *error = [NSError errorWithDomain:NSCocoaErrorDomain
-                                         code:NSFileWriteUnknownError
-                                     userInfo:@{NSLocalizedDescriptionKey : @(reason->message)}];
-        }
-        g_error_free(reason);
+    if (reason && error) {
+        *error = [NSError errorWithDomain:NSCocoaErrorDomain
+                                     code:NSFileWriteUnknownError
+                                 userInfo:@{NSLocalizedDescriptionKey : @(reason->message)}];
     }
+    g_clear_error(&reason);
     return trashed;
 }
 
 #pragma mark Standard folders
 
-/// The stage stands for the root of a Mac's disk; without one there are no folders of its.
+/// The stage takes the place of a Mac's root; without one there are no standard folders.
 - (NSArray*)URLsForDirectory:(NSSearchPathDirectory)directory
                    inDomains:(NSSearchPathDomainMask)domains {
     const bool isUsers = domains == NSUserDomainMask;
@@ -149,20 +123,6 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
         failed(error, ENOENT, @"There is no such standard folder");
     }
     return found;
-}
-
-@end
-
-@implementation NSURL (Complement)
-
-/// GNUstep's own wants the item to be readable. What cannot be read is there all the same, and so
-/// is a symbolic link that leads nowhere.
-- (BOOL)checkResourceIsReachableAndReturnError:(NSError**)error {
-    struct stat status;
-    if (lstat([[self path] UTF8String], &status) == 0) {
-        return YES;
-    }
-    return failed(error, errno, [NSString stringWithFormat:@"“%@” is not reachable", [self path]]);
 }
 
 @end

@@ -1,11 +1,10 @@
 #import "property_list.h"
 
-/// The defaults of one domain only. A suite's are kept as on macOS, in the home folder's
-/// `Library/Preferences`; the launch arguments' cannot be changed. No subclass of NSUserDefaults,
-/// although it stands for one: that would read all of GNUstep's domains each time.
+/// The defaults of one domain: the launch arguments', which cannot be changed, or a suite's, kept as
+/// on macOS. Not a subclass of NSUserDefaults, which would read all of GNUstep's domains each time.
 @interface DomainDefaults : NSObject {
   @public
-    NSString* _file;  // nil for the launch arguments'.
+    NSString* _file;  // nil for the launch arguments.
 }
 @end
 
@@ -26,7 +25,7 @@
 }
 
 - (id)valueForKey:(NSString*)key {
-    return [self objectForKey:key];
+    return [[self values] objectForKey:key];
 }
 
 - (void)setValue:(id)value forKey:(NSString*)key {

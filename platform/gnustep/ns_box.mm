@@ -1,10 +1,8 @@
-// What GNUstep's loader of interface files leaves out: the colours, corners and border of custom
-// boxes, and the bold system font. Categories replace the methods, because exchanging them at run
-// time breaks this runtime's distributed objects (the pasteboard never answers again).
-
 #import <AppKit/AppKit.h>
 
-@implementation NSBox (InterfaceFile)
+/// GNUstep's loader of interface files leaves out what custom boxes look like. A category, because
+/// exchanging methods at run time breaks this runtime's distributed objects (the pasteboard).
+@implementation NSBox (Complement)
 
 - (id)initWithCoder:(NSCoder*)coder {
     self = [super initWithCoder:coder];
@@ -18,18 +16,6 @@
     [self setCornerRadius:[coder decodeFloatForKey:@"cornerRadius"]];
     [self setContentView:[coder decodeObjectForKey:@"NSContentView"]];
     return self;
-}
-
-@end
-
-@implementation NSFont (InterfaceFile)
-
-- (id)initWithCoder:(NSCoder*)coder {
-    const CGFloat size = [coder decodeFloatForKey:@"NSSize"];
-    NSString* metaFont = [coder decodeObjectForKey:@"metaFont"];
-    [self release];
-    return [([metaFont isEqual:@"systemBold"] ? [NSFont boldSystemFontOfSize:size]
-                                              : [NSFont systemFontOfSize:size]) retain];
 }
 
 @end
