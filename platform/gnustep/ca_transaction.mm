@@ -5,12 +5,8 @@
 @implementation CATransaction
 
 + (void)flush {
-    for (NSWindow* window in [NSApp windows]) {
-        if ([window isVisible]) {
-            [window displayIfNeeded];
-            [window flushWindow];
-        }
-    }
+    [[NSApp windows] makeObjectsPerformSelector:@selector(displayIfNeeded)];
+    [[NSApp windows] makeObjectsPerformSelector:@selector(flushWindow)];
     // The display server answers this question only after it has drawn what it was sent before.
     [GSCurrentServer() mouselocation];
 }

@@ -11,16 +11,11 @@ dispatch_queue_t dispatch_get_main_queue() {
 }
 
 void dispatch_async(dispatch_queue_t /*queue*/, dispatch_block_t block) {
-    // As long as there is none, GNUstep would run the block at once.
+    // Without a main run loop, GNUstep would run the block at once.
     [NSRunLoop mainRunLoop];
-    NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-    [[KeptBlock keeping:block]
-        performSelectorOnMainThread:@selector(call)
-                         withObject:nil
-                      waitUntilDone:NO
-                              modes:@[
-                                  NSDefaultRunLoopMode, NSModalPanelRunLoopMode,
-                                  NSEventTrackingRunLoopMode
-                              ]];
-    [pool release];
+    NSArray* modes = @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
+    [[KeptBlock keeping:block] performSelectorOnMainThread:@selector(call)
+                                                withObject:nil
+                                             waitUntilDone:NO
+                                                     modes:modes];
 }

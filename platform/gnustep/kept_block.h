@@ -2,7 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
-/// A copy of a block, as the object that a block itself is not here.
+/// A copied block as an object: with GCC's runtime, blocks are not objects.
 @interface KeptBlock : NSObject {
     void* _block;
 }
@@ -10,11 +10,7 @@
 + (instancetype)keeping:(const void*)block;
 
 - (void*)block;
-
-/// Calls a block without arguments.
 - (void)call;
-
-/// Calls a block that takes an object.
 - (void)callWith:(id)argument;
 
 @end

@@ -1,6 +1,6 @@
 #import "sheet_cover.h"
 
-/// What every alert is an instance of here.
+/// The class of every alert.
 @interface CompletedAlert : NSAlert {
     BOOL _showsSuppressionButton;
     NSButton* _suppressionButton;
@@ -13,7 +13,7 @@
 
 @implementation NSAlert (CompletedAllocation)
 
-/// An alert has no room for what GNUstep's lacks, so a subclass adds it.
+/// A category cannot add instance variables.
 + (instancetype)allocWithZone:(NSZone*)zone {
     return self == [NSAlert class] ? [CompletedAlert allocWithZone:zone]
                                    : [super allocWithZone:zone];

@@ -2,6 +2,6 @@
 
 #import <AppKit/AppKit.h>
 
-/// What the application is an instance of here.
+/// The class of the application.
 @interface CompletedApplication : NSApplication
 @end

@@ -5,7 +5,7 @@
 
 @implementation CompletedApplication
 
-/// The desktop's own list of windows stands for GNUstep's window with the application's icon.
+/// No window with the application's icon, which GNUstep would show.
 - (void)_appIconInit {
 }
 
@@ -25,8 +25,7 @@
     }
 }
 
-/// GNUstep goes to sleep now and then although a click waits in its queue, and sleeps on until
-/// something else happens: for half a minute if nothing does.
+/// GNUstep sometimes sleeps although a click is in its queue, until something else happens.
 - (NSEvent*)nextEventMatchingMask:(NSUInteger)mask
                         untilDate:(NSDate*)date
                            inMode:(NSString*)mode

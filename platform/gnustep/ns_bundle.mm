@@ -1,6 +1,6 @@
 #import "property_list.h"
 
-/// A bundle laid out as on macOS, of which GNUstep does not find the information dictionary.
+/// A macOS-style bundle: GNUstep does not look for Contents/Info.plist.
 @interface MacBundle : NSBundle
 @end
 

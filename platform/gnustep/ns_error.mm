@@ -1,6 +1,6 @@
 #import <Foundation/Foundation.h>
 
-/// GNUstep's own description is the localised sentence alone.
+/// GNUstep's description is only the localized sentence.
 @implementation NSError (Complement)
 
 - (NSString*)description {

@@ -3,7 +3,7 @@
 #import <AppKit/AppKit.h>
 
 @interface NSEvent (Monitors)
-/// What the monitors leave of an event that is about to be sent; nil if nothing. Each event must
-/// pass here, in its order: a press of a key that is held down is told as a repeat from here on.
+/// The event that the monitors let through, or nil. Pass every event here in order: that is how
+/// repeats of a held key are recognized.
 + (NSEvent*)watched:(NSEvent*)event;
 @end

@@ -4,13 +4,13 @@
 
 namespace {
 
-/// The key that went down last, and when it came up again; a negative time until then.
+/// The last key pressed, and when it was released; negative until then.
 struct LastKey {
     unsigned short code = 0;
     NSTimeInterval released = 0;
 };
 
-/// Of a mask and a handler each.
+/// Pairs of a mask and a handler.
 NSMutableArray* monitors() {
     static NSMutableArray* monitors = [[NSMutableArray alloc] init];
     return monitors;
@@ -26,13 +26,9 @@ NSMutableArray* monitors() {
     return monitor;
 }
 
-+ (void)removeMonitor:(id)monitor {
-    [monitors() removeObjectIdenticalTo:monitor];
-}
-
 /// The X server repeats a held key by presses without a release in between, or with one at the same
-/// time. GNUstep calls none of them a repeat. Events that programs send may all have the time 0.
-- (void)tellRepeat {
+/// time. GNUstep marks none of them as a repeat. Programs may send events with the time 0.
+- (void)markRepeat {
     static LastKey last;
     if ([self type] == NSKeyUp && [self keyCode] == last.code) {
         last.released = [self timestamp];
@@ -46,8 +42,8 @@ NSMutableArray* monitors() {
 }
 
 + (NSEvent*)watched:(NSEvent*)event {
-    [event tellRepeat];
-    for (NSArray* monitor in [[monitors() copy] autorelease]) {
+    [event markRepeat];
+    for (NSArray* monitor in monitors()) {
         const NSEventMask mask = [[monitor objectAtIndex:0] unsignedLongLongValue];
         if (event && (mask & NSEventMaskFromType([event type]))) {
             event = reinterpret_cast<LocalEventHandler>([[monitor objectAtIndex:1] block])(event);

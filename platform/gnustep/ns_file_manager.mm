@@ -18,8 +18,7 @@ fs::path pathOf(NSURL* url) {
     return [[url path] UTF8String];
 }
 
-/// Writes an error where it is asked for and returns NO. `what` could not be done; `code` is the
-/// system's reason.
+/// Sets `error` if it is asked for and returns NO. `code` is the system's reason.
 BOOL failed(NSError** error, int code, NSString* what) {
     if (error) {
         NSString* description = [NSString stringWithFormat:@"%@: %s.", what, std::strerror(code)];
@@ -35,7 +34,7 @@ BOOL done(const std::error_code& code, NSString* path, NSString* done, NSError**
                            [NSString stringWithFormat:@"“%@” could not be %@", path, done]);
 }
 
-/// Unlike GNUstep's, neither this nor moving writes through a symbolic link that leads nowhere.
+/// Unlike GNUstep's, neither this nor moving writes through a broken symbolic link.
 std::error_code copyItem(const fs::path& source, const fs::path& target) {
     std::error_code code;
     if (fs::exists(fs::symlink_status(target, code))) {
@@ -54,8 +53,8 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
 
 }  // namespace
 
-/// Copying, moving and creating replace GNUstep's own, which succeed on a file in a folder's place,
-/// give reasons that are not those of the failure, or give none.
+/// GNUstep's own copy, move and create methods succeed on a file in a folder's place, and give
+/// wrong reasons or none.
 @implementation NSFileManager (Complement)
 
 - (BOOL)copyItemAtURL:(NSURL*)source toURL:(NSURL*)target error:(NSError**)error {
@@ -66,7 +65,7 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
     return done(moveItem(pathOf(source), pathOf(target)), [source path], @"moved", error);
 }
 
-/// Always with those above it, and without attributes.
+/// Always creates the folders above it, and sets no attributes.
 - (BOOL)createDirectoryAtURL:(NSURL*)url
     withIntermediateDirectories:(BOOL)intermediates
                      attributes:(NSDictionary*)attributes
@@ -76,8 +75,7 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
     return done(code, [url path], @"created", error);
 }
 
-/// The Trash is the freedesktop one, through GIO: on the home's file system that is
-/// `.local/share/Trash` in the home folder.
+/// Uses the freedesktop Trash: `.local/share/Trash` on the home folder's file system.
 - (BOOL)trashItemAtURL:(NSURL*)url resultingItemURL:(NSURL**)resultingUrl error:(NSError**)error {
     if (resultingUrl) {
         *resultingUrl = nil;
@@ -112,7 +110,7 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
     return @[ [NSURL fileURLWithPath:path isDirectory:YES] ];
 }
 
-/// Creates none.
+/// Creates nothing.
 - (NSURL*)URLForDirectory:(NSSearchPathDirectory)directory
                  inDomain:(NSSearchPathDomainMask)domain
         appropriateForURL:(NSURL*)url

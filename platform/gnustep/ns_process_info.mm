@@ -7,7 +7,7 @@
 
 @implementation NSProcessInfo (Complement)
 
-/// GNUstep's own is what the process began with, and GNUstep finds its configuration by this.
+/// GNUstep's own holds the variables from the start of the process, without its configuration's.
 - (NSDictionary*)environment {
     NSMutableDictionary* environment = [NSMutableDictionary dictionary];
     char** names = g_listenv();
@@ -18,7 +18,7 @@
     return environment;
 }
 
-/// The X server counts the milliseconds of the same clock, and begins anew when 32 bits are full.
+/// The X server's event times: milliseconds of the same clock, modulo 2^32.
 - (NSTimeInterval)systemUptime {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();

@@ -1,6 +1,6 @@
 #import <AppKit/AppKit.h>
 
-/// GNUstep measures a text that is to be wrapped as if it were not.
+/// GNUstep measures wrapped text as a single line.
 @implementation NSTextFieldCell (Complement)
 
 - (NSSize)cellSizeForBounds:(NSRect)bounds {

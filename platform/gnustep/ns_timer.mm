@@ -1,6 +1,6 @@
 #import "kept_block.h"
 
-/// GNUstep has the method, but its own sends messages to the block.
+/// GNUstep's own sends messages to the block.
 @implementation NSTimer (Complement)
 
 + (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval

@@ -8,8 +8,7 @@
 - (void)setAccessibilityLabel:(NSString*)label {
 }
 
-/// A view that draws itself again is drawn from this one on: the window's own, so that what covers
-/// it is drawn again, too.
+/// Redrawing begins at this view: the window's own, so that a sheet over a view is redrawn with it.
 - (NSView*)opaqueAncestor {
     return [[[self window] contentView] superview];
 }

@@ -2,7 +2,7 @@
 
 @implementation NSWindow (Complement)
 
-/// No window, but it tells whether there is a sheet.
+/// Not a window; only nil or not nil means anything.
 - (NSWindow*)attachedSheet {
     return (id)[SheetCover coverOfWindow:self];
 }

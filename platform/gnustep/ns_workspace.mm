@@ -18,19 +18,18 @@ NSString* executableOf(NSString* path) {
 
 @implementation NSWorkspace (Complement)
 
-/// GNUstep looks for all applications of the machine, by a tool that writes a list of them into the
-/// account's home.
+/// GNUstep runs a tool that writes a list of all applications into the account's home.
 - (void)findApplications {
 }
 
-/// GNUstep's own locks a file, and logs that it cannot where a killed application left it locked.
+/// GNUstep's own locks a file, and logs an error if a killed application left it locked.
 - (NSNotificationCenter*)notificationCenter {
     return [NSNotificationCenter defaultCenter];
 }
 
-/// The application gets the document's path as its only argument. Its output goes nowhere: the log
-/// is the installer's own, and whoever reads it waits for its end. A session of its own keeps it
-/// from ending with the installer.
+/// Passes the document's path as the only argument. The output goes to /dev/null, or a reader of
+/// the installer's log would wait for this application's end; in its own session it outlives the
+/// installer.
 - (BOOL)openFile:(NSString*)document withApplication:(NSString*)application {
     if (![[NSFileManager defaultManager] fileExistsAtPath:document]) {
         return NO;

@@ -2,11 +2,9 @@
 
 #import <AppKit/AppKit.h>
 
-/// A sheet: lies over the page of a window, dims it, takes the mouse and the keys away from it and
-/// shows one alert, until the handler of its answer has returned.
-///
-/// One sheet is shown at a time, the others wait. A critical one waits for critical ones only: it
-/// comes on top of any other that is shown.
+/// A sheet: covers and dims a window's page, takes its mouse and keys, and shows one alert until
+/// the handler of the answer has returned. Sheets are queued, but a critical one is shown on top of
+/// a non-critical one.
 @interface SheetCover : NSView {
     NSAlert* _alert;
     AlertCompletionHandler _handler;
@@ -16,7 +14,7 @@
     BOOL _movesFocus;
 }
 
-/// The uppermost sheet that `window` shows, or nil.
+/// The topmost sheet of `window`, or nil.
 + (SheetCover*)coverOfWindow:(NSWindow*)window;
 
 + (void)beginSheet:(NSAlert*)alert

@@ -35,7 +35,7 @@ void showNextSheet(NSWindow* window) {
     }
 }
 
-/// The work of a page or of a completion handler may block the main thread right after this.
+/// The main thread may be blocked right after this.
 void drawNow(NSWindow* window) {
     [window display];
     [window flushWindow];
@@ -52,7 +52,7 @@ NSTextField* label(NSString* text, NSFont* font) {
     return field;
 }
 
-/// Everything of an alert but its icon and its buttons, from the top to the bottom.
+/// An alert's contents from top to bottom, without icon and buttons.
 NSArray* contentsOf(NSAlert* alert) {
     NSMutableArray* views = [NSMutableArray array];
     [views addObject:label([alert messageText], [NSFont boldSystemFontOfSize:13])];
@@ -77,11 +77,10 @@ NSArray* contentsOf(NSAlert* alert) {
 
 }  // namespace
 
-/// The page behind a sheet may change, but cannot take the keys away from it.
+/// A page that changes behind a sheet must not take the focus from the sheet's button.
 @implementation NSButton (Complement)
 
 - (BOOL)resignFirstResponder {
-    // Of a sheet, the controls are its own subviews.
     NSView* cover = [self superview];
     if ([cover isKindOfClass:[SheetCover class]] && [static_cast<SheetCover*>(cover) keepsFocus]) {
         return NO;
@@ -148,7 +147,7 @@ NSArray* contentsOf(NSAlert* alert) {
     [self add:icon at:NSMakePoint(margin, margin)];
 }
 
-/// From the right to the left, with the one for help, which does nothing here, in the left corner.
+/// From right to left; the help button, which does nothing here, is in the left corner.
 - (void)addButtonsAt:(CGFloat)top {
     CGFloat right = boxWidth - margin;
     for (NSButton* button in [_alert buttons]) {
@@ -183,7 +182,7 @@ NSArray* contentsOf(NSAlert* alert) {
     [self closeKeyViewLoop];
 }
 
-/// Tab goes through the controls in the order in which they were added.
+/// Tab follows the order in which the controls were added.
 - (void)closeKeyViewLoop {
     NSView* first = nil;
     NSView* last = nil;
@@ -219,14 +218,6 @@ NSArray* contentsOf(NSAlert* alert) {
     drawNow(window);
 }
 
-/// What had the keys before has them again, if it is still there.
-- (void)returnFocusIn:(NSWindow*)window {
-    if ([_focusBefore isKindOfClass:[NSView class]] &&
-        [static_cast<NSView*>(_focusBefore) window] == window) {
-        [window makeFirstResponder:_focusBefore];
-    }
-}
-
 - (void)answered:(NSButton*)button {
     if (_answered) {
         return;
@@ -238,7 +229,9 @@ NSArray* contentsOf(NSAlert* alert) {
     drawNow(window);
     _handler([button tag]);
     [self removeFromSuperview];
-    [self returnFocusIn:window];
+    if ([_focusBefore isKindOfClass:[NSView class]] && [(NSView*)_focusBefore window] == window) {
+        [window makeFirstResponder:_focusBefore];
+    }
     [[NSNotificationCenter defaultCenter] postNotificationName:NSWindowDidEndSheetNotification
                                                         object:window];
     showNextSheet(window);
@@ -247,12 +240,12 @@ NSArray* contentsOf(NSAlert* alert) {
 
 #pragma mark Events
 
-/// Whether what has the keys in this sheet must not lose them to what lies behind it.
+/// Whether the sheet's focused control must keep the focus.
 - (BOOL)keepsFocus {
     return [SheetCover coverOfWindow:[self window]] == self && !_movesFocus && !_answered;
 }
 
-/// What the focused control has no use for arrives here.
+/// Keys the focused control did not handle.
 - (void)keyDown:(NSEvent*)event {
     NSString* key = [event charactersIgnoringModifiers];
     const BOOL isBackTab = [key isEqualToString:@"\x19"];
@@ -264,10 +257,8 @@ NSArray* contentsOf(NSAlert* alert) {
         _movesFocus = NO;
         return;
     }
-    [self pressButtonOf:[key isEqualToString:@"\x03"] ? @"\r" : key];
-}
-
-- (void)pressButtonOf:(NSString*)key {
+    // Enter is another Return.
+    key = [key isEqualToString:@"\x03"] ? @"\r" : key;
     for (NSButton* button in [_alert buttons]) {
         if ([key length] > 0 && [[button keyEquivalent] isEqualToString:key] &&
             !([button keyEquivalentModifierMask] & NSCommandKeyMask)) {

@@ -20,13 +20,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Ends the process before it has shown a window.
+/// Exits before any window is shown.
 [[noreturn]] void refuse(std::string_view sentence) {
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, sentence.data(), sentence.size());
     _exit(2);
 }
 
-/// GNUstep's libraries raise an exception over other texts, and do so while they are loaded.
+/// GNUstep's libraries raise an exception over anything else while they are being loaded.
 void requireUtf8(int /*count*/, char** arguments, char** environment) {
     for (char** texts : {arguments, environment}) {
         for (; *texts; ++texts) {
@@ -40,15 +40,14 @@ void requireUtf8(int /*count*/, char** arguments, char** environment) {
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the linker's own table.
 [[gnu::section(".preinit_array"), gnu::used]] auto* const beforeLibraries = &requireUtf8;
 
-/// Empty if the variable does not name a folder by its whole path.
+/// Empty if the variable is not an absolute path.
 fs::path folderIn(const char* variable) {
     const char* path = std::getenv(variable);
     std::error_code failed;
     return path && *path == '/' ? fs::weakly_canonical(path, failed) : fs::path();
 }
 
-/// Without a stage the installer would work on this machine's own root, and with a home elsewhere
-/// on the account's real one.
+/// Otherwise the installer would change this machine's root or the account's real home.
 void requireStage() {
     const fs::path stage = folderIn("MORVELLA_STAGE");
     if (stage.empty()) {
@@ -60,15 +59,14 @@ void requireStage() {
     }
 }
 
-/// Gives GNUstep, and GNUstep's own tools that it starts, a configuration by which they keep
-/// settings and locks in no folder at all, neither in the account's home nor in the stage's. It
-/// lies in memory, so that nothing of it stays behind however the process ends.
+/// Configures GNUstep and the tools it starts to keep settings and locks nowhere, neither in the
+/// account's home nor in the stage's. The configuration is in memory, so nothing is left behind.
 void keepSettingsNowhere() {
     constexpr std::string_view configuration = "GNUSTEP_USER_CONFIG_FILE=\n"
                                                "GNUSTEP_USER_DEFAULTS_DIR=/dev/null\n"
                                                "GNUSTEP_USER_DIR_LIBRARY=/dev/null\n";
     const int file = memfd_create("GNUstep.conf", MFD_CLOEXEC);
-    // GNUstep ignores a configuration that others may write to.
+    // GNUstep ignores a configuration that others could write.
     if (file < 0 || fchmod(file, 0600) != 0 ||
         write(file, configuration.data(), configuration.size()) < 0) {
         return;
@@ -85,23 +83,22 @@ void keepCachesOffTheStage() {
     setenv("XDG_CACHE_HOME", (folder / ("morvella-cache-" + std::to_string(getuid()))).c_str(), 1);
 }
 
-/// Runs before GNUstep looks at any of this, and before `main`.
+/// Runs before `main`, and before GNUstep reads any of this.
 [[gnu::constructor(101)]] void prepare() {
     // Launch arguments and log lines are UTF-8 whatever the locale.
     setenv("GNUSTEP_STRING_ENCODING", "NSUTF8StringEncoding", 1);
-    // A backslash in a name is no separator.
+    // A backslash is not a separator.
     GSPathHandling("unix");
-    // The Trash is the home folder's, whatever else the person who runs this has set, and no daemon
-    // of the desktop has a part in it.
+    // Use the home folder's Trash whatever the desktop has set, without a daemon of the desktop.
     unsetenv("XDG_DATA_HOME");
     setenv("GIO_USE_VFS", "local", 1);
     keepCachesOffTheStage();
     keepSettingsNowhere();
-    // A write beyond the limit of a file's size fails instead; here only, not in what is started.
+    // A write beyond the file size limit fails instead of killing the process, but not a child.
     static_cast<void>(std::signal(SIGXFSZ, [](int) {}));
 }
 
-/// They are defaults: a user's own settings still win.
+/// As registered defaults, so the user's own settings win.
 void registerPalette() {
     NSString* path = [[NSBundle mainBundle] pathForResource:@"palette" ofType:@"plist"];
     [[NSUserDefaults standardUserDefaults]
@@ -119,15 +116,14 @@ void requireInterfaceFile() {
 
 }  // namespace
 
-/// Takes the place of GNUstep's own, which would run on without a window.
+/// Replaces GNUstep's own, which would keep running without a window.
 int NSApplicationMain(int /*argc*/, const char** /*argv*/) {
     requireStage();
     NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
     requireInterfaceFile();
     registerPalette();
     [CompletedApplication sharedApplication];
-    // GNUstep would end the application in its normal way from within the signal handler, which may
-    // never return from there.
+    // GNUstep would terminate the application from within its signal handler and could hang there.
     for (const int number : {SIGTERM, SIGINT}) {
         static_cast<void>(std::signal(number, SIG_DFL));
     }

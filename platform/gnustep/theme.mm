@@ -13,7 +13,7 @@ NSBezierPath* roundedRect(NSRect rect, CGFloat radius) {
     return [NSBezierPath bezierPathWithRoundedRect:rect xRadius:radius yRadius:radius];
 }
 
-/// A named colour gives its components before it can be blended.
+/// Converts a named colour, which cannot be blended.
 NSColor* blended(NSColor* color, CGFloat fraction, NSColor* other) {
     return [[color colorUsingColorSpaceName:NSCalibratedRGBColorSpace]
         blendedColorWithFraction:fraction
@@ -46,7 +46,7 @@ NSRect bodyOfButton(NSRect frame) {
 
 @implementation MorvellaTheme
 
-// GNUstep would put a picture of the Return key into the default button.
+// GNUstep would draw a Return key into the default button.
 - (void)setKeyEquivalent:(NSString*)key forButtonCell:(NSButtonCell*)cell {
 }
 

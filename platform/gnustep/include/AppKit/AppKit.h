@@ -24,18 +24,16 @@
 typedef NSEvent* (^LocalEventHandler)(NSEvent* event);
 
 @interface NSEvent (Complement)
-/// `handler` is given every such event before the application sends it, and returns what is to be
-/// sent in its place, or nil.
+/// `handler` gets each such event before the application does, and returns the event to send or nil.
 + (id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(LocalEventHandler)handler;
-+ (void)removeMonitor:(id)monitor;
 @end
 
 typedef void (^AlertCompletionHandler)(NSModalResponse response);
 
 @interface NSAlert (Complement)
-/// Shows the alert inside `window` and returns at once; a window that has a sheet shows it later,
-/// but a critical one on top of any other that is not. The handler runs on the main thread; the
-/// sheet stays until it has returned. It may begin others, and never runs if the window goes first.
+/// Shows the alert inside `window` and returns at once. A second sheet is queued; a critical one is
+/// shown on top of a non-critical one. The sheet stays until its handler has returned, which may
+/// begin others.
 - (void)beginSheetModalForWindow:(NSWindow*)window
                completionHandler:(AlertCompletionHandler)handler;
 @property(nonatomic) BOOL showsSuppressionButton;
@@ -46,7 +44,7 @@ typedef void (^AlertCompletionHandler)(NSModalResponse response);
 @interface NSWindow (Complement)
 /// There are no tabs here.
 + (void)setAllowsAutomaticWindowTabbing:(BOOL)allows;
-/// A sheet never keeps the application from ending here, so there is nothing to set.
+/// Nothing to set: a sheet never blocks termination here.
 - (void)setPreventsApplicationTerminationWhenModal:(BOOL)prevents;
 @end
 
@@ -62,7 +60,6 @@ typedef void (^AlertCompletionHandler)(NSModalResponse response);
 @end
 
 @interface NSViewController (Complement)
-- (BOOL)isViewLoaded;
 - (void)viewDidLoad;
 - (void)viewDidAppear;
 @end

@@ -7,12 +7,11 @@ extern "C" {
 typedef struct MorvellaDispatchQueue* dispatch_queue_t;
 typedef void (^dispatch_block_t)(void);
 
-/// The only queue there is: its blocks run on the main thread, one after the other in the order in
-/// which they were added, each on a later turn of the main run loop, also while that tracks the
-/// mouse or runs a modal window.
+/// The only queue. Its blocks run in order on later turns of the main run loop, also while that
+/// tracks the mouse or runs a modal window.
 dispatch_queue_t dispatch_get_main_queue(void);
 
-/// Adds a copy of `block` to `queue` and returns at once. May be called on any thread.
+/// Adds a copy of `block` to `queue` and returns at once.
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
 
 #ifdef __cplusplus
