@@ -1,6 +1,5 @@
 #import "sheet_cover.h"
 
-/// The class of every alert.
 @interface CompletedAlert : NSAlert {
     BOOL _showsSuppressionButton;
     NSButton* _suppressionButton;

@@ -2,6 +2,5 @@
 
 #import <AppKit/AppKit.h>
 
-/// The class of the application.
 @interface CompletedApplication : NSApplication
 @end

@@ -1,7 +1,6 @@
 #import <AppKit/AppKit.h>
 
-/// GNUstep's loader of interface files leaves out what custom boxes look like. A category, because
-/// exchanging methods at run time breaks this runtime's distributed objects (the pasteboard).
+/// GNUstep's loader of interface files leaves out what custom boxes look like.
 @implementation NSBox (Complement)
 
 - (id)initWithCoder:(NSCoder*)coder {

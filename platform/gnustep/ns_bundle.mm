@@ -1,12 +1,11 @@
 #import "property_list.h"
 
-/// A macOS-style bundle: GNUstep does not look for Contents/Info.plist.
 @interface MacBundle : NSBundle
 @end
 
 @implementation MacBundle
 
-/// nil if there is none or if it is damaged.
+/// GNUstep does not look for it in Contents. nil if there is none or if it is damaged.
 - (NSDictionary*)infoDictionary {
     if (!_infoDict) {
         NSString* path = [[self bundlePath] stringByAppendingPathComponent:@"Contents/Info.plist"];

@@ -10,7 +10,6 @@ struct LastKey {
     NSTimeInterval released = 0;
 };
 
-/// Pairs of a mask and a handler.
 NSMutableArray* monitors() {
     static NSMutableArray* monitors = [[NSMutableArray alloc] init];
     return monitors;

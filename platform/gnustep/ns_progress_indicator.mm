@@ -2,8 +2,7 @@
 
 @implementation NSProgressIndicator (Complement)
 
-/// GNUstep draws in no thread of its own: an indicator that was told to would stand still. A timer
-/// of the run loop turns it instead.
+/// GNUstep draws in no thread, so the indicator would stand still. A timer turns it instead.
 - (void)setUsesThreadedAnimation:(BOOL)threaded {
 }
 

@@ -81,7 +81,6 @@ int writingEndOf(NSPipe* output) {
     close(child);
 }
 
-/// The child has ended; the loop above looks by itself.
 - (void)receivedEvent:(void*)data
                  type:(RunLoopEventType)type
                 extra:(void*)extra

@@ -35,7 +35,6 @@ void showNextSheet(NSWindow* window) {
     }
 }
 
-/// The main thread may be blocked right after this.
 void drawNow(NSWindow* window) {
     [window display];
     [window flushWindow];
@@ -211,7 +210,6 @@ NSArray* contentsOf(NSAlert* alert) {
                                                         object:window];
     _focusBefore = [[window firstResponder] retain];
     [self addContents];
-    // On top of one that is shown.
     [[self superview] addSubview:self];
     [self setHidden:NO];
     [window makeFirstResponder:[[_alert buttons] objectAtIndex:0]];
@@ -257,7 +255,6 @@ NSArray* contentsOf(NSAlert* alert) {
         _movesFocus = NO;
         return;
     }
-    // Enter is another Return.
     key = [key isEqualToString:@"\x03"] ? @"\r" : key;
     for (NSButton* button in [_alert buttons]) {
         if ([key length] > 0 && [[button keyEquivalent] isEqualToString:key] &&

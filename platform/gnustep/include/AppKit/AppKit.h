@@ -24,7 +24,8 @@
 typedef NSEvent* (^LocalEventHandler)(NSEvent* event);
 
 @interface NSEvent (Complement)
-/// `handler` gets each such event before the application does, and returns the event to send or nil.
+/// `handler` gets each such event before the application does, and returns the event to send or
+/// nil.
 + (id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(LocalEventHandler)handler;
 @end
 
