@@ -69,6 +69,7 @@ int writingEndOf(NSPipe* output) {
 /// too, but notices the end up to a tenth of a second late.
 - (void)waitUntilExit {
     const int child = pidfd_open(_taskId, 0);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the run loop takes a descriptor as a pointer.
     void* source = reinterpret_cast<void*>(static_cast<intptr_t>(child));
     NSRunLoop* runLoop = [NSRunLoop currentRunLoop];
     [runLoop addEvent:source type:ET_RDESC watcher:self forMode:NSDefaultRunLoopMode];
