@@ -49,7 +49,7 @@ TEST_F(PageFlowTest, LoadingShowsTheWelcomePageAfterThePassedCheck) {
         "control: check box disabled",
         "control: check box hidden",
         "control: check box off",
-        "control: version label says \"Morvella v2.2\"",
+        "control: version label says \"Morvella v" MORVELLA_VERSION "\"",
         "page: welcome page",
     });
 }

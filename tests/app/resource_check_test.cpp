@@ -30,7 +30,7 @@ TEST_F(ResourceCheckTest, LooksAtTheResourcesInTheirOrderAndThenAtTheDemoSet) {
         "control: check box enabled",
         "control: check box shown",
         "control: check box on",
-        "control: version label says \"Morvella v2.2\"",
+        "control: version label says \"Morvella v" MORVELLA_VERSION "\"",
     });
 }
 
@@ -103,7 +103,7 @@ TEST_F(ResourceCheckTest, WithholdsTheDemoSetThatIsNotNamed) {
         "control: check box disabled",
         "control: check box hidden",
         "control: check box off",
-        "control: version label says \"Morvella v2.2\"",
+        "control: version label says \"Morvella v" MORVELLA_VERSION "\"",
     });
 }
 
@@ -129,7 +129,7 @@ TEST_F(ResourceCheckTest, WithholdsTheDemoSetThatIsNotThere) {
         "control: check box disabled",
         "control: check box hidden",
         "control: check box off",
-        "control: version label says \"Morvella v2.2\"",
+        "control: version label says \"Morvella v" MORVELLA_VERSION "\"",
     });
 }
 

@@ -34,7 +34,7 @@ class WholeRunTest : public InstallerTest {
         controller.beginInstallButton();
     }
 
-    static constexpr const char* suiteInstalled =
+    const std::string suiteInstalled =
         "log: Copying: (file:///Bundle/Archivo-Medium.ttf) To: "
         "(file:///Users/ann/Library/Fonts/Archivo-Medium.ttf)\n"
         "file: copied /Bundle/Archivo-Medium.ttf to "
@@ -50,8 +50,9 @@ class WholeRunTest : public InstallerTest {
         "run: /usr/bin/ditto | -v | -x | -k | /Bundle/Tressimo.zip | /Applications/Morvella\n"
         "file: created /Users/Shared/Morvella/\n"
         "log: Installing ISF.zip...\n"
-        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | /Users/Shared/Morvella\n"
-        "log: Hiding the morvella.app to declutter the user library browser...\n"
+        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | /Users/Shared/Morvella\n" +
+        hidingLine +
+        "\n"
         "file: moved /Users/ann/Music/User Library/Morvella/Morvella.app/ to "
         "/Users/ann/Music/User Library/Morvella/.Morvella.app\n"
         "control: installation indicator stopped by controller\n"
@@ -66,7 +67,7 @@ TEST_F(WholeRunTest, InstallsEverythingAndOpensTheDemoSet) {
         "control: check box enabled",
         "control: check box shown",
         "control: check box on",
-        "control: version label says \"Morvella v2.2\"",
+        "control: version label says \"Morvella v" MORVELLA_VERSION "\"",
         "page: welcome page",
         "log: using live app found at /Applications/Live 11 Suite.app/Contents/MacOS/Live",
     });
@@ -137,7 +138,7 @@ TEST_F(WholeRunTest, InstallsASecondTimeButLeavesWhatIsShared) {
         "file: created /Applications/Morvella/",
         "log: Installing Tressimo.zip to /Applications/Morvella...",
         "run: /usr/bin/ditto | -v | -x | -k | /Bundle/Tressimo.zip | /Applications/Morvella",
-        "log: Hiding the morvella.app to declutter the user library browser...",
+        hidingLine,
         "file: moved /Users/ann/Music/User Library/Morvella/Morvella.app/ to "
         "/Users/ann/Music/User Library/Morvella/.Morvella.app",
         "control: installation indicator stopped by controller",
@@ -170,7 +171,8 @@ TEST_F(WholeRunTest, AsksForTheLiveApplicationOnTheWelcomePage) {
     controller.viewDidLoad();
     expectEffects(lines({"control: licence text filled with licence", "control: check box disabled",
                          "control: check box hidden", "control: check box off",
-                         "control: version label says \"Morvella v2.2\"", "page: welcome page"}) +
+                         "control: version label says \"Morvella v" MORVELLA_VERSION "\"",
+                         "page: welcome page"}) +
                   terminationSheet("Installer can be run only through the provided Live Set"));
     EXPECT_EQ(viewController.shown, welcomeView);
 }

@@ -16,7 +16,7 @@ class OrchestrationTest : public InstallerTest {
                                                   "Morvella/Sources/Vellicor.amxd"};
     }
 
-    static constexpr const char* startedAndInstalled =
+    const std::string startedAndInstalled =
         "control: installation indicator started by settings indicator\n"
         "control: installation indicator shown\n"
         "log: Font already installed:Archivo-Medium.ttf\n"
@@ -25,8 +25,8 @@ class OrchestrationTest : public InstallerTest {
         "/Users/ann/Music/User Library\n"
         "file: created /Applications/Morvella/\n"
         "log: Installing Tressimo.zip to /Applications/Morvella...\n"
-        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/Tressimo.zip | /Applications/Morvella\n"
-        "log: Hiding the morvella.app to declutter the user library browser...\n";
+        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/Tressimo.zip | /Applications/Morvella\n" +
+        hidingLine + "\n";
     static constexpr const char* hidden =
         "file: moved /Users/ann/Music/User Library/Morvella/Morvella.app/ to "
         "/Users/ann/Music/User Library/Morvella/.Morvella.app\n";

@@ -28,7 +28,7 @@ TEST_F(VerificationTest, HidingWithoutApplicationFailsSilently) {
     disk.addFolder("/UL/Morvella");
     EXPECT_FALSE(controller.hideApp(destination));
     expectEverything({
-        "log: Hiding the morvella.app to declutter the user library browser...",
+        hidingLine,
         "asked: reachable /UL/Morvella/Morvella.app",
     });
 }
@@ -36,7 +36,7 @@ TEST_F(VerificationTest, HidingWithoutApplicationFailsSilently) {
 TEST_F(VerificationTest, HidingAHiddenApplicationFails) {
     disk.addFolder("/UL/Morvella/.Morvella.app");
     EXPECT_FALSE(controller.hideApp(destination));
-    expectEffects({"log: Hiding the morvella.app to declutter the user library browser..."});
+    expectEffects({hidingLine});
     EXPECT_TRUE(disk.holds("/UL/Morvella/.Morvella.app"));
 }
 
@@ -45,7 +45,7 @@ TEST_F(VerificationTest, HidingMovesAnOlderHiddenCopyToTheTrash) {
     disk.addFile("/UL/Morvella/.Morvella.app/old");
     EXPECT_TRUE(controller.hideApp(destination));
     expectEffects({
-        "log: Hiding the morvella.app to declutter the user library browser...",
+        hidingLine,
         "log: App already exists at destination, deleting.",
         "file: trashed /UL/Morvella/.Morvella.app/",
         "file: moved /UL/Morvella/Morvella.app/ to /UL/Morvella/.Morvella.app/",
@@ -60,7 +60,7 @@ TEST_F(VerificationTest, HidingEndsWhenTheOlderCopyCannotBeTrashed) {
     disk.outcomes["trashed /UL/Morvella/.Morvella.app/"] = {.error = Error{"refused"}};
     EXPECT_FALSE(controller.hideApp(destination));
     expectEffects({
-        "log: Hiding the morvella.app to declutter the user library browser...",
+        hidingLine,
         "log: App already exists at destination, deleting.",
         "file: trashed /UL/Morvella/.Morvella.app/",
         "log: failed to move to trash:file:///UL/Morvella/.Morvella.app/",
@@ -75,7 +75,7 @@ TEST_F(VerificationTest, HidingFailsWithTheErrorOfTheRename) {
     disk.outcomes[move] = {.error = Error{"read-only"}};
     EXPECT_FALSE(controller.hideApp(destination));
     expectEffects({
-        "log: Hiding the morvella.app to declutter the user library browser...",
+        hidingLine,
         "file: moved /UL/Morvella/Morvella.app/ to /UL/Morvella/.Morvella.app",
         "log: Couldn't hide the app file, error:read-only",
     });
@@ -87,8 +87,7 @@ TEST_F(VerificationTest, TheErrorAloneDecidesOnTheRename) {
     disk.outcomes[move] = {.result = true, .error = Error{"odd"}, .takesEffect = true};
     EXPECT_FALSE(controller.hideApp(destination));
     EXPECT_EQ(journal.only({Kind::log}),
-              lines({"log: Hiding the morvella.app to declutter the user library browser...",
-                     "log: Couldn't hide the app file, error:odd"}));
+              lines({hidingLine, "log: Couldn't hide the app file, error:odd"}));
 }
 
 TEST_F(VerificationTest, ARenameThatFailsWithoutErrorCountsIfItTookEffect) {
@@ -102,7 +101,7 @@ TEST_F(VerificationTest, HidingFailsWhenTheHiddenApplicationIsNotThereAfterwards
     disk.outcomes[move] = {.result = true};
     EXPECT_FALSE(controller.hideApp(destination));
     expectEffects({
-        "log: Hiding the morvella.app to declutter the user library browser...",
+        hidingLine,
         "file: moved /UL/Morvella/Morvella.app/ to /UL/Morvella/.Morvella.app",
         "log: Hidden app not found at destination url, error:nothing at "
         "/UL/Morvella/.Morvella.app",

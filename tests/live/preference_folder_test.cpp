@@ -53,6 +53,7 @@ TEST_F(PreferenceFolderTest, TakesANegativeVersionIfNothingElseIsListed) {
     EXPECT_EQ(latestOf({"Live -1"}), "Live -1");
     EXPECT_EQ(latestOf({"Live -1", "Live 0"}), "Live 0");
     EXPECT_EQ(latestOf({"Live -2"}), "(nothing)");
+    EXPECT_EQ(latestOf({"Live -1.-1"}), "Live -1.-1");
     EXPECT_EQ(latestOf({"Live -1.-1.-1"}), "(nothing)");
 }
 
@@ -61,6 +62,7 @@ TEST_F(PreferenceFolderTest, SkipsEveryNameThatDoesNotBeginWithThePrefix) {
     EXPECT_EQ(latestOf({"live 10.0", "LIVE 10.0", " Live 10.0", "My Live 10.0", "Live\t10"}),
               "(nothing)");
     EXPECT_EQ(latestOf({"Live 9.0", "live 10.0"}), "Live 9.0");
+    EXPECT_EQ(latestOf({"live 10.0", "Live 9.0"}), "Live 9.0");
 }
 
 TEST_F(PreferenceFolderTest, IsNotLookedAt) {

@@ -53,6 +53,14 @@ std::string InstallerTest::terminationSheet(const std::string& message) {
                   "sheet: critical \"" + message + "\" [Quit]"});
 }
 
+std::string InstallerTest::hidingLineOfProduct() {
+    FakePlatform fake;
+    FakeViewController door(fake.journal);
+    Controller(door, fake.platform).hideApp(FileUrl::directory("/nowhere"));
+    const std::string effects = fake.journal.effects();
+    return effects.substr(0, effects.find('\n'));
+}
+
 void InstallerTest::expectEffects(std::initializer_list<std::string_view> expected, int line) {
     expectEffects(lines(expected), line);
 }

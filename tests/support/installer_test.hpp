@@ -64,6 +64,10 @@ class InstallerTest : public ::testing::Test, protected FakePlatform {
     /// Sets the User Library to `userLibrary`, which is there.
     void useUserLibrary();
 
+    /// The line with which `hideApp` begins. Its text is held by a test of its own.
+    static std::string hidingLineOfProduct();
+    const std::string hidingLine = hidingLineOfProduct();
+
     /// What the journal holds of one call of `terminateAppWithAlertSheet`.
     static std::string terminationSheet(const std::string& message);
 
