@@ -1,15 +1,15 @@
-// Read by the sanitizers, if the build has them.
+// Read by the sanitizers in builds that have them.
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the sanitizers look for these names.
 extern "C" {
 
-/// Whole stacks, so that below the platform's frames our own are seen.
+/// Unwinds whole stacks, so that our frames below the platform's are shown.
 const char* __asan_default_options() {
     return "fast_unwind_on_malloc=0";
 }
 
-/// What the Objective-C runtime and GNUstep keep until the process ends: tables of classes and
-/// methods, and what setting up takes.
+/// The Objective-C runtime and GNUstep keep these until the process ends: tables of classes and
+/// methods, and the allocations of their set-up.
 const char* __lsan_default_suppressions() {
     return "leak:__objc_exec_class\n"
            "leak:class_addMethod\n"
