@@ -168,7 +168,9 @@ def test_notes_more_entries_than_the_pipe_has_room_for(folder, payload, entries,
     payload.write(folder)
     assert findings(folder) == []
     notes = findings(folder, "note")
-    assert [note.startswith(f"ISF.zip: if all {entries} entries fail, ") for note in notes] == [True] * noted
+    assert [note.startswith(f"ISF.zip: if all {entries} entries fail, ") for note in notes] == [
+        True
+    ] * noted
 
 
 def test_refuses_a_missing_archive(folder, payload):
