@@ -2,7 +2,6 @@
 
 import os
 import re
-import resource
 import signal
 import subprocess
 import tempfile
@@ -27,12 +26,9 @@ class Application:
         *,
         environment=None,
         user=None,
-        limits=None,
         evidence=None,
     ):
-        """`limits` are its own limits of resources: {resource: number}.
-
-        `evidence` is where a failed test leaves the log and a picture, without an extension."""
+        """`evidence` is where a failed test leaves the log and a picture, without an extension."""
         self.display, self.bundle, self.stage = display, Path(bundle), stage
         self.environment = {
             "PATH": os.environ["PATH"],
@@ -42,7 +38,7 @@ class Application:
             **(environment or {}),
         }
         self._arguments = stage.arguments if arguments is None else arguments
-        self._user, self._limits, self._evidence = user, limits or {}, evidence
+        self._user, self._evidence = user, evidence
 
     def __enter__(self):
         self._output = tempfile.TemporaryFile()
@@ -53,14 +49,9 @@ class Application:
             stdin=subprocess.DEVNULL,
             stdout=self._output,
             stderr=self._output,
-            preexec_fn=self._set_limits if self._limits else None,
             **(as_user if self._user else {}),
         )
         return self
-
-    def _set_limits(self):
-        for kind, limit in self._limits.items():
-            resource.setrlimit(kind, (limit, limit))
 
     def __exit__(self, failure, *_):
         if failure and self._evidence:

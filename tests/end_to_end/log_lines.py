@@ -6,6 +6,8 @@ import urllib.parse
 from expectations import fonts
 
 CRITICAL = "critical error:"
+OLD_SUITE_HANDLED = "starting install after taking care of the old installation."
+HIDING = "Hiding the morvella.app to declutter the user library browser..."
 
 
 def start_lines(stage, live=None):
@@ -43,10 +45,24 @@ def failed_line(archive):
     return f"Decompressing resource failed: {archive}"
 
 
-def utility_lines(bundle, stage):
+def utility_lines(bundle, stage, replaced=False):
     return [
+        *([f"Deleting {stage.utilities}"] if replaced else []),
         f"Installing Tressimo.zip to {stage.utilities}...",
         unpacking_line(bundle, "Tressimo.zip"),
+    ]
+
+
+def installation_lines(bundle, stage, *, previous=False):
+    """All of an undisturbed installation, perhaps over what `stage.make(previous=True)` makes."""
+    present = ["OpenSans-Regular.ttf"] if previous else []
+    shaders = ["Installing ISF.zip...", unpacking_line(bundle, "ISF.zip")]
+    return [
+        *font_lines(bundle, stage, present),
+        unpacking_line(bundle, "morvella.zip"),
+        *utility_lines(bundle, stage, replaced=previous),
+        *([] if previous else shaders),
+        HIDING,
     ]
 
 
@@ -74,6 +90,10 @@ def shaders_to_documents_lines():
         # The error of the folder that could not be created still stands.
         re.compile(r"Couldn't access documents folder, error:(?!\(null\)).+"),
     ]
+
+
+def critical_line(message):
+    return CRITICAL + message
 
 
 def criticals(log):

@@ -36,3 +36,8 @@ class TestUnusualNames(Scenario):
         expect_log(log, font_lines(self.bundle, stage))
         expect_log(log, [unpacking_line(self.bundle, "morvella.zip")])
         expect_log(log, utility_lines(self.bundle, stage))
+
+    def test_live_application_named_by_its_bundle(self):
+        stage = self.make_stage()
+        self.run(stage, arguments=["-liveapp", stage.live_app, "-app", f"{stage.kit}/"])
+        expect_opened(stage, [stage.demo_set])

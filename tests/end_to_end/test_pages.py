@@ -6,7 +6,9 @@ import pytest
 from PIL import Image, ImageChops
 
 import pages
+from expectations import expect_opened, expect_untouched
 from installer import area_of
+from log_lines import critical_line, start_lines
 from product import VERSION
 from scenario import Scenario
 
@@ -106,17 +108,37 @@ class TestPages(Pages):
                 gate.open() if page.title == pages.INSTALLATION else installer.perform(page.button)
             installer.expect_end()
 
-    def test_last_page_without_a_demo_set(self):
-        with self.launch(self.make_stage(demo=False)) as installer:
+    @pytest.mark.parametrize(("demo", "slash"), [(False, "/"), (True, "")])
+    def test_last_page_without_a_demo_set(self, demo, slash):
+        """The demo Live Set's path follows the kit's as that was given, with its slash or not."""
+        stage = self.make_stage(demo=demo)
+        arguments = ["-liveapp", stage.live_executable, "-app", f"{stage.kit}{slash}"]
+        with self.launch(stage, arguments) as installer:
             installer.go_to(pages.FINISH)
             self.expect_page(installer, pages.FINISH, NO_DEMO)
+            installer.finish()
+        expect_opened(stage, [])
 
-    def test_initial_view_of_a_corrupt_bundle(self):
-        self.copy_bundle(without=["morvella.zip"])
+    @pytest.mark.parametrize(
+        ("missing", "named"),
+        [
+            (["license.rtf", "morvella.zip"], None),
+            (["Archivo-Medium.ttf"], "Archivo-Medium.ttf"),
+            (["OpenSans-Regular.ttf", "morvella.zip"], "OpenSans-Regular.ttf"),
+            (["morvella.zip"], "morvella.zip"),
+        ],
+    )
+    def test_initial_view_of_a_corrupt_bundle(self, missing, named):
+        """The log names the first missing resource, unless that is the licence."""
+        self.copy_bundle(without=missing)
         with self.launch(self.make_stage()) as installer:
             state = installer.wait_for(pages.BUNDLE_CORRUPT)
             self.expect_page(installer, pages.INITIAL, state=state)
             expect_critical_sheet(state, pages.BUNDLE_CORRUPT)
+            lines = [f"resource not found:{named}"] if named else []
+            assert installer.log == [*lines, critical_line(pages.BUNDLE_CORRUPT)]
+            installer.perform("Quit")
+            installer.expect_end()
 
     @pytest.mark.slow
     def test_user_library_that_is_not_there_yet(self):
@@ -175,3 +197,23 @@ class TestPreviousInstallation(Pages):
             expect_critical_sheet(state, pages.NO_BACKUP)
             below, _ = state.sheets
             assert below["shown"].lines == previous_installation("still, hidden", " (Return)")
+
+
+class TestException(Pages):
+    def test_in_the_work_of_a_page_ends_in_a_critical_sheet(self):
+        stage = self.make_stage()
+        before = self.snapshot(stage)
+        with self.launch(stage) as installer:
+            installer.go_to(pages.SETTINGS)
+            installer.let_indicators_raise()
+            installer.perform("Next")
+            expect_critical_sheet(installer.wait_for(pages.UNKNOWN_STATE), pages.UNKNOWN_STATE)
+            assert installer.log == [
+                *start_lines(stage),
+                "NSGenericException: raised for a test",
+                "unknown state reached.",
+                critical_line(pages.UNKNOWN_STATE),
+            ]
+            installer.perform("Quit")
+            installer.expect_end()
+        expect_untouched(stage, before)

@@ -8,10 +8,13 @@ import pages
 import snapshot
 from expectations import expect_backup, expect_files, fonts, installed
 from log_lines import (
+    OLD_SUITE_HANDLED,
+    critical_line,
     failed_line,
     font_lines,
     font_not_copied_lines,
     no_folder_line,
+    not_trashed_line,
     refused_line,
     shaders_to_documents_lines,
 )
@@ -154,6 +157,25 @@ class TestPreviousInstallation(Scenario):
         for place in (stage.destination, stage.utilities, stage.shared_data, stage.fonts):
             place = place.relative_to(stage.root)
             assert snapshot.below(after, place) == snapshot.below(before, place)
+
+    def test_trash_that_cannot_be_used(self):
+        """Two sheets come in a row, and the installation behind them is complete."""
+        stage = self.make_stage()
+        stage.destination.mkdir()
+        (stage.destination / "Own.adv").write_text("a patch of the user's own\n")
+        stage.trash.parent.mkdir(parents=True)
+        stage.trash.write_text("a file in place of the folder\n")
+        before, old = self.snapshot(stage), snapshot.of_folder(stage.destination)
+        log = [
+            not_trashed_line(stage.destination),
+            "couldn't move to trash.",
+            critical_line(pages.NOT_TRASHED),
+            critical_line(pages.STILL_THERE),
+            OLD_SUITE_HANDLED,
+        ]
+        self.run(stage, criticals=[pages.NOT_TRASHED, pages.STILL_THERE], log=log)
+        added = {**installed(self.bundle, stage), **expect_backup(stage, old)}
+        expect_files(stage, {**before, **added})
 
     def test_trash_of_the_account_is_not_used(self):
         stage, account = self.make_stage(previous=True), self.folder / "account"

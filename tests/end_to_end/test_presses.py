@@ -23,7 +23,11 @@ class TestQuickPresses(Scenario):
     @pytest.mark.parametrize("keys", [(), ("Return",), ("space",), ("Return", "space")])
     @pytest.mark.parametrize(
         ("first", "following"),
-        [(pages.WELCOME, pages.LICENCE), (pages.SETTINGS, pages.PREVIOUS_INSTALLATION)],
+        [
+            (pages.WELCOME, pages.LICENCE),
+            (pages.LICENCE, pages.SETTINGS),
+            (pages.SETTINGS, pages.PREVIOUS_INSTALLATION),
+        ],
     )
     def test_over_a_previous_installation(self, first, following, keys):
         stage = self.make_stage(previous=True)
