@@ -11,12 +11,14 @@ from sample_payload import SamplePayload
 
 HERE = Path(__file__).resolve().parent
 ROOT = HERE.parents[1]
+TOOLS = "cmake codesign ditto file lipo otool plutil screencapture spctl uname vtool xattr".split()
+TOOLS += ["xcodebuild", "xcrun"]
 
 
 class Mac:
     """A copy of the scripts in `root`, run with stand-ins for the tools in the PATH."""
 
-    def __init__(self, root, stand_in, tools):
+    def __init__(self, root):
         self.root = root
         self._environment = {
             "PATH": f"{root}/tools:{os.environ['PATH']}",
@@ -25,8 +27,8 @@ class Mac:
         }
         shutil.copytree(ROOT / "script", root / "script")
         (root / "tools").mkdir()
-        for tool in tools:
-            shutil.copy(HERE / stand_in, root / "tools" / tool)
+        for tool in TOOLS:
+            shutil.copy(HERE / "fake_tool", root / "tools" / tool)
 
     def run(self, script, *arguments, **environment):
         run = subprocess.run(

@@ -7,7 +7,6 @@ import struct
 import pytest
 from conftest import HERE, ROOT, Mac
 
-TOOLS = ("codesign", "lipo", "otool", "plutil", "screencapture", "uname", "vtool", "xcrun")
 CARRIED = [ROOT / "resources/license.rtf", *ROOT.glob("resources/fonts/*")]
 CARRIED += ROOT.glob("resources/icon/InstallerIcon*.png")
 
@@ -24,7 +23,7 @@ def interface_file(*classes):
 
 @pytest.fixture
 def mac(folder, payload):
-    mac = Mac(folder, "fake_mac_tool", TOOLS)
+    mac = Mac(folder)
     for path in ("resources", "tests/mac"):
         shutil.copytree(ROOT / path, folder / path)
     mac.contents = folder / "build/mac/Morvella Installer.app/Contents"
@@ -59,9 +58,9 @@ def test_checks_the_application_that_is_named(mac):
     "fault, error",
     [
         ({"BUILT": "10.14"}, "built for macOS 10.14, but Info.plist names 10.13"),
-        ({"FAULT": "arm64"}, "arm64 is missing"),
-        ({"FAULT": "x86_64"}, "x86_64 is missing"),
-        ({"FAULT": "signature"}, ""),
+        ({"FAILING": "-verify_arch arm64"}, "arm64 is missing"),
+        ({"FAILING": "-verify_arch x86_64"}, "x86_64 is missing"),
+        ({"FAILING": "codesign --verify"}, ""),
         ({"SIGNATURE": "flags=0x2(adhoc)"}, "the hardened runtime is not on"),
         ({"LINKED": "/opt/lib/libc++.dylib"}, "not the system's: /opt/lib/libc++.dylib"),
         ({"LINKED": "@rpath/libc++.dylib"}, "not the system's: @rpath/libc++.dylib"),
@@ -69,6 +68,7 @@ def test_checks_the_application_that_is_named(mac):
         ({"NEWER": "NSView"}, "macOS 10.13 does not know every class in MainMenu.nib"),
         ({"REFUSAL": "something else"}, "it did not refuse to run without the Live Set"),
         ({"LIVE": "/elsewhere"}, "it did not take its launch arguments"),
+        ({"STAYS": "yes", "PATIENCE": "1"}, "the application does not quit"),
         ({"STATUS": "3"}, "the application ended with status 3"),
     ],
 )
