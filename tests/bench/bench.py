@@ -1,8 +1,8 @@
 """Benchmarks the installer against baselines and prints a table.
 
-Each figure is the median of several rounds after a warm-up; each round runs both sides once.
-A run over all rows also writes the table into docs/performance.md. Installs what is missing and
-builds what it needs. The machine should have nothing else to do.
+Each figure is the median of several rounds after a warm-up; each round measures both sides once.
+A full run also writes the table into docs/performance.md. Installs what is missing and builds what
+it needs. The machine should have nothing else to do.
 """
 
 import argparse
@@ -12,7 +12,6 @@ import signal
 import subprocess
 import sys
 import tempfile
-from dataclasses import dataclass
 from pathlib import Path
 
 import library_cfg
@@ -23,84 +22,57 @@ from product import ROOT
 from roomy_folder import roomy_folder
 
 KB, MB, GB = 10**3, 10**6, 10**9
+ROUNDS = 21
+# Payloads, as (files, bytes).
+BIG, MANY, SMALL = (200, GB), (50_000, 100 * MB), (200, 10 * MB)
+USUAL_CONFIGURATION, LARGE_CONFIGURATION = 10 * KB, 100 * MB
 BUILD = ROOT / "build/linux"
-SMALLEST = "the smallest application"
-SCRIPT = "the same commands in a shell script"
 
 
-@dataclass(frozen=True)
-class Sizes:
-    """How much is measured, and how often; payloads are (files, bytes)."""
-
-    rounds: int
-    # A short run varies more from one time to the next.
-    short_rounds: int
-    big: tuple
-    many: tuple
-    small: tuple
-    configuration: tuple
+def repeated(rounds, measure):
+    """What the function returns in each round, after one to warm up."""
+    return [measure() for _ in range(1 + rounds)][1:]
 
 
-FULL = Sizes(7, 21, (200, GB), (50_000, 100 * MB), (200, 10 * MB), (10 * KB, 100 * MB))
-QUICK = Sizes(2, 2, (20, 20 * MB), (1000, 2 * MB), (20, MB), (10 * KB, MB))
-
-
-def side_by_side(ours, theirs, rounds):
-    """What the two functions return, a pair for each round, after one round to warm up."""
-    return [(ours(), theirs()) for _ in range(1 + rounds)][1:]
-
-
-def start(work, sizes):
+def start(work, rounds):
     """From the launch until the first page is drawn."""
-    with windows.Applications(work, BUILD) as both:
-        installer, smallest = both.first_page(both.installer), both.first_page(both.smallest)
-        pairs = side_by_side(
-            lambda: both.time_to(installer, both.installer),
-            lambda: both.time_to(smallest, both.smallest),
-            sizes.short_rounds,
-        )
-    yield report.compared("start to first page drawn", SMALLEST, pairs)
+    with Display() as display:
+        starts = repeated(rounds, windows.Start(work, BUILD, display).measure)
+    times = [(seconds, 1) for seconds in starts]
+    yield report.compared("start to first page drawn", "one second", times, limit=1)
 
 
-def install(work, sizes):
-    """A whole installation, and the installer's own share of it."""
-    for size in (sizes.big, sizes.many):
+def install(work, rounds):
+    """The installer's own share of a whole installation."""
+    for files, size in (BIG, MANY):
         with Display() as display, folder_in(work) as folder:
-            installation = windows.Installation(folder, BUILD, display, *size)
-            runs = side_by_side(
-                installation.by_installer, installation.by_script, sizes.short_rounds
-            )
-        payload = f"payload of {report.amount(size[1])} in {size[0]:,} files"
-        whole = [(ours.seconds, script.seconds) for ours, script in runs]
-        outside = [(ours.outside, script.outside) for ours, script in runs]
-        share = [(ours.outside, ours.seconds) for ours, _ in runs]
+            installation = windows.Installation(folder, BUILD, display, files, size)
+            pairs = repeated(rounds, lambda: installation.measure()[:2])
+        payload = f"payload of {report.amount(size)} in {files:,} files"
         figure = f"installation without the archiver's runs, {payload}"
-        yield report.compared(f"whole installation, {payload}", SCRIPT, whole)
-        yield report.compared(figure, SCRIPT, outside)
-        yield report.compared(figure, "the whole installation", share, limit=0.015)
+        yield report.compared(figure, "the whole installation", pairs, limit=0.015)
 
 
-def memory(work, sizes):
-    """The installer's own peak memory in a whole run."""
-    for size in (sizes.small, sizes.big):
-        with folder_in(work) as folder, windows.Applications(folder, BUILD) as both:
-            installation = windows.Installation(folder, BUILD, both.display, *size)
-            pairs = side_by_side(
-                lambda: installation.by_installer().memory, both.smallest_memory, sizes.rounds
-            )
-        figure = f"peak memory, payload of {report.amount(size[1])}"
-        yield report.compared(figure, SMALLEST, pairs, unit=report.amount)
+def memory(work, rounds):
+    """The installer's peak memory in a whole run, which must not grow with the payload."""
+    with Display() as display, folder_in(work) as big_folder, folder_in(work) as small_folder:
+        big = windows.Installation(big_folder, BUILD, display, *BIG)
+        small = windows.Installation(small_folder, BUILD, display, *SMALL)
+        pairs = repeated(rounds, lambda: (big.measure()[2], small.measure()[2]))
+    figure, against = (f"payload of {report.amount(size)}" for _, size in (BIG, SMALL))
+    figure = f"peak memory, {figure}"
+    yield report.compared(figure, against, pairs, limit=1.1, unit=report.amount)
 
 
-def configuration(work, sizes):
+def configuration(work, rounds):
     """The User Library from a Library.cfg: of its usual size, and of one far beyond."""
-    for size in sizes.configuration:
+    for size in (USUAL_CONFIGURATION, LARGE_CONFIGURATION):
         written = library_cfg.write(work, size)
-        runs = [library_cfg.look_up(BUILD, work) for _ in range(1 + sizes.rounds)][1:]
+        runs = repeated(rounds, lambda: library_cfg.look_up(BUILD, work))
         name = f"a Library.cfg of {report.amount(written)}"
         times = [(seconds, 1) for seconds, _ in runs]
         yield report.compared(f"User Library from {name}", "one second", times, limit=1)
-        if size == max(sizes.configuration):
+        if size == LARGE_CONFIGURATION:
             growth = [(grown, written) for _, grown in runs]
             figure = f"memory for {name}"
             yield report.compared(figure, "the file", growth, limit=2, unit=report.amount)
@@ -122,23 +94,22 @@ def folder_in(parent):
 def main():
     parser = argparse.ArgumentParser(prog="script/bench", description=__doc__)
     parser.add_argument("--row", choices=ROWS, help="measure only this, and write nothing")
-    parser.add_argument(
-        "--quick", action="store_true", help="small sizes and two rounds, to try it; writes nothing"
-    )
+    parser.add_argument("--rounds", type=int, help=f"other than {ROUNDS}; writes nothing")
     options = parser.parse_args()
     # Ends by an exception, so that everything is cleaned up.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     subprocess.run([ROOT / "script/build"], check=True, stdout=sys.stderr)
-    command = ["cmake", "--build", "--preset", "linux", "--target", "bench_programs", "inspector"]
+    command = ["cmake", "--build", "--preset", "linux", "--target"]
+    command += ["bench_lookup", "bench_stopwatch", "inspector"]
     subprocess.run(command, check=True, cwd=ROOT, stdout=sys.stderr)
 
     figures, machine = [], report.machine()
     for name in [options.row] if options.row else ROWS:
         print(f"{name} ...", file=sys.stderr, flush=True)
         with folder_in(roomy_folder(gigabytes=8)) as work:
-            figures += ROWS[name](work, QUICK if options.quick else FULL)
+            figures += ROWS[name](work, options.rounds or ROUNDS)
     print("\n".join(report.table(figures)))
-    if not options.row and not options.quick:
+    if not options.row and not options.rounds:
         report.write(ROOT / "docs/performance.md", figures, machine)
 
 

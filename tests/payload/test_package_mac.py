@@ -133,19 +133,6 @@ def test_notes_code_that_another_team_has_signed(package, team, noted):
     ]
 
 
-KEY = {
-    "MORVELLA_NOTARY_PROFILE": "",
-    "MORVELLA_NOTARY_KEY": "/keys/key.p8",
-    "MORVELLA_NOTARY_KEY_ID": "KEY",
-    "MORVELLA_NOTARY_ISSUER": "ISSUER",
-}
-
-
-def test_takes_a_key_for_the_notary_service(package):
-    assert package(**KEY).returncode == 0
-    package.place("--key /keys/key.p8 --key-id KEY --issuer ISSUER")
-
-
 @pytest.mark.parametrize(
     "step, command",
     [
@@ -206,8 +193,7 @@ def test_stops_at_a_payload_that_is_not_complete(package):
         ([], {"XCODE": "26.0"}, "Xcode 26 cannot build for macOS 10"),
         ([], {"XCODE": "?"}, "xcodebuild does not print its version"),
         ([], {"MORVELLA_SIGN_IDENTITY": ""}, "MORVELLA_SIGN_IDENTITY is not set"),
-        ([], {"MORVELLA_NOTARY_PROFILE": ""}, "set MORVELLA_NOTARY_PROFILE"),
-        ([], KEY | {"MORVELLA_NOTARY_KEY_ID": ""}, "set MORVELLA_NOTARY_PROFILE"),
+        ([], {"MORVELLA_NOTARY_PROFILE": ""}, "MORVELLA_NOTARY_PROFILE is not set"),
         ([""], {}, "name the folder of the payload"),
         (["/nowhere"], {}, "there is no folder"),
         (["/one", "/two"], {}, "name the folder"),

@@ -1,5 +1,0 @@
-#import <AppKit/AppKit.h>
-
-int main(int argc, const char* argv[]) {
-    return NSApplicationMain(argc, argv);
-}
