@@ -25,6 +25,9 @@
 
 namespace {
 
+/// Compilers warn of a cast between two signatures, but not by way of this one.
+using AnyFunction = void (*)();
+
 /// How many actions and children the main thread is waiting for.
 int underWay = 0;
 
@@ -32,14 +35,16 @@ IMP waitUntilExit;
 
 void waitUntilExitCounted(NSTask* task, SEL selector) {
     ++underWay;
-    reinterpret_cast<void (*)(NSTask*, SEL)>(waitUntilExit)(task, selector);
+    const auto original = reinterpret_cast<AnyFunction>(waitUntilExit);
+    reinterpret_cast<void (*)(NSTask*, SEL)>(original)(task, selector);
     --underWay;
 }
 
 void countWaits() {
     const Method method =
         class_getInstanceMethod(NSClassFromString(@"NSConcreteUnixTask"), @selector(waitUntilExit));
-    waitUntilExit = method_setImplementation(method, reinterpret_cast<IMP>(&waitUntilExitCounted));
+    const auto counted = reinterpret_cast<AnyFunction>(&waitUntilExitCounted);
+    waitUntilExit = method_setImplementation(method, reinterpret_cast<IMP>(counted));
 }
 
 void raiseException(NSProgressIndicator* /*indicator*/, SEL /*selector*/, id /*sender*/) {
@@ -50,7 +55,8 @@ void raiseException(NSProgressIndicator* /*indicator*/, SEL /*selector*/, id /*s
 void letIndicatorsRaise() {
     const Method start =
         class_getInstanceMethod([NSProgressIndicator class], @selector(startAnimation:));
-    method_setImplementation(start, reinterpret_cast<IMP>(&raiseException));
+    const auto raising = reinterpret_cast<AnyFunction>(&raiseException);
+    method_setImplementation(start, reinterpret_cast<IMP>(raising));
 }
 
 /// Writes where the installer crashed to its standard error, for application.py to name.
