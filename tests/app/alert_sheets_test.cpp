@@ -21,13 +21,17 @@ TEST_F(AlertSheetsTest, TerminationQuitsOnlyWhenAnsweredWhateverTheAnswer) {
         EXPECT_EQ(journal.only({Kind::application}), "");
         journal.clear();
         window->answer(response);
-        expectEverything({"application: terminated by controller"});
+        expectEverything({quits()});
     }
 }
 
-TEST_F(AlertSheetsTest, TerminationHoldsTheControllerUntilAnswered) {
+TEST_F(AlertSheetsTest, EachSheetHoldsTheControllerUntilAnswered) {
     const long before = viewController.object.use_count();
     controller.terminateAppWithAlertSheet("Install failed");
+    EXPECT_GT(viewController.object.use_count(), before);
+    window->answer(1000);
+    EXPECT_EQ(viewController.object.use_count(), before);
+    controller.alertSheet();
     EXPECT_GT(viewController.object.use_count(), before);
     window->answer(1000);
     EXPECT_EQ(viewController.object.use_count(), before);
@@ -35,14 +39,9 @@ TEST_F(AlertSheetsTest, TerminationHoldsTheControllerUntilAnswered) {
 
 TEST_F(AlertSheetsTest, TerminationCanBeRequestedAgainWhileASheetIsUp) {
     controller.terminateAppWithAlertSheet("one");
-    controller.terminateAppWithAlertSheet("two");
-    expectEffects(terminationSheet("one") + terminationSheet("two"));
-    EXPECT_EQ(window->sheetsWaiting(), 2U);
-}
-
-TEST_F(AlertSheetsTest, TerminationUsesTheMessageAsItStands) {
     controller.terminateAppWithAlertSheet("100 %@ of %u");
-    expectEffects(terminationSheet("100 %@ of %u"));
+    expectEffects({showsCriticalSheet("one"), showsCriticalSheet("100 %@ of %u")});
+    EXPECT_EQ(window->sheetsWaiting(), 2U);
 }
 
 TEST_F(AlertSheetsTest, UnknownStateLogsTwoLinesAndShowsTwoLines) {
@@ -66,30 +65,15 @@ TEST_F(AlertSheetsTest, ExistingInstallationAsksWithThreeButtonsAndLogsNothing) 
     });
 }
 
-TEST_F(AlertSheetsTest, ExistingInstallationStaysOpenForReplaceAndOverwrite) {
-    for (const int response : {1000, 1001}) {
+TEST_F(AlertSheetsTest, ExistingInstallationQuitsUnlessToReplaceOrOverwrite) {
+    for (const int response : {1000, 1001, 1002, 1003, 999, 0, -1001}) {
         controller.alertSheet();
         journal.clear();
         window->answer(response);
-        expectEverything({});
-    }
-}
-
-TEST_F(AlertSheetsTest, ExistingInstallationQuitsForAnyOtherAnswer) {
-    for (const int response : {1002, 1003, 999, 0, -1001}) {
-        controller.alertSheet();
+        const bool goesOn = response == 1000 || response == 1001;
+        EXPECT_EQ(journal.everything(), goesOn ? "" : lines({quits()})) << response;
         journal.clear();
-        window->answer(response);
-        expectEverything({"application: terminated by controller"});
     }
-}
-
-TEST_F(AlertSheetsTest, ExistingInstallationHoldsTheControllerUntilAnswered) {
-    const long before = viewController.object.use_count();
-    controller.alertSheet();
-    EXPECT_GT(viewController.object.use_count(), before);
-    window->answer(1000);
-    EXPECT_EQ(viewController.object.use_count(), before);
 }
 
 }  // namespace

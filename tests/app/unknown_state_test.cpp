@@ -9,15 +9,11 @@ class UnknownStateTest : public InstallerTest {
   protected:
     UnknownStateTest() {
         useUserLibrary();
-        controller.setDestinationURL(std::make_shared<const FileUrl>(FileUrl::directory("/d")));
+        controller.setDestinationURL(folderUrl("/d"));
     }
 
     void expectUnknownState(int line = __builtin_LINE()) {
-        expectEffects(
-            lines({"log: unknown state reached."}) +
-                terminationSheet("The installer reached an unkown state, please try restarting the "
-                                 "installer.\nIf the problem persists, please contact support."),
-            line);
+        expectEffects({reachesUnknownState()}, line);
     }
 
     const FileUrl destination = FileUrl::directory("/d");

@@ -15,53 +15,45 @@ class ArchiverTest : public InstallerTest {
         return controller.compressFolderAtToZipFilePath("/UL/Morvella", "/UL/Backup.zip");
     }
 
-    void unpackingEndsWith(int status, const std::string& output) {
+    /// Both commands end with this.
+    void endWith(int status, const std::string& output) {
         tasks.results["/Bundle/morvella.zip"] =
             TaskResult{.terminationStatus = status, .output = output};
+        tasks.results["/UL/Backup.zip"] = tasks.results["/Bundle/morvella.zip"];
     }
 
-    void packingEndsWith(int status, const std::string& output) {
-        tasks.results["/UL/Backup.zip"] = TaskResult{.terminationStatus = status, .output = output};
-    }
-
-    static constexpr const char* unpacking =
-        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/morvella.zip | /UL";
-    static constexpr const char* packing =
-        "run: /usr/bin/ditto | -c | -k | --sequesterRsrc | --keepParent | /UL/Morvella | "
-        "/UL/Backup.zip in /UL";
+    const std::string unpacking = unpacks("morvella.zip", "/UL");
+    const std::string packing = packs("/UL/Morvella", "/UL/Backup.zip", "/UL");
 };
 
-TEST_F(ArchiverTest, UnpacksAResourceWithoutAWordWhenNothingIsPrinted) {
+TEST_F(ArchiverTest, LogsNothingWhenUnpackingPrintsNothing) {
     EXPECT_TRUE(unpack());
-    expectEverything({"asked: path of resource morvella.zip", unpacking});
+    expectEverything({"asked: path of resource morvella.zip",
+                      "run: /usr/bin/ditto | -v | -x | -k | /Bundle/morvella.zip | /UL"});
 }
 
 TEST_F(ArchiverTest, UnpacksIntoThePathOfTheUrl) {
     EXPECT_TRUE(controller.decompressResourceToURL(
         "ISF.zip", FileUrl::directory("/Users/J\xC3\xBCrg \"J\" 100%@/Shared/Morvella/")));
     EXPECT_EQ(journal.only({Kind::command}),
-              lines({"run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | "
-                     "/Users/J\xC3\xBCrg \"J\" 100%@/Shared/Morvella"}));
+              lines({unpacks("ISF.zip", "/Users/J\xC3\xBCrg \"J\" 100%@/Shared/Morvella")}));
 }
 
-TEST_F(ArchiverTest, LogsWhatUnpackingPrintedInOneLine) {
-    unpackingEndsWith(0, ">>> Copying /Bundle/morvella.zip \nsecond line\n");
+TEST_F(ArchiverTest, LogsEverythingThatUnpackingPrintsAtOnce) {
+    endWith(0, ">>> Copying /Bundle/morvella.zip \nsecond line\n");
     EXPECT_TRUE(unpack());
     expectEffects({
         unpacking,
         "log: decompress status=>>> Copying /Bundle/morvella.zip \nsecond line\n",
     });
-}
-
-TEST_F(ArchiverTest, LogsWhatAFailedUnpackingPrinted) {
-    unpackingEndsWith(1, "ditto: 100%@ Couldn't read");
+    endWith(1, "ditto: 100%@ Couldn't read");
     EXPECT_FALSE(unpack());
     expectEffects({unpacking, "log: decompress status=ditto: 100%@ Couldn't read"});
 }
 
 TEST_F(ArchiverTest, LogsNothingThatIsNotText) {
     for (const int status : {0, 7}) {
-        unpackingEndsWith(status, "half \xC3");
+        endWith(status, "half \xC3");
         EXPECT_EQ(unpack(), status == 0);
         expectEffects({unpacking});
     }
@@ -69,10 +61,9 @@ TEST_F(ArchiverTest, LogsNothingThatIsNotText) {
 
 TEST_F(ArchiverTest, OnlyStatusZeroIsSuccess) {
     for (const int status : {1, 2, 7, 9, 255, -1, 256}) {
-        unpackingEndsWith(status, "");
+        endWith(status, "");
         EXPECT_FALSE(unpack());
         expectEffects({unpacking});
-        packingEndsWith(status, "");
         EXPECT_FALSE(pack());
         expectEffects({packing});
     }
@@ -93,16 +84,13 @@ TEST_F(ArchiverTest, FailsSilentlyWhenItCannotBeStarted) {
     expectEffects({packing});
 }
 
-TEST_F(ArchiverTest, PacksAFolderInTheUserLibrary) {
-    EXPECT_TRUE(pack());
-    expectEverything({packing});
-}
-
-TEST_F(ArchiverTest, PackingLogsNothingWhateverIsPrinted) {
+TEST_F(ArchiverTest, PacksAFolderInTheUserLibraryAndLogsNothing) {
     for (const int status : {0, 1}) {
-        packingEndsWith(status, "some text");
+        endWith(status, "some text");
         EXPECT_EQ(pack(), status == 0);
-        expectEverything({packing});
+        expectEverything(
+            {"run: /usr/bin/ditto | -c | -k | --sequesterRsrc | --keepParent | "
+             "/UL/Morvella | /UL/Backup.zip in /UL"});
     }
 }
 

@@ -12,9 +12,8 @@ class BackupTest : public InstallerTest {
         clock.stamp = "2021-03-03(140509)";
     }
 
-    static constexpr const char* packing =
-        "run: /usr/bin/ditto | -c | -k | --sequesterRsrc | --keepParent | /UL/Morvella | "
-        "/UL/MorvellaBackup-2021-03-03(140509).zip in /UL";
+    const std::string packing =
+        packs("/UL/Morvella", "/UL/MorvellaBackup-2021-03-03(140509).zip", "/UL");
 };
 
 TEST_F(BackupTest, PacksTheInstallationBesideItself) {
@@ -31,7 +30,7 @@ TEST_F(BackupTest, PacksTheInstallationBesideItself) {
 TEST_F(BackupTest, GetsNoSecondSlash) {
     controller.setUserLibPath(text("/UL/"));
     EXPECT_TRUE(controller.makeZipBackup());
-    EXPECT_EQ(journal.only({Kind::command}), lines({std::string(packing) + "/"}));
+    EXPECT_EQ(journal.only({Kind::command}), lines({packing + "/"}));
 }
 
 TEST_F(BackupTest, OfNothingFails) {

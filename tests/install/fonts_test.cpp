@@ -4,139 +4,108 @@ namespace morvella::tests {
 
 namespace {
 
+/// Two fonts of the bundle, whatever the product's own are.
 class FontsTest : public InstallerTest {
   protected:
-    FontsTest() { disk.addFolder("/Users/ann/Library/Fonts"); }
+    FontsTest() {
+        for (const char* font : {"a.ttf", "b.ttf"}) {
+            bundles.main->resources[font] = std::string("/Bundle/") + font;
+            disk.addFile(std::string("/Bundle/") + font);
+        }
+        disk.addFolder("/Users/ann/Library/Fonts");
+    }
 
-    const std::string archivo = "/Users/ann/Library/Fonts/Archivo-Medium.ttf";
-    const std::string openSans = "/Users/ann/Library/Fonts/OpenSans-Regular.ttf";
+    bool install() { return controller.installFontList({"a.ttf", "b.ttf"}); }
+
+    const std::string a = "/Users/ann/Library/Fonts/a.ttf";
+    const std::string b = "/Users/ann/Library/Fonts/b.ttf";
+    const std::string copiesA = copiesFont("/Bundle/a.ttf", a);
+    const std::string copiesB = copiesFont("/Bundle/b.ttf", b);
+    const std::string copied = "copied /Bundle/a.ttf to " + a;
+    const std::string missesA = logs("Can't find font in the users' fonts library:nothing at " + a);
 };
 
 TEST_F(FontsTest, AreCopiedOneAfterTheOther) {
-    EXPECT_TRUE(controller.installFontList({"Archivo-Medium.ttf", "OpenSans-Regular.ttf"}));
+    EXPECT_TRUE(install());
     expectEverything({
-        "asked: path of resource Archivo-Medium.ttf",
-        "asked: reachable /Users/ann/Library/Fonts/Archivo-Medium.ttf",
-        "log: Copying: (file:///Bundle/Archivo-Medium.ttf) To: "
-        "(file:///Users/ann/Library/Fonts/Archivo-Medium.ttf)",
-        "file: copied /Bundle/Archivo-Medium.ttf to /Users/ann/Library/Fonts/Archivo-Medium.ttf",
-        "asked: reachable /Users/ann/Library/Fonts/Archivo-Medium.ttf, and why not",
-        "asked: path of resource OpenSans-Regular.ttf",
-        "asked: reachable /Users/ann/Library/Fonts/OpenSans-Regular.ttf",
-        "log: Copying: (file:///Bundle/OpenSans-Regular.ttf) To: "
-        "(file:///Users/ann/Library/Fonts/OpenSans-Regular.ttf)",
-        "file: copied /Bundle/OpenSans-Regular.ttf to "
-        "/Users/ann/Library/Fonts/OpenSans-Regular.ttf",
-        "asked: reachable /Users/ann/Library/Fonts/OpenSans-Regular.ttf, and why not",
+        "asked: path of resource a.ttf",
+        "asked: reachable /Users/ann/Library/Fonts/a.ttf",
+        "log: Copying: (file:///Bundle/a.ttf) To: (file:///Users/ann/Library/Fonts/a.ttf)",
+        "file: copied /Bundle/a.ttf to /Users/ann/Library/Fonts/a.ttf",
+        "asked: reachable /Users/ann/Library/Fonts/a.ttf, and why not",
+        "asked: path of resource b.ttf",
+        "asked: reachable /Users/ann/Library/Fonts/b.ttf",
+        copiesB,
+        "asked: reachable /Users/ann/Library/Fonts/b.ttf, and why not",
     });
 }
 
-TEST_F(FontsTest, AlreadyThereAreKeptAsTheyAre) {
-    disk.addFile(archivo, "another version");
-    disk.addFile(openSans, "another version");
-    EXPECT_TRUE(controller.installFontList({"Archivo-Medium.ttf", "OpenSans-Regular.ttf"}));
-    expectEffects({
-        "log: Font already installed:Archivo-Medium.ttf",
-        "log: Font already installed:OpenSans-Regular.ttf",
-    });
-    EXPECT_EQ(disk.items[archivo].contents, "another version");
-}
-
-TEST_F(FontsTest, MissingOneIsCopiedBesideTheOther) {
-    disk.addFile(archivo);
-    EXPECT_TRUE(controller.installFontList({"Archivo-Medium.ttf", "OpenSans-Regular.ttf"}));
-    EXPECT_EQ(journal.only({Kind::file}), lines({"file: copied /Bundle/OpenSans-Regular.ttf to "
-                                                 "/Users/ann/Library/Fonts/OpenSans-Regular.ttf"}));
-    EXPECT_TRUE(disk.holds(openSans));
-}
-
-TEST_F(FontsTest, AlreadyThereAreVerifiedAgain) {
-    disk.addFile(archivo);
-    EXPECT_TRUE(controller.installFontList({"Archivo-Medium.ttf"}));
+TEST_F(FontsTest, AlreadyInstalledAreVerifiedAndLeftAlone) {
+    disk.addFile(a, "another version");
+    EXPECT_TRUE(install());
     expectEverything({
-        "asked: path of resource Archivo-Medium.ttf",
-        "asked: reachable /Users/ann/Library/Fonts/Archivo-Medium.ttf",
-        "log: Font already installed:Archivo-Medium.ttf",
-        "asked: reachable /Users/ann/Library/Fonts/Archivo-Medium.ttf, and why not",
+        "asked: path of resource a.ttf",
+        "asked: reachable /Users/ann/Library/Fonts/a.ttf",
+        "log: Font already installed:a.ttf",
+        "asked: reachable /Users/ann/Library/Fonts/a.ttf, and why not",
+        "asked: path of resource b.ttf",
+        "asked: reachable /Users/ann/Library/Fonts/b.ttf",
+        copiesB,
+        "asked: reachable /Users/ann/Library/Fonts/b.ttf, and why not",
     });
+    EXPECT_EQ(disk.items[a].contents, "another version");
 }
 
-TEST_F(FontsTest, AFailedCopyLogsTwiceAndDoesNotStopTheOthers) {
-    disk.outcomes
-        ["copied /Bundle/Archivo-Medium.ttf to "
-         "/Users/ann/Library/Fonts/Archivo-Medium.ttf"] = {.error = Error{"no space"}};
-    EXPECT_FALSE(controller.installFontList({"Archivo-Medium.ttf", "OpenSans-Regular.ttf"}));
-    EXPECT_EQ(journal.only({Kind::log}),
-              lines({
-                  "log: Copying: (file:///Bundle/Archivo-Medium.ttf) To: "
-                  "(file:///Users/ann/Library/Fonts/Archivo-Medium.ttf)",
-                  "log: Copy error:no space",
-                  "log: Can't find font in the users' fonts library:nothing at "
-                  "/Users/ann/Library/Fonts/Archivo-Medium.ttf",
-                  "log: Copying: (file:///Bundle/OpenSans-Regular.ttf) To: "
-                  "(file:///Users/ann/Library/Fonts/OpenSans-Regular.ttf)",
-              }));
-    EXPECT_TRUE(disk.holds(openSans));
+TEST_F(FontsTest, AFailedCopyLogsTwiceAndTheNextFontIsInstalled) {
+    refuse(copied, "no space");
+    EXPECT_FALSE(install());
+    expectEffects({copiesA, "log: Copy error:no space", missesA, copiesB});
+    EXPECT_TRUE(disk.holds(b));
 }
 
-TEST_F(FontsTest, AFailureOfTheLastOneFailsTheList) {
-    disk.outcomes
-        ["copied /Bundle/OpenSans-Regular.ttf to "
-         "/Users/ann/Library/Fonts/OpenSans-Regular.ttf"] = {.error = Error{"no space"}};
-    EXPECT_FALSE(controller.installFontList({"Archivo-Medium.ttf", "OpenSans-Regular.ttf"}));
+TEST_F(FontsTest, AFailureOfTheLastFontFailsTheList) {
+    refuse("copied /Bundle/b.ttf to " + b, "no space");
+    EXPECT_FALSE(install());
 }
 
-/// The error object alone decides on the line, and the file alone on the result.
+/// Only the error object decides whether an error is logged, and only the file decides the result.
 TEST_F(FontsTest, ACopyCountsIfTheFontIsThereAfterwards) {
-    const std::string copied =
-        "copied /Bundle/Archivo-Medium.ttf to /Users/ann/Library/Fonts/Archivo-Medium.ttf";
     for (const bool result : {false, true}) {
-        for (const auto& error : {std::optional<Error>(), std::optional(Error{"odd"})}) {
-            disk.remove(archivo);
-            disk.outcomes[copied] = {.result = result, .error = error, .takesEffect = true};
-            EXPECT_TRUE(controller.installFontList({"Archivo-Medium.ttf"}));
-            expectEffects(
-                "log: Copying: (file:///Bundle/Archivo-Medium.ttf) To: "
-                "(file:///Users/ann/Library/Fonts/Archivo-Medium.ttf)\nfile: " +
-                copied + "\n" + (error ? "log: Copy error:odd\n" : ""));
-        }
+        disk.remove(a);
+        disk.outcomes[copied] = {.result = result, .takesEffect = true};
+        EXPECT_TRUE(controller.installFontList({"a.ttf"}));
+        expectEffects({copiesA});
+        disk.remove(a);
+        disk.outcomes[copied].error = Error{"odd"};
+        EXPECT_TRUE(controller.installFontList({"a.ttf"}));
+        expectEffects({copiesA, "log: Copy error:odd"});
     }
 }
 
-TEST_F(FontsTest, ACopyThatFailsWithoutErrorIsNoticedByTheVerification) {
-    disk.outcomes
-        ["copied /Bundle/Archivo-Medium.ttf to "
-         "/Users/ann/Library/Fonts/Archivo-Medium.ttf"] = {};
-    EXPECT_FALSE(controller.installFontList({"Archivo-Medium.ttf"}));
-    EXPECT_EQ(journal.only({Kind::log}),
-              lines({
-                  "log: Copying: (file:///Bundle/Archivo-Medium.ttf) To: "
-                  "(file:///Users/ann/Library/Fonts/Archivo-Medium.ttf)",
-                  "log: Can't find font in the users' fonts library:nothing at "
-                  "/Users/ann/Library/Fonts/Archivo-Medium.ttf",
-              }));
+TEST_F(FontsTest, VerificationNoticesACopyThatFailedWithoutError) {
+    disk.outcomes[copied] = {};
+    EXPECT_FALSE(controller.installFontList({"a.ttf"}));
+    expectEffects({copiesA, missesA});
 }
 
-TEST_F(FontsTest, AnEmptyListIsInstalled) {
+TEST_F(FontsTest, AnEmptyListSucceeds) {
     EXPECT_TRUE(controller.installFontList({}));
     expectEverything({});
 }
 
-TEST_F(FontsTest, ThatTheBundleLacksFailsAndTheNextIsInstalled) {
-    bundles.main->resources.erase("Archivo-Medium.ttf");
-    EXPECT_FALSE(controller.installFontList({"Archivo-Medium.ttf", "OpenSans-Regular.ttf"}));
-    EXPECT_EQ(journal.only({Kind::file}), lines({"file: copied /Bundle/OpenSans-Regular.ttf to "
-                                                 "/Users/ann/Library/Fonts/OpenSans-Regular.ttf"}));
+TEST_F(FontsTest, AFontMissingFromTheBundleFailsAndTheNextIsInstalled) {
+    bundles.main->resources.erase("a.ttf");
+    EXPECT_FALSE(install());
+    expectEffects({missesA, copiesB});
 }
 
 TEST_F(FontsTest, GoIntoTheHomeFolderAndAreLoggedAsUrls) {
     folders.home = "/Users/J\xC3\xBCrg M";
-    EXPECT_TRUE(controller.installFontList({"Archivo-Medium.ttf"}));
+    EXPECT_TRUE(controller.installFontList({"a.ttf"}));
     expectEffects({
-        "log: Copying: (file:///Bundle/Archivo-Medium.ttf) To: "
-        "(file:///Users/J%C3%BCrg%20M/Library/Fonts/Archivo-Medium.ttf)",
-        "file: copied /Bundle/Archivo-Medium.ttf to "
-        "/Users/J\xC3\xBCrg M/Library/Fonts/Archivo-Medium.ttf",
+        "log: Copying: (file:///Bundle/a.ttf) To: "
+        "(file:///Users/J%C3%BCrg%20M/Library/Fonts/a.ttf)",
+        "file: copied /Bundle/a.ttf to /Users/J\xC3\xBCrg M/Library/Fonts/a.ttf",
     });
 }
 

@@ -9,77 +9,49 @@ class InstallToOldTest : public InstallerTest {
   protected:
     InstallToOldTest() {
         useUserLibrary();
+        addFonts();
         disk.addFolder("/Users/Shared");
         disk.addFolder("/Users/ann/Documents");
-        disk.addFile("/Users/ann/Library/Fonts/Archivo-Medium.ttf");
-        disk.addFile("/Users/ann/Library/Fonts/OpenSans-Regular.ttf");
     }
 
-    static constexpr const char* firstStages =
-        "log: Font already installed:Archivo-Medium.ttf\n"
-        "log: Font already installed:OpenSans-Regular.ttf\n"
-        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/morvella.zip | "
-        "/Users/ann/Music/User Library\n"
-        "file: created /Applications/Morvella/\n"
-        "log: Installing Tressimo.zip to /Applications/Morvella...\n"
-        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/Tressimo.zip | /Applications/Morvella\n";
-    static constexpr const char* shared =
-        "file: created /Users/Shared/Morvella/\n"
-        "log: Installing ISF.zip...\n"
-        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | /Users/Shared/Morvella\n";
+    void install() { controller.installToOld(FileUrl::directory("/ignored")); }
+
+    const std::string firstStages =
+        keepsFonts() + "\n" + unpacks("morvella.zip", userLibrary) + "\n" + installsUtilities();
+    const std::string unpacksShared = createsFolder("/Users/Shared/Morvella") + "\n" +
+                                      logs("Installing ISF.zip...") + "\n" +
+                                      unpacks("ISF.zip", "/Users/Shared/Morvella");
 };
 
 TEST_F(InstallToOldTest, InstallsLikeTheOtherOnAFreshMachine) {
-    controller.installToOld(FileUrl::directory("/ignored"));
-    expectEffects(std::string(firstStages) + shared);
+    install();
+    expectEffects({firstStages, unpacksShared});
 }
 
 TEST_F(InstallToOldTest, ReplacesAnExistingSharedFolder) {
+    folders.users.error = Error{"odd"};
     disk.addFile("/Users/Shared/Morvella/ISF/old.fs");
-    controller.installToOld(FileUrl::directory("/ignored"));
-    expectEffects(
-        firstStages +
-        lines({"log: Deleting /Users/Shared/Morvella", "file: trashed /Users/Shared/Morvella/"}) +
-        shared);
+    install();
+    expectEffects({firstStages, logs("Warning: Couldn't get local domain user folder, error:odd"),
+                   deletesFolder("/Users/Shared/Morvella"), unpacksShared});
     EXPECT_FALSE(disk.holds("/Users/Shared/Morvella/ISF/old.fs"));
 }
 
-TEST_F(InstallToOldTest, UnpacksIntoAFolderThatStays) {
+TEST_F(InstallToOldTest, UnpacksIntoAFolderThatCannotBeTrashed) {
     disk.addFile("/Users/Shared/Morvella/ISF/old.fs");
-    disk.outcomes["trashed /Users/Shared/Morvella/"] = {.error = Error{"refused"}};
-    controller.installToOld(FileUrl::directory("/ignored"));
-    expectEffects(
-        firstStages +
-        lines({"log: Deleting /Users/Shared/Morvella", "file: trashed /Users/Shared/Morvella/",
-               "log: failed to move to trash:file:///Users/Shared/Morvella/",
-               "log: Couldn't delete /Users/Shared/Morvella"}) +
-        shared);
+    refuse("trashed /Users/Shared/Morvella/", "refused");
+    install();
+    expectEffects({firstStages, deletesFolder("/Users/Shared/Morvella"),
+                   failsToTrashFolder("/Users/Shared/Morvella"),
+                   logs("Couldn't delete /Users/Shared/Morvella"), unpacksShared});
 }
 
 TEST_F(InstallToOldTest, FallsBackToTheDocuments) {
-    disk.outcomes["created /Users/Shared/Morvella/"] = {.error = Error{"read-only"}};
-    controller.installToOld(FileUrl::directory("/ignored"));
-    expectEffects(
-        firstStages +
-        lines({"file: created /Users/Shared/Morvella/",
-               "log: Couldn't create shared folder(file:///Users/Shared/Morvella/), "
-               "error:read-only",
-               "log: Shared folder not found, falling back to user folder.",
-               "log: Couldn't access documents folder, error:read-only",
-               "file: created /Users/ann/Documents/Morvella/", "log: Installing ISF.zip...",
-               "run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | "
-               "/Users/ann/Documents/Morvella"}));
-}
-
-TEST_F(InstallToOldTest, WarnsOfTheUsersFolderBeforeItDeletes) {
-    folders.users.error = Error{"odd"};
-    disk.addFolder("/Users/Shared/Morvella");
-    controller.installToOld(FileUrl::directory("/ignored"));
-    expectEffects(
-        firstStages +
-        lines({"log: Warning: Couldn't get local domain user folder, error:odd",
-               "log: Deleting /Users/Shared/Morvella", "file: trashed /Users/Shared/Morvella/"}) +
-        shared);
+    refuse("created /Users/Shared/Morvella/", "read-only");
+    install();
+    EXPECT_TRUE(journal.effects().ends_with(
+        lines({createsFolder("/Users/ann/Documents/Morvella"), logs("Installing ISF.zip..."),
+               unpacks("ISF.zip", "/Users/ann/Documents/Morvella")})));
 }
 
 }  // namespace

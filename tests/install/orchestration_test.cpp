@@ -9,40 +9,25 @@ class OrchestrationTest : public InstallerTest {
   protected:
     OrchestrationTest() {
         useUserLibrary();
+        addFonts();
         disk.addFolder("/Users/Shared/Morvella");
-        disk.addFile("/Users/ann/Library/Fonts/Archivo-Medium.ttf");
-        disk.addFile("/Users/ann/Library/Fonts/OpenSans-Regular.ttf");
         tasks.archives["/Bundle/morvella.zip"] = {"Morvella/Morvella.app/Contents/Info.plist",
                                                   "Morvella/Sources/Vellicor.amxd"};
     }
 
-    const std::string startedAndInstalled =
-        "control: installation indicator started by settings indicator\n"
-        "control: installation indicator shown\n"
-        "log: Font already installed:Archivo-Medium.ttf\n"
-        "log: Font already installed:OpenSans-Regular.ttf\n"
-        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/morvella.zip | "
-        "/Users/ann/Music/User Library\n"
-        "file: created /Applications/Morvella/\n"
-        "log: Installing Tressimo.zip to /Applications/Morvella...\n"
-        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/Tressimo.zip | /Applications/Morvella\n" +
-        hidingLine + "\n";
-    static constexpr const char* hidden =
-        "file: moved /Users/ann/Music/User Library/Morvella/Morvella.app/ to "
-        "/Users/ann/Music/User Library/Morvella/.Morvella.app\n";
-    static constexpr const char* ended =
-        "control: installation indicator stopped by controller\n"
-        "page: post-installation page\n";
+    const std::string startsAndInstalls = startsIndicator() + "\n" + keepsFonts() + "\n" +
+                                          unpacks("morvella.zip", userLibrary) + "\n" +
+                                          installsUtilities() + "\n" + hidingLine;
+    const std::string hides =
+        "file: moved " + installed + "/Morvella.app/ to " + installed + "/.Morvella.app";
 };
 
 TEST_F(OrchestrationTest, StartsAtOnceWithoutPreviousInstallation) {
     controller.doInstallViewAppeared();
     ASSERT_NE(controller.destinationURL(), nullptr);
-    EXPECT_EQ(*controller.destinationURL(),
-              FileUrl::directory("/Users/ann/Music/User Library/Morvella"));
-    EXPECT_TRUE(journal.everything().starts_with(
-        "asked: reachable /Users/ann/Music/User Library/Morvella/\n"));
-    expectEffects(std::string(startedAndInstalled) + hidden + ended);
+    EXPECT_EQ(*controller.destinationURL(), FileUrl::directory(installed));
+    EXPECT_TRUE(journal.everything().starts_with("asked: reachable " + installed + "/\n"));
+    expectEffects({startsAndInstalls, hides, showsLastPage()});
     EXPECT_EQ(viewController.shown, postInstallView);
     EXPECT_EQ(window->sheetsWaiting(), 0U);
     EXPECT_TRUE(controls.made.empty());
@@ -56,23 +41,22 @@ TEST_F(OrchestrationTest, FormsTheDestinationAnewEachTime) {
 }
 
 TEST_F(OrchestrationTest, EveryStepWorksOnTheDestination) {
-    controller.setDestinationURL(std::make_shared<const FileUrl>(FileUrl::directory("/Elsewhere")));
+    controller.setDestinationURL(folderUrl("/Elsewhere"));
     disk.addFolder("/Elsewhere/Morvella.app");
     disk.addFile("/Elsewhere/Sources/Vellicor.amxd");
     controller.startInstall();
     EXPECT_EQ(journal.only({Kind::file}),
-              lines({"file: created /Applications/Morvella/",
+              lines({createsFolder("/Applications/Morvella"),
                      "file: moved /Elsewhere/Morvella.app/ to /Elsewhere/.Morvella.app"}));
     EXPECT_EQ(viewController.shown, postInstallView);
 }
 
-TEST_F(OrchestrationTest, EndsOnTheLastPageBehindASheetOfTheProcedure) {
-    tasks.results["/Bundle/Tressimo.zip"] = TaskResult{.terminationStatus = 1};
+TEST_F(OrchestrationTest, ReachesTheLastPageBehindASheetOfTheProcedure) {
+    failArchiver("/Bundle/Tressimo.zip");
     controller.doInstallViewAppeared();
     EXPECT_EQ(journal.only({Kind::sheet, Kind::page}),
-              lines({"sheet: critical \"Could not install utilities, aborting.\" [Quit]",
+              lines({criticalSheet("Could not install utilities, aborting."),
                      "page: post-installation page"}));
-    EXPECT_EQ(viewController.shown, postInstallView);
     EXPECT_EQ(window->sheetsWaiting(), 1U);
 }
 
@@ -80,38 +64,26 @@ TEST_F(OrchestrationTest, StopsWithoutVerifyingWhenTheApplicationCannotBeHidden)
     tasks.archives["/Bundle/morvella.zip"] = {"Morvella/Sources/Vellicor.amxd"};
     controller.doInstallViewAppeared();
     EXPECT_EQ(journal.everything().find("Vellicor.amxd"), std::string::npos);
-    expectEffects(startedAndInstalled + lines({"log: aborting, couldn't hide the app file."}) +
-                  terminationSheet("Install failed"));
+    expectEffects({startsAndInstalls, "log: aborting, couldn't hide the app file.",
+                   showsCriticalSheet("Install failed")});
     EXPECT_EQ(viewController.shown, initialView);
     window->answer(1000);
-    expectEffects({"application: terminated by controller"});
+    expectEffects({quits()});
 }
 
-TEST_F(OrchestrationTest, StopsWhenTheInstallationDoesNotVerify) {
+TEST_F(OrchestrationTest, StopsWhenVerificationFails) {
     tasks.archives["/Bundle/morvella.zip"] = {"Morvella/Morvella.app/Contents/Info.plist"};
     controller.doInstallViewAppeared();
-    expectEffects(std::string(startedAndInstalled) + hidden +
-                  terminationSheet("Install failed to verify, aborting."));
+    expectEffects(
+        {startsAndInstalls, hides, showsCriticalSheet("Install failed to verify, aborting.")});
     EXPECT_EQ(viewController.shown, initialView);
     window->answer(1000);
-    expectEffects({"application: terminated by controller"});
-}
-
-TEST_F(OrchestrationTest, HidesTheApplicationBeforeItVerifies) {
-    controller.doInstallViewAppeared();
-    const std::string everything = journal.everything();
-    const size_t moved = everything.find("file: moved");
-    const size_t verified = everything.find("Sources/Vellicor.amxd");
-    ASSERT_NE(verified, std::string::npos);
-    EXPECT_LT(moved, verified);
+    expectEffects({quits()});
 }
 
 TEST_F(OrchestrationTest, EndsByStoppingTheIndicatorAndShowingTheLastPage) {
     controller.endInstall();
-    expectEverything({
-        "control: installation indicator stopped by controller",
-        "page: post-installation page",
-    });
+    expectEverything({showsLastPage()});
 }
 
 }  // namespace

@@ -4,163 +4,130 @@ namespace morvella::tests {
 
 namespace {
 
-/// The first three stages: fonts, suite and utility application. The shared product folder is
-/// there, so that the last one has nothing to do.
+/// The first three stages: fonts, suite and utility application. The shared product folder exists,
+/// so the last stage has nothing to do.
 class ProcedureTest : public InstallerTest {
   protected:
     ProcedureTest() {
         useUserLibrary();
+        addFonts();
         disk.addFolder("/Users/Shared/Morvella");
-        disk.addFile("/Users/ann/Library/Fonts/Archivo-Medium.ttf");
-        disk.addFile("/Users/ann/Library/Fonts/OpenSans-Regular.ttf");
     }
 
     void install() { controller.installTo(FileUrl::directory("/ignored")); }
 
-    static constexpr const char* fontsPresent =
-        "log: Font already installed:Archivo-Medium.ttf\n"
-        "log: Font already installed:OpenSans-Regular.ttf\n";
-    static constexpr const char* suiteUnpacked =
-        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/morvella.zip | "
-        "/Users/ann/Music/User Library\n";
-    static constexpr const char* utilityUnpacked =
-        "file: created /Applications/Morvella/\n"
-        "log: Installing Tressimo.zip to /Applications/Morvella...\n"
-        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/Tressimo.zip | /Applications/Morvella\n";
+    const std::string fontsAndSuite = keepsFonts() + "\n" + unpacks("morvella.zip", userLibrary);
+    static constexpr const char* created = "created /Applications/Morvella/";
 };
 
 TEST_F(ProcedureTest, InstallsFontsThenSuiteThenUtilities) {
     install();
-    expectEffects(std::string(fontsPresent) + suiteUnpacked + utilityUnpacked);
+    expectEffects({fontsAndSuite, installsUtilities()});
 }
 
 TEST_F(ProcedureTest, DependsOnTheUserLibraryAndNotOnTheDestination) {
-    controller.setDestinationURL(std::make_shared<const FileUrl>(FileUrl::directory("/other")));
+    controller.setDestinationURL(folderUrl("/other"));
     controller.setUserLibPath(text("/Volumes/Audio/Lib"));
-    controller.installTo(FileUrl::file("/nonsense"));
+    install();
     EXPECT_EQ(journal.only({Kind::command}),
-              lines({"run: /usr/bin/ditto | -v | -x | -k | /Bundle/morvella.zip | "
-                     "/Volumes/Audio/Lib",
-                     "run: /usr/bin/ditto | -v | -x | -k | /Bundle/Tressimo.zip | "
-                     "/Applications/Morvella"}));
+              lines({unpacks("morvella.zip", "/Volumes/Audio/Lib"),
+                     unpacks("Tressimo.zip", "/Applications/Morvella")}));
 }
 
 TEST_F(ProcedureTest, AFailureOfTheFontsIsOnlyLogged) {
     disk.remove("/Users/ann/Library/Fonts");
-    bundles.main->resources.erase("Archivo-Medium.ttf");
-    bundles.main->resources.erase("OpenSans-Regular.ttf");
+    bundles.main->resources = {{"morvella.zip", "/Bundle/morvella.zip"},
+                               {"Tressimo.zip", "/Bundle/Tressimo.zip"}};
     install();
-    expectEffects(lines({
-                      "log: Can't find font in the users' fonts library:nothing at "
-                      "/Users/ann/Library/Fonts/Archivo-Medium.ttf",
-                      "log: Can't find font in the users' fonts library:nothing at "
-                      "/Users/ann/Library/Fonts/OpenSans-Regular.ttf",
-                      "log: Couldn't install fonts.",
-                  }) +
-                  suiteUnpacked + utilityUnpacked);
+    EXPECT_TRUE(journal.effects().ends_with(
+        lines({"log: Couldn't install fonts.", unpacks("morvella.zip", userLibrary),
+               installsUtilities()})));
 }
 
 TEST_F(ProcedureTest, AFailureOfTheSuiteIsIgnored) {
-    tasks.results["/Bundle/morvella.zip"] = TaskResult{.terminationStatus = 1};
+    failArchiver("/Bundle/morvella.zip");
     install();
-    expectEffects(std::string(fontsPresent) + suiteUnpacked + utilityUnpacked);
+    expectEffects({fontsAndSuite, installsUtilities()});
 }
 
-TEST_F(ProcedureTest, ASuiteThatTheBundleLacksIsIgnored) {
+TEST_F(ProcedureTest, ASuiteMissingFromTheBundleIsIgnored) {
     bundles.main->resources.erase("morvella.zip");
     install();
-    expectEffects(std::string(fontsPresent) + utilityUnpacked);
+    expectEffects({keepsFonts(), installsUtilities()});
 }
 
 TEST_F(ProcedureTest, AnOldUtilityFolderGoesToTheTrash) {
     disk.addFile("/Applications/Morvella/Tressimo.app/old");
     install();
-    expectEffects(
-        std::string(fontsPresent) + suiteUnpacked +
-        lines({"log: Deleting /Applications/Morvella", "file: trashed /Applications/Morvella/"}) +
-        utilityUnpacked);
+    expectEffects({fontsAndSuite, "log: Deleting /Applications/Morvella",
+                   "file: trashed /Applications/Morvella/", installsUtilities()});
     EXPECT_FALSE(disk.holds("/Applications/Morvella/Tressimo.app/old"));
     EXPECT_TRUE(disk.holds("/Applications/Morvella"));
 }
 
-TEST_F(ProcedureTest, AnOldUtilityFolderThatStaysIsOnlyLogged) {
+TEST_F(ProcedureTest, AFailureToTrashTheOldUtilityFolderIsOnlyLogged) {
     disk.addFolder("/Applications/Morvella");
-    disk.outcomes["trashed /Applications/Morvella/"] = {.error = Error{"refused"}};
+    refuse("trashed /Applications/Morvella/", "refused");
     install();
-    expectEffects(
-        std::string(fontsPresent) + suiteUnpacked +
-        lines({"log: Deleting /Applications/Morvella", "file: trashed /Applications/Morvella/",
-               "log: failed to move to trash:file:///Applications/Morvella/",
-               "log: Couldn't delete /Applications/Morvella"}) +
-        utilityUnpacked);
+    expectEffects({fontsAndSuite, deletesFolder("/Applications/Morvella"),
+                   failsToTrashFolder("/Applications/Morvella"),
+                   "log: Couldn't delete /Applications/Morvella", installsUtilities()});
 }
 
-TEST_F(ProcedureTest, AUtilityFolderThatCannotBeMadeShowsASheetAndIsUnpackedIntoAllTheSame) {
-    disk.outcomes["created /Applications/Morvella/"] = {.error = Error{"not permitted"}};
+TEST_F(ProcedureTest, UnpacksTheUtilitiesAlthoughTheirFolderCannotBeMade) {
+    refuse(created, "not permitted");
     install();
-    expectEffects(std::string(fontsPresent) + suiteUnpacked +
-                  lines({"file: created /Applications/Morvella/",
-                         "log: Creating Morvella folder in /Applications failed with error: not "
-                         "permitted"}) +
-                  terminationSheet("Could not access /Applications folder, aborting.") +
-                  lines({"log: Installing Tressimo.zip to /Applications/Morvella...",
-                         "run: /usr/bin/ditto | -v | -x | -k | /Bundle/Tressimo.zip | "
-                         "/Applications/Morvella"}));
+    expectEffects({
+        fontsAndSuite,
+        "file: created /Applications/Morvella/",
+        "log: Creating Morvella folder in /Applications failed with error: not permitted",
+        showsCriticalSheet("Could not access /Applications folder, aborting."),
+        "log: Installing Tressimo.zip to /Applications/Morvella...",
+        unpacks("Tressimo.zip", "/Applications/Morvella"),
+    });
 }
 
-/// The result decides whether it failed, and not the error object.
-TEST_F(ProcedureTest, AUtilityFolderThatIsMadeWithAnErrorIsMade) {
-    disk.outcomes["created /Applications/Morvella/"] = {
-        .result = true, .error = Error{"odd"}, .takesEffect = true};
+/// The result decides whether it failed, not the error object.
+TEST_F(ProcedureTest, AUtilityFolderMadeWithAnErrorIsMade) {
+    disk.outcomes[created] = {.result = true, .error = Error{"odd"}, .takesEffect = true};
     install();
-    expectEffects(std::string(fontsPresent) + suiteUnpacked + utilityUnpacked);
+    expectEffects({fontsAndSuite, installsUtilities()});
 }
 
-TEST_F(ProcedureTest, AUtilityFolderThatCannotBeMadeWithoutErrorSaysNull) {
-    disk.outcomes["created /Applications/Morvella/"] = {};
+TEST_F(ProcedureTest, AUtilityFolderThatFailsWithoutErrorLogsNull) {
+    disk.outcomes[created] = {};
     install();
     EXPECT_NE(journal.only({Kind::log}).find("failed with error: (null)\n"), std::string::npos);
-    EXPECT_EQ(
-        journal.only({Kind::sheet}),
-        lines({"sheet: critical \"Could not access /Applications folder, aborting.\" [Quit]"}));
+    EXPECT_EQ(journal.only({Kind::sheet}),
+              lines({criticalSheet("Could not access /Applications folder, aborting.")}));
 }
 
 TEST_F(ProcedureTest, TheErrorOfTheUtilityFolderIsNotThatOfTheSharedData) {
     disk.remove("/Users/Shared");
-    disk.outcomes["created /Applications/Morvella/"] = {.error = Error{"not permitted"}};
+    refuse(created, "not permitted");
     install();
     EXPECT_EQ(journal.only({Kind::log}).find("Warning"), std::string::npos);
 }
 
 TEST_F(ProcedureTest, UtilitiesThatCannotBeUnpackedShowASheet) {
-    tasks.results["/Bundle/Tressimo.zip"] = TaskResult{.terminationStatus = 1};
+    failArchiver("/Bundle/Tressimo.zip");
     install();
-    expectEffects(std::string(fontsPresent) + suiteUnpacked + utilityUnpacked +
-                  lines({"log: Decompressing resource failed: Tressimo.zip"}) +
-                  terminationSheet("Could not install utilities, aborting."));
-}
-
-TEST_F(ProcedureTest, UtilitiesThatTheBundleLacksShowASheet) {
-    bundles.main->resources.erase("Tressimo.zip");
-    install();
-    expectEffects(std::string(fontsPresent) + suiteUnpacked +
-                  lines({"file: created /Applications/Morvella/",
-                         "log: Installing Tressimo.zip to /Applications/Morvella...",
-                         "log: Decompressing resource failed: Tressimo.zip"}) +
-                  terminationSheet("Could not install utilities, aborting."));
+    expectEffects({fontsAndSuite, installsUtilities(),
+                   "log: Decompressing resource failed: Tressimo.zip",
+                   showsCriticalSheet("Could not install utilities, aborting.")});
 }
 
 TEST_F(ProcedureTest, GoesOnToTheSharedDataAfterEveryFailure) {
     disk.remove("/Users/Shared/Morvella");
-    disk.outcomes["created /Applications/Morvella/"] = {.error = Error{"not permitted"}};
-    tasks.results["/Bundle/morvella.zip"] = TaskResult{.terminationStatus = 1};
-    tasks.results["/Bundle/Tressimo.zip"] = std::nullopt;
-    tasks.results["/Bundle/ISF.zip"] = TaskResult{.terminationStatus = 9};
+    refuse(created, "not permitted");
+    bundles.main->resources.erase("Tressimo.zip");
+    failArchiver("/Bundle/morvella.zip");
+    failArchiver("/Bundle/ISF.zip");
     install();
     EXPECT_EQ(journal.only({Kind::sheet}),
-              lines({"sheet: critical \"Could not access /Applications folder, aborting.\" [Quit]",
-                     "sheet: critical \"Could not install utilities, aborting.\" [Quit]",
-                     "sheet: critical \"Could not install user files, aborting.\" [Quit]"}));
+              lines({criticalSheet("Could not access /Applications folder, aborting."),
+                     criticalSheet("Could not install utilities, aborting."),
+                     criticalSheet("Could not install user files, aborting.")}));
 }
 
 }  // namespace

@@ -9,20 +9,12 @@ class RemovalTest : public InstallerTest {
     const FileUrl folder = FileUrl::directory("/Library/Morvella");
 };
 
-TEST_F(RemovalTest, OfNothingSucceedsAndTouchesNothing) {
+TEST_F(RemovalTest, OfNothingSucceeds) {
     EXPECT_TRUE(controller.removeFilesFromFolder({}, folder));
     expectEverything({});
 }
 
-TEST_F(RemovalTest, SkipsWhatIsMissing) {
-    EXPECT_TRUE(controller.removeFilesFromFolder({"a", "b"}, folder));
-    expectEverything({
-        "asked: reachable /Library/Morvella/a",
-        "asked: reachable /Library/Morvella/b",
-    });
-}
-
-TEST_F(RemovalTest, MovesWhatIsThereToTheTrashInOrder) {
+TEST_F(RemovalTest, TrashesWhatIsThereInOrderAndSkipsWhatIsMissing) {
     disk.addFile("/Library/Morvella/a");
     disk.addFile("/Library/Morvella/Sources/c d");
     EXPECT_TRUE(controller.removeFilesFromFolder({"Sources/c d", "b", "a"}, folder));
@@ -35,11 +27,11 @@ TEST_F(RemovalTest, MovesWhatIsThereToTheTrashInOrder) {
     });
 }
 
-TEST_F(RemovalTest, StopsMovingAfterTheFirstFailureButLooksAtTheRest) {
+TEST_F(RemovalTest, TrashesNothingAfterTheFirstFailureButChecksTheRest) {
     for (const char* name : {"a", "b", "c"}) {
         disk.addFile(std::string("/Library/Morvella/") + name);
     }
-    disk.outcomes["trashed /Library/Morvella/a"] = {.error = Error{"refused"}};
+    refuse("trashed /Library/Morvella/a", "refused");
     EXPECT_FALSE(controller.removeFilesFromFolder({"a", "b", "c"}, folder));
     expectEverything({
         "asked: reachable /Library/Morvella/a",
@@ -48,38 +40,35 @@ TEST_F(RemovalTest, StopsMovingAfterTheFirstFailureButLooksAtTheRest) {
         "asked: reachable /Library/Morvella/b",
         "asked: reachable /Library/Morvella/c",
     });
-    EXPECT_TRUE(disk.holds("/Library/Morvella/a"));
-    EXPECT_TRUE(disk.holds("/Library/Morvella/b"));
-    EXPECT_TRUE(disk.holds("/Library/Morvella/c"));
 }
 
-TEST_F(RemovalTest, AbsolutePathsStandForThemselves) {
+TEST_F(RemovalTest, FailsWhenOnlyALaterItemFails) {
+    disk.addFile("/Library/Morvella/a");
+    disk.addFile("/Library/Morvella/b");
+    refuse("trashed /Library/Morvella/b", "refused");
+    EXPECT_FALSE(controller.removeFilesFromFolder({"a", "b", "missing"}, folder));
+    EXPECT_FALSE(disk.holds("/Library/Morvella/a"));
+}
+
+TEST_F(RemovalTest, TakesAnAbsolutePathAsIs) {
     disk.addFile("/elsewhere/a");
     EXPECT_TRUE(controller.removeFilesFromFolder({"/elsewhere/a"}, folder));
     expectEffects({"file: trashed /elsewhere/a"});
 }
 
 /// As Foundation resolves a path against a URL that names no directory.
-TEST_F(RemovalTest, FolderUrlWithoutFinalSlashGivesWayToThePath) {
+TEST_F(RemovalTest, ResolvesAPathBesideAFolderUrlWithoutFinalSlash) {
     disk.addFile("/Library/a");
     EXPECT_TRUE(controller.removeFilesFromFolder({"a"}, FileUrl::file("/Library/Morvella")));
     expectEffects({"file: trashed /Library/a"});
 }
 
-TEST_F(RemovalTest, LogsAFolderThatStaysAsAFolder) {
+TEST_F(RemovalTest, LogsAFolderAsAFolder) {
     disk.addFolder("/Library/Morvella/sub/50%20");
-    disk.outcomes["trashed /Library/Morvella/sub/50%20/"] = {.error = Error{"refused"}};
+    refuse("trashed /Library/Morvella/sub/50%20/", "refused");
     EXPECT_FALSE(controller.removeFilesFromFolder({"sub/50%20"}, folder));
     expectEffects({"file: trashed /Library/Morvella/sub/50%20/",
                    "log: failed to move to trash:file:///Library/Morvella/sub/50%2520/"});
-}
-
-TEST_F(RemovalTest, FailsWithTheLastItem) {
-    disk.addFile("/Library/Morvella/a");
-    disk.addFile("/Library/Morvella/b");
-    disk.outcomes["trashed /Library/Morvella/b"] = {.error = Error{"refused"}};
-    EXPECT_FALSE(controller.removeFilesFromFolder({"a", "b", "missing"}, folder));
-    EXPECT_FALSE(disk.holds("/Library/Morvella/a"));
 }
 
 }  // namespace

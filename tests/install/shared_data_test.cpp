@@ -4,294 +4,209 @@ namespace morvella::tests {
 
 namespace {
 
-/// The last stage: the shader files. The other stages have nothing to report.
+/// The last stage: the shader files. The journal begins with it.
 class SharedDataTest : public InstallerTest {
   protected:
     SharedDataTest() {
         useUserLibrary();
         disk.addFolder("/Users/Shared");
         disk.addFolder("/Users/ann/Documents");
-        disk.addFile("/Users/ann/Library/Fonts/Archivo-Medium.ttf");
-        disk.addFile("/Users/ann/Library/Fonts/OpenSans-Regular.ttf");
+        journal.watcher = [this](const std::string& line) {
+            if (line == "asked: the users folder of the machine") {
+                journal.clear();
+            }
+        };
     }
 
-    /// Runs the stage and keeps of the journal what it wrote.
-    void install() {
-        controller.installTo(FileUrl::directory("/ignored"));
-        const std::string everything = journal.everything();
-        stage = everything.substr(everything.find("asked: the users folder of the machine\n"));
+    void install() { controller.installTo(FileUrl::directory("/ignored")); }
+
+    static std::string cannotCreate(const std::string& path, const std::string& error) {
+        return createsFolder(path) + "\n" +
+               logs("Couldn't create shared folder(file://" + path + "/), error:" + error);
     }
 
-    /// What the stage did, without questions.
-    [[nodiscard]] std::string effects() const {
-        std::string text;
-        for (size_t start = 0; start < stage.size();) {
-            const size_t end = stage.find('\n', start) + 1;
-            const std::string line = stage.substr(start, end - start);
-            text += line.starts_with("asked: ") ? "" : line;
-            start = end;
-        }
-        return text;
+    static std::string installsTo(const std::string& folder) {
+        return logs("Installing ISF.zip...") + "\n" + unpacks("ISF.zip", folder);
     }
 
-    void makeSharedProductUnwritable() {
-        disk.outcomes["created /Users/Shared/Morvella/"] = {.error = Error{"read-only"}};
-    }
+    static constexpr const char* shared = "/Users/Shared/Morvella";
+    static constexpr const char* documents = "/Users/ann/Documents/Morvella";
+    static constexpr const char* createdShared = "created /Users/Shared/Morvella/";
+    static constexpr const char* createdDocuments = "created /Users/ann/Documents/Morvella/";
+    static constexpr const char* fallsBack =
+        "log: Shared folder not found, falling back to user folder.";
 
-    static constexpr const char* fallback =
-        "file: created /Users/Shared/Morvella/\n"
-        "log: Couldn't create shared folder(file:///Users/Shared/Morvella/), error:read-only\n"
-        "log: Shared folder not found, falling back to user folder.\n"
-        "log: Couldn't access documents folder, error:read-only\n";
-    inline static const std::string unpacked =
-        "log: Installing ISF.zip...\n"
-        "run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | "
-        "/Users/ann/Documents/Morvella\n";
-    inline static const std::string unpackedToDocuments =
-        "file: created /Users/ann/Documents/Morvella/\n" + unpacked;
-
-    std::string stage;
+    const std::string installsToShared = createsFolder(shared) + "\n" + installsTo(shared);
+    const std::string installsToDocuments = createsFolder(documents) + "\n" + installsTo(documents);
+    /// After an error "read-only" for the shared folder.
+    const std::string fallsBackAfterError = cannotCreate(shared, "read-only") + "\n" + fallsBack +
+                                            "\n" +
+                                            logs(
+                                                "Couldn't access documents folder, "
+                                                "error:read-only");
 };
 
 TEST_F(SharedDataTest, IsUnpackedIntoTheSharedProductFolder) {
     install();
-    EXPECT_EQ(stage,
-              lines({
-                  "asked: the users folder of the machine",
-                  "asked: exists /Users/Shared/Morvella",
-                  "file: created /Users/Shared/Morvella/",
-                  "asked: writable /Users/Shared/Morvella",
-                  "asked: reachable /Users/Shared/",
-                  "log: Installing ISF.zip...",
-                  "asked: path of resource ISF.zip",
-                  "run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | /Users/Shared/Morvella",
-              }));
+    expectEverything({
+        "asked: exists /Users/Shared/Morvella",
+        createsFolder(shared),
+        "asked: writable /Users/Shared/Morvella",
+        "asked: reachable /Users/Shared/",
+        "log: Installing ISF.zip...",
+        "asked: path of resource ISF.zip",
+        unpacks("ISF.zip", shared),
+    });
 }
 
-TEST_F(SharedDataTest, IsLeftAloneWhereItExists) {
+TEST_F(SharedDataTest, IsLeftAloneWhereAFolderOrFileOfThatNameExists) {
     disk.addFile("/Users/Shared/Morvella/ISF/Standard/mine.fs");
     install();
-    EXPECT_EQ(stage, lines({"asked: the users folder of the machine",
-                            "asked: exists /Users/Shared/Morvella"}));
-}
-
-TEST_F(SharedDataTest, IsLeftAloneWhereAFileOfThatNameExists) {
-    disk.addFile("/Users/Shared/Morvella", "a file");
+    expectEverything({"asked: exists /Users/Shared/Morvella"});
+    disk.remove(shared);
+    disk.addFile(shared, "a file");
     install();
-    EXPECT_EQ(effects(), "");
-}
-
-TEST_F(SharedDataTest, IsLeftAloneAlsoAfterAnErrorOfTheUsersFolder) {
-    folders.users.error = Error{"odd"};
-    disk.addFolder("/Users/Shared/Morvella");
-    install();
-    EXPECT_EQ(effects(), lines({"log: Warning: Couldn't get local domain user folder, error:odd"}));
+    expectEverything({"asked: exists /Users/Shared/Morvella"});
 }
 
 TEST_F(SharedDataTest, GoesToTheDocumentsWhenTheSharedFolderCannotBeMade) {
-    makeSharedProductUnwritable();
+    refuse(createdShared, "read-only");
     install();
-    EXPECT_EQ(stage, lines({
-                         "asked: the users folder of the machine",
-                         "asked: exists /Users/Shared/Morvella",
-                         "file: created /Users/Shared/Morvella/",
-                         "log: Couldn't create shared folder(file:///Users/Shared/Morvella/), "
-                         "error:read-only",
-                         "asked: writable /Users/Shared/Morvella",
-                         "log: Shared folder not found, falling back to user folder.",
-                         "asked: the documents folder of the user",
-                         "log: Couldn't access documents folder, error:read-only",
-                         "asked: exists /Users/ann/Documents/Morvella/ISF/Dariwent",
-                         "asked: exists /Users/ann/Documents/Morvella/ISF/Standard",
-                         "file: created /Users/ann/Documents/Morvella/",
-                         "asked: reachable /Users/ann/Documents/",
-                         "log: Installing ISF.zip...",
-                         "asked: path of resource ISF.zip",
-                         "run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | "
-                         "/Users/ann/Documents/Morvella",
-                     }));
+    expectEverything({
+        "asked: exists /Users/Shared/Morvella",
+        "file: created /Users/Shared/Morvella/",
+        "log: Couldn't create shared folder(file:///Users/Shared/Morvella/), error:read-only",
+        "asked: writable /Users/Shared/Morvella",
+        fallsBack,
+        "asked: the documents folder of the user",
+        "log: Couldn't access documents folder, error:read-only",
+        "asked: exists /Users/ann/Documents/Morvella/ISF/Dariwent",
+        "asked: exists /Users/ann/Documents/Morvella/ISF/Standard",
+        createsFolder(documents),
+        "asked: reachable /Users/ann/Documents/",
+        "log: Installing ISF.zip...",
+        "asked: path of resource ISF.zip",
+        unpacks("ISF.zip", documents),
+    });
 }
 
 TEST_F(SharedDataTest, GoesToTheDocumentsWhenTheSharedFolderIsNotWritable) {
-    disk.outcomes["created /Users/Shared/Morvella/"] = {.result = true};
+    disk.outcomes[createdShared] = {.result = true};
     install();
-    EXPECT_EQ(effects(), lines({"file: created /Users/Shared/Morvella/",
-                                "log: Shared folder not found, falling back to user folder."}) +
-                             unpackedToDocuments);
+    expectEffects({createsFolder(shared), fallsBack, installsToDocuments});
 }
 
 TEST_F(SharedDataTest, StaysSharedWhenTheFolderReportsAnErrorButIsWritable) {
-    disk.outcomes["created /Users/Shared/Morvella/"] = {
-        .result = false, .error = Error{"odd"}, .takesEffect = true};
+    disk.outcomes[createdShared] = {.error = Error{"odd"}, .takesEffect = true};
     install();
-    EXPECT_EQ(effects(),
-              lines({"file: created /Users/Shared/Morvella/",
-                     "log: Couldn't create shared folder(file:///Users/Shared/Morvella/), "
-                     "error:odd",
-                     "log: Installing ISF.zip...",
-                     "run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | "
-                     "/Users/Shared/Morvella"}));
+    expectEffects({cannotCreate(shared, "odd"), installsTo(shared)});
 }
 
-TEST_F(SharedDataTest, OldShadersInTheDocumentsGoToTheTrashInOrder) {
-    makeSharedProductUnwritable();
+TEST_F(SharedDataTest, OldShadersInTheDocumentsAreTrashedInOrder) {
+    refuse(createdShared, "read-only");
     disk.addFile("/Users/ann/Documents/Morvella/ISF/Standard/b.fs");
     disk.addFile("/Users/ann/Documents/Morvella/ISF/Dariwent/a.fs");
     disk.addFile("/Users/ann/Documents/Morvella/ISF/Mine/c.fs");
     disk.addFile("/Users/ann/Documents/ISF/Standard/d.fs");
     install();
-    EXPECT_EQ(effects(), fallback +
-                             lines({"log: Deleting /Users/ann/Documents/Morvella/ISF/Dariwent",
-                                    "file: trashed /Users/ann/Documents/Morvella/ISF/Dariwent/",
-                                    "log: Deleting /Users/ann/Documents/Morvella/ISF/Standard",
-                                    "file: trashed /Users/ann/Documents/Morvella/ISF/Standard/"}) +
-                             unpackedToDocuments);
+    expectEffects({fallsBackAfterError, deletesFolder("/Users/ann/Documents/Morvella/ISF/Dariwent"),
+                   deletesFolder("/Users/ann/Documents/Morvella/ISF/Standard"),
+                   installsToDocuments});
     EXPECT_TRUE(disk.holds("/Users/ann/Documents/Morvella/ISF/Mine/c.fs"));
     EXPECT_TRUE(disk.holds("/Users/ann/Documents/ISF/Standard/d.fs"));
 }
 
-TEST_F(SharedDataTest, OldShadersThatStayAreOnlyLogged) {
-    makeSharedProductUnwritable();
-    disk.addFolder("/Users/ann/Documents/Morvella/ISF/Dariwent");
-    disk.addFolder("/Users/ann/Documents/Morvella/ISF/Standard");
-    disk.outcomes["trashed /Users/ann/Documents/Morvella/ISF/Dariwent/"] = {.error =
-                                                                                Error{"refused"}};
+TEST_F(SharedDataTest, AFailureToTrashOldShadersIsOnlyLogged) {
+    const std::string old = "/Users/ann/Documents/Morvella/ISF/Dariwent";
+    refuse(createdShared, "read-only");
+    disk.addFolder(old);
+    refuse("trashed " + old + "/", "refused");
     install();
-    EXPECT_EQ(effects(),
-              fallback +
-                  lines({"log: Deleting /Users/ann/Documents/Morvella/ISF/Dariwent",
-                         "file: trashed /Users/ann/Documents/Morvella/ISF/Dariwent/",
-                         "log: failed to move to "
-                         "trash:file:///Users/ann/Documents/Morvella/ISF/Dariwent/",
-                         "log: Couldn't delete /Users/ann/Documents/Morvella/ISF/Dariwent",
-                         "log: Deleting /Users/ann/Documents/Morvella/ISF/Standard",
-                         "file: trashed /Users/ann/Documents/Morvella/ISF/Standard/"}) +
-                  unpackedToDocuments);
+    expectEffects({fallsBackAfterError, deletesFolder(old), failsToTrashFolder(old),
+                   logs("Couldn't delete " + old), installsToDocuments});
 }
 
 TEST_F(SharedDataTest, ADocumentsFolderThatCannotBeMadeIsOnlyLogged) {
-    makeSharedProductUnwritable();
-    disk.outcomes["created /Users/ann/Documents/Morvella/"] = {.error = Error{"full"}};
+    refuse(createdShared, "read-only");
+    refuse(createdDocuments, "full");
     install();
-    EXPECT_EQ(effects(), fallback +
-                             lines({"file: created /Users/ann/Documents/Morvella/",
-                                    "log: Couldn't create shared "
-                                    "folder(file:///Users/ann/Documents/Morvella/), error:full"}) +
-                             unpacked);
+    expectEffects({fallsBackAfterError, cannotCreate(documents, "full"), installsTo(documents)});
 }
 
-/// Without an error of its own a step that fails shows the one before it.
+/// A step that fails without an error of its own shows the previous one.
 TEST_F(SharedDataTest, AnErrorStaysUntilALaterOneReplacesIt) {
-    makeSharedProductUnwritable();
-    disk.outcomes["created /Users/ann/Documents/Morvella/"] = {};
+    refuse(createdShared, "read-only");
+    disk.outcomes[createdDocuments] = {};
     install();
-    EXPECT_EQ(effects(),
-              fallback +
-                  lines({"file: created /Users/ann/Documents/Morvella/",
-                         "log: Couldn't create shared "
-                         "folder(file:///Users/ann/Documents/Morvella/), error:read-only"}) +
-                  unpacked);
+    expectEffects(
+        {fallsBackAfterError, cannotCreate(documents, "read-only"), installsTo(documents)});
 }
 
-TEST_F(SharedDataTest, AFolderThatCannotBeMadeWithoutErrorSaysNull) {
-    disk.outcomes["created /Users/Shared/Morvella/"] = {};
+TEST_F(SharedDataTest, AFolderThatCannotBeMadeWithoutErrorLogsNull) {
+    disk.outcomes[createdShared] = {};
     install();
-    EXPECT_EQ(effects(),
-              lines({"file: created /Users/Shared/Morvella/",
-                     "log: Couldn't create shared folder(file:///Users/Shared/Morvella/), "
-                     "error:(null)",
-                     "log: Shared folder not found, falling back to user folder."}) +
-                  unpackedToDocuments);
+    expectEffects({cannotCreate(shared, "(null)"), fallsBack, installsToDocuments});
 }
 
 TEST_F(SharedDataTest, AnErrorOfTheUsersFolderIsAWarningAndComesUpAgain) {
     folders.users.error = Error{"no users"};
-    disk.outcomes["created /Users/Shared/Morvella/"] = {};
+    disk.outcomes[createdShared] = {};
     install();
-    EXPECT_EQ(effects(),
-              lines({"log: Warning: Couldn't get local domain user folder, error:no users",
-                     "file: created /Users/Shared/Morvella/",
-                     "log: Couldn't create shared folder(file:///Users/Shared/Morvella/), "
-                     "error:no users",
-                     "log: Shared folder not found, falling back to user folder.",
-                     "log: Couldn't access documents folder, error:no users"}) +
-                  unpackedToDocuments);
+    expectEffects({"log: Warning: Couldn't get local domain user folder, error:no users",
+                   cannotCreate(shared, "no users"), fallsBack,
+                   "log: Couldn't access documents folder, error:no users", installsToDocuments});
 }
 
-TEST_F(SharedDataTest, AUsersFolderWithAnErrorIsUsedAllTheSame) {
+TEST_F(SharedDataTest, AUsersFolderWithAnErrorIsStillUsed) {
     folders.users.error = Error{"odd"};
     install();
-    EXPECT_EQ(effects(),
-              lines({"log: Warning: Couldn't get local domain user folder, error:odd",
-                     "file: created /Users/Shared/Morvella/", "log: Installing ISF.zip...",
-                     "run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | "
-                     "/Users/Shared/Morvella"}));
+    expectEffects(
+        {"log: Warning: Couldn't get local domain user folder, error:odd", installsToShared});
 }
 
-TEST_F(SharedDataTest, WithoutUsersFolderTheDocumentsServe) {
+TEST_F(SharedDataTest, GoesToTheDocumentsWithoutAUsersFolder) {
     folders.users = {.url = std::nullopt, .error = Error{"no users"}};
-    disk.outcomes["created Shared/Morvella/"] = {.error = Error{"nowhere"}};
+    refuse("created Shared/Morvella/", "nowhere");
     install();
-    const std::string done = effects();
-    EXPECT_TRUE(
-        done.starts_with("log: Warning: Couldn't get local domain user folder, error:no users\n"));
-    EXPECT_TRUE(done.ends_with(unpackedToDocuments)) << done;
+    const std::string effects = journal.effects();
+    EXPECT_TRUE(effects.starts_with(
+        "log: Warning: Couldn't get local domain user folder, error:no users\n"));
+    EXPECT_TRUE(effects.ends_with(lines({installsToDocuments}))) << effects;
 }
 
 TEST_F(SharedDataTest, AnErrorOfTheDocumentsFolderIsLogged) {
-    makeSharedProductUnwritable();
+    refuse(createdShared, "read-only");
     folders.documents.error = Error{"no documents"};
     install();
-    EXPECT_EQ(effects(),
-              lines({"file: created /Users/Shared/Morvella/",
-                     "log: Couldn't create shared folder(file:///Users/Shared/Morvella/), "
-                     "error:read-only",
-                     "log: Shared folder not found, falling back to user folder.",
-                     "log: Couldn't access documents folder, error:no documents"}) +
-                  unpackedToDocuments);
+    expectEffects({cannotCreate(shared, "read-only"), fallsBack,
+                   "log: Couldn't access documents folder, error:no documents",
+                   installsToDocuments});
 }
 
-TEST_F(SharedDataTest, WithoutAnyBaseASheetIsShownAndUnpackingIsTriedAllTheSame) {
-    makeSharedProductUnwritable();
+TEST_F(SharedDataTest, WithoutAnyFolderASheetIsShownAndUnpackingIsStillTried) {
+    refuse(createdShared, "read-only");
+    refuse(createdDocuments, "gone");
     disk.remove("/Users/ann/Documents");
-    disk.outcomes["created /Users/ann/Documents/Morvella/"] = {.error = Error{"gone"}};
     install();
-    EXPECT_EQ(effects(), fallback +
-                             lines({"file: created /Users/ann/Documents/Morvella/",
-                                    "log: Couldn't create shared "
-                                    "folder(file:///Users/ann/Documents/Morvella/), error:gone",
-                                    "log: Couldn't acces neither Shared nor User Home folder."}) +
-                             terminationSheet("Could not access shared user data, aborting.") +
-                             unpacked);
+    expectEffects({fallsBackAfterError, cannotCreate(documents, "gone"),
+                   "log: Couldn't acces neither Shared nor User Home folder.",
+                   showsCriticalSheet("Could not access shared user data, aborting."),
+                   installsTo(documents)});
 }
 
 TEST_F(SharedDataTest, WithoutADocumentsFolderASheetIsShown) {
-    makeSharedProductUnwritable();
+    refuse(createdShared, "read-only");
     folders.documents = {.url = std::nullopt, .error = Error{"no documents"}};
     install();
     EXPECT_EQ(journal.only({Kind::sheet}),
-              lines({"sheet: critical \"Could not access shared user data, aborting.\" [Quit]"}));
+              lines({criticalSheet("Could not access shared user data, aborting.")}));
 }
 
 TEST_F(SharedDataTest, ShadersThatCannotBeUnpackedShowASheet) {
-    tasks.results["/Bundle/ISF.zip"] = TaskResult{.terminationStatus = 1, .output = "bad zip"};
+    failArchiver("/Bundle/ISF.zip");
     install();
-    EXPECT_EQ(
-        effects(),
-        lines({"file: created /Users/Shared/Morvella/", "log: Installing ISF.zip...",
-               "run: /usr/bin/ditto | -v | -x | -k | /Bundle/ISF.zip | "
-               "/Users/Shared/Morvella",
-               "log: decompress status=bad zip", "log: Decompressing resource failed: ISF.zip"}) +
-            terminationSheet("Could not install user files, aborting."));
-}
-
-TEST_F(SharedDataTest, ShadersThatTheBundleLacksShowASheet) {
-    bundles.main->resources.erase("ISF.zip");
-    install();
-    EXPECT_EQ(effects(),
-              lines({"file: created /Users/Shared/Morvella/", "log: Installing ISF.zip...",
-                     "log: Decompressing resource failed: ISF.zip"}) +
-                  terminationSheet("Could not install user files, aborting."));
+    expectEffects({installsToShared, "log: Decompressing resource failed: ISF.zip",
+                   showsCriticalSheet("Could not install user files, aborting.")});
 }
 
 }  // namespace

@@ -8,6 +8,8 @@ namespace morvella {
 
 namespace {
 
+using namespace std::string_literals;
+
 /// What the scan takes from `text`, as "parent + name".
 std::string scanned(std::string_view text) {
     const UserLibraryEntry entry = scanLibraryCfg(text);
@@ -15,183 +17,136 @@ std::string scanned(std::string_view text) {
            std::string(entry.name.value_or("(none)"));
 }
 
-/// The same of `line` inside a section.
-std::string scannedLine(const std::string& line) {
-    return scanned("<UserLibrary>\n" + line + "\n</UserLibrary>\n");
+std::string inSection(const std::string& line) {
+    return "<UserLibrary>\n" + line + "\n</UserLibrary>\n";
 }
 
-TEST(LibraryCfgTest, TakesNameAndParentFromTheSection) {
-    EXPECT_EQ(scanned("<?xml version=\"1.0\"?>\n"
-                      "<UserLibrary>\n"
-                      "    <ProjectName Value=\"My Library\" />\n"
-                      "    <ProjectPath Value=\"/Volumes/Audio/Music\" />\n"
-                      "</UserLibrary>\n"),
-              "/Volumes/Audio/Music + My Library");
+struct Case {
+    std::string name;
+    std::string text;
+    std::string entry;
+};
+
+class LibraryCfgTest : public ::testing::TestWithParam<Case> {};
+
+TEST_P(LibraryCfgTest, IsScanned) {
+    EXPECT_EQ(scanned(GetParam().text), GetParam().entry);
 }
 
-TEST(LibraryCfgTest, TakesThemInAnyOrder) {
-    EXPECT_EQ(scanned("<UserLibrary>\n<ProjectPath Value=\"/p\">\n<ProjectName Value=\"n\">\n"),
-              "/p + n");
-}
+constexpr const char* nothing = "(none) + (none)";
 
-TEST(LibraryCfgTest, IgnoresValuesOutsideOfASection) {
-    EXPECT_EQ(scanned("<ProjectName Value=\"n\">\n<ProjectPath Value=\"/p\">\n"
-                      "<UserLibrary>\n</UserLibrary>\n"),
-              "(none) + (none)");
-    EXPECT_EQ(scanned("<UserLibrary>\n</UserLibrary>\n"
-                      "<ProjectName Value=\"n\">\n<ProjectPath Value=\"/p\">\n"),
-              "(none) + (none)");
-    EXPECT_EQ(scanned("<ProjectName Value=\"n\">\n<ProjectPath Value=\"/p\">\n"),
-              "(none) + (none)");
-    EXPECT_EQ(scanned("</UserLibrary>\n<ProjectName Value=\"n\">\n"), "(none) + (none)");
-}
+INSTANTIATE_TEST_SUITE_P(
+    Texts, LibraryCfgTest,
+    ::testing::Values(
+        Case{"Usual",
+             "<?xml version=\"1.0\"?>\n"
+             "<UserLibrary>\n"
+             "    <ProjectName Value=\"My Library\" />\n"
+             "    <ProjectPath Value=\"/Volumes/Audio/Music\" />\n"
+             "</UserLibrary>\n",
+             "/Volumes/Audio/Music + My Library"},
+        Case{"ParentFirst",
+             "<UserLibrary>\n<ProjectPath Value=\"/p\">\n<ProjectName Value=\"n\">\n", "/p + n"},
+        Case{"BeforeTheSection",
+             "<ProjectName Value=\"n\">\n<ProjectPath Value=\"/p\">\n"
+             "<UserLibrary>\n</UserLibrary>\n",
+             nothing},
+        Case{"AfterTheSection",
+             "<UserLibrary>\n</UserLibrary>\n"
+             "<ProjectName Value=\"n\">\n<ProjectPath Value=\"/p\">\n",
+             nothing},
+        Case{"AfterAClosingTagAlone", "</UserLibrary>\n<ProjectName Value=\"n\">\n", nothing},
+        Case{"Empty", "", nothing}, Case{"EmptyLine", "\n", nothing},
+        Case{"EmptySection", "<UserLibrary>", nothing},
+        Case{"ValueAfterTheOpeningTag",
+             "<UserLibrary><ProjectName Value=\"n\">\n<ProjectPath Value=\"/p\">", "/p + n"},
+        Case{"ValueBeforeTheOpeningTag",
+             "<ProjectName Value=\"n\"><UserLibrary>\n<ProjectPath Value=\"/p\">", "/p + n"},
+        Case{"ValueBeforeTheClosingTag",
+             "<UserLibrary>\n<ProjectName Value=\"n\"></UserLibrary>\n"
+             "<ProjectPath Value=\"/p\">\n",
+             nothing},
+        Case{"ValueAfterTheClosingTag", "<UserLibrary>\n</UserLibrary><ProjectName Value=\"n\">\n",
+             nothing},
+        Case{"OpenedAndClosedOnOneLine",
+             "<UserLibrary></UserLibrary><ProjectName Value=\"n\">\n"
+             "<ProjectPath Value=\"/p\">\n",
+             nothing},
+        Case{"ClosedAndOpenedOnOneLine",
+             "<UserLibrary>\n<ProjectPath Value=\"/p\">\n"
+             "</UserLibrary><UserLibrary>\n<ProjectName Value=\"n\">\n",
+             "/p + (none)"},
+        Case{"OpenedTwice",
+             "<UserLibrary>\n<ProjectName Value=\"n\">\n<UserLibrary>\n"
+             "<ProjectPath Value=\"/p\">\n",
+             "/p + n"},
+        Case{"LastValueOfEachKind",
+             "<UserLibrary>\n<ProjectName Value=\"n1\">\n<ProjectPath Value=\"/p1\">\n"
+             "<ProjectName Value=\"n2\">\n<ProjectPath Value=\"/p2\">\n",
+             "/p2 + n2"},
+        Case{"LaterSectionReplacesTheName",
+             "<UserLibrary>\n<ProjectName Value=\"n1\">\n<ProjectPath Value=\"/p1\">\n"
+             "</UserLibrary>\n<ProjectName Value=\"no\">\n"
+             "<UserLibrary>\n<ProjectName Value=\"n2\">\n</UserLibrary>\n",
+             "/p1 + n2"},
+        Case{"LaterSectionReplacesTheParent",
+             "<UserLibrary>\n<ProjectName Value=\"n1\">\n<ProjectPath Value=\"/p1\">\n"
+             "</UserLibrary>\n<UserLibrary>\n<ProjectPath Value=\"/p2\">\n",
+             "/p2 + n1"},
+        Case{"OtherCaseOfTheTag", "<userlibrary>\n<ProjectName Value=\"n\">\n", nothing},
+        Case{"BlankInTheTag", "<UserLibrary >\n<ProjectName Value=\"n\">\n", nothing}),
+    [](const auto& test) { return test.param.name; });
 
-TEST(LibraryCfgTest, IsEmptyForAnEmptyText) {
-    EXPECT_EQ(scanned(""), "(none) + (none)");
-    EXPECT_EQ(scanned("\n"), "(none) + (none)");
-    EXPECT_EQ(scanned("<UserLibrary>"), "(none) + (none)");
-}
+INSTANTIATE_TEST_SUITE_P(
+    LinesOfASection, LibraryCfgTest,
+    ::testing::Values(
+        Case{"TwoQuotes", inSection("<ProjectName Value=\"n\""), "(none) + n"},
+        Case{"NoQuote", inSection("<ProjectName Value=n"), nothing},
+        Case{"OneQuote", inSection("<ProjectName Value=\"n"), nothing},
+        Case{"ThreeQuotes", inSection("<ProjectName Value=\"n\" Other=\""), nothing},
+        Case{"FourQuotes", inSection("<ProjectName Value=\"n\" Other=\"o\""), nothing},
+        Case{"FourQuotesForTheParent", inSection("<ProjectPath Value=\"/p\" Other=\"o\""), nothing},
+        Case{"LaterInvalidValues",
+             inSection("<ProjectName Value=\"n\">\n<ProjectName Value=\"x\" Other=\"o\">\n"
+                       "<ProjectPath Value=\"/p\">\n<ProjectPath Value=\"/x>"),
+             "/p + n"},
+        Case{"QuotesBeforeTheMarker", inSection("a \"q\" b <ProjectName Value= c"), "(none) + q"},
+        Case{"QuotesAtTheStart", inSection("\"q\"<ProjectPath Value="), "q + (none)"},
+        Case{"EmptyValue", inSection("<ProjectName Value=\"\""), "(none) + "},
+        Case{"BothMarkers", inSection("<ProjectName Value=<ProjectPath Value=\"/both\""),
+             "/both + /both"},
+        Case{"OtherCase", inSection("<projectname Value=\"n\">"), nothing},
+        Case{"TwoBlanks", inSection("<ProjectName  Value=\"n\">"), nothing},
+        Case{"BlankBeforeTheSign", inSection("<ProjectName Value =\"n\">"), nothing},
+        Case{"NoSign", inSection("<ProjectPath Value\"n\">"), nothing},
+        Case{"Escapes", inSection("<ProjectName Value=\"A &amp; B 'x' %@ \\n\">"),
+             "(none) + A &amp; B 'x' %@ \\n"},
+        Case{"OtherScripts", inSection("<ProjectName Value=\"u\xCC\x88 \xF0\x9F\x8E\xB9\">"),
+             "(none) + u\xCC\x88 \xF0\x9F\x8E\xB9"},
+        Case{"ZeroBytes", inSection("\0<ProjectName Value=\"a\0b\">"s), "(none) + a\0b"s},
+        Case{"LongLine", inSection(std::string(1 << 16, 'x') + "<ProjectName Value=\"n\">"),
+             "(none) + n"}),
+    [](const auto& test) { return test.param.name; });
 
-TEST(LibraryCfgTest, TakesAValueFromTheLineThatOpensTheSection) {
-    EXPECT_EQ(scanned("<UserLibrary><ProjectName Value=\"n\">\n<ProjectPath Value=\"/p\">"),
-              "/p + n");
-    EXPECT_EQ(scanned("<ProjectName Value=\"n\"><UserLibrary>\n<ProjectPath Value=\"/p\">"),
-              "/p + n");
-    EXPECT_EQ(scanned("x\n<ProjectName Value=\"n\"><UserLibrary>"), "(none) + n");
-}
-
-TEST(LibraryCfgTest, KeepsAValueOfTheFirstLineWhenTheLastOneCannotBeTaken) {
-    EXPECT_EQ(scanned("<ProjectName Value=\"n\"><UserLibrary>\n"
-                      "<ProjectName Value=\"two\" \"values\">\n"),
-              "(none) + n");
-}
-
-TEST(LibraryCfgTest, TakesNoValueFromTheLineThatClosesTheSection) {
-    EXPECT_EQ(scanned("<UserLibrary>\n<ProjectName Value=\"n\"></UserLibrary>\n"
-                      "<ProjectPath Value=\"/p\">\n"),
-              "(none) + (none)");
-    EXPECT_EQ(scanned("<UserLibrary>\n</UserLibrary><ProjectName Value=\"n\">\n"),
-              "(none) + (none)");
-}
-
-TEST(LibraryCfgTest, ALineThatOpensAndClosesLeavesTheSectionClosed) {
-    EXPECT_EQ(scanned("<UserLibrary></UserLibrary><ProjectName Value=\"n\">\n"
-                      "<ProjectPath Value=\"/p\">\n"),
-              "(none) + (none)");
-    EXPECT_EQ(scanned("</UserLibrary><UserLibrary>\n<ProjectName Value=\"n\">\n"),
-              "(none) + (none)");
-    EXPECT_EQ(scanned("<UserLibrary>\n<ProjectPath Value=\"/p\">\n"
-                      "</UserLibrary><UserLibrary>\n<ProjectName Value=\"n\">\n"),
-              "/p + (none)");
-}
-
-TEST(LibraryCfgTest, OpeningAnOpenSectionChangesNothing) {
-    EXPECT_EQ(scanned("<UserLibrary>\n<ProjectName Value=\"n\">\n<UserLibrary>\n"
-                      "<ProjectPath Value=\"/p\">\n"),
-              "/p + n");
-}
-
-TEST(LibraryCfgTest, TheLastValueOfEachKindCounts) {
-    EXPECT_EQ(scanned("<UserLibrary>\n<ProjectName Value=\"n1\">\n<ProjectPath Value=\"/p1\">\n"
-                      "<ProjectName Value=\"n2\">\n<ProjectPath Value=\"/p2\">\n"),
-              "/p2 + n2");
-}
-
-TEST(LibraryCfgTest, ALaterSectionReplacesEachKindSeparately) {
-    EXPECT_EQ(scanned("<UserLibrary>\n<ProjectName Value=\"n1\">\n<ProjectPath Value=\"/p1\">\n"
-                      "</UserLibrary>\n<ProjectName Value=\"no\">\n"
-                      "<UserLibrary>\n<ProjectName Value=\"n2\">\n</UserLibrary>\n"),
-              "/p1 + n2");
-    EXPECT_EQ(scanned("<UserLibrary>\n<ProjectName Value=\"n1\">\n<ProjectPath Value=\"/p1\">\n"
-                      "</UserLibrary>\n<UserLibrary>\n<ProjectPath Value=\"/p2\">\n"),
-              "/p2 + n1");
-}
-
-TEST(LibraryCfgTest, WantsExactlyTwoQuotes) {
-    EXPECT_EQ(scannedLine("<ProjectName Value=\"n\""), "(none) + n");
-    EXPECT_EQ(scannedLine("<ProjectName Value=n"), "(none) + (none)");
-    EXPECT_EQ(scannedLine("<ProjectName Value=\"n"), "(none) + (none)");
-    EXPECT_EQ(scannedLine("<ProjectName Value=\"n\" Other=\""), "(none) + (none)");
-    EXPECT_EQ(scannedLine("<ProjectName Value=\"n\" Other=\"o\""), "(none) + (none)");
-    EXPECT_EQ(scannedLine("<ProjectPath Value=\"/p\" Other=\"o\""), "(none) + (none)");
-}
-
-TEST(LibraryCfgTest, KeepsTheEarlierValueWhenALineIsIgnored) {
-    EXPECT_EQ(scannedLine("<ProjectName Value=\"n\">\n<ProjectName Value=\"x\" Other=\"o\">\n"
-                          "<ProjectPath Value=\"/p\">\n<ProjectPath Value=\"/x>"),
-              "/p + n");
-}
-
-TEST(LibraryCfgTest, TakesTheQuotedTextWhereverItStandsOnTheLine) {
-    EXPECT_EQ(scannedLine("a \"q\" b <ProjectName Value= c"), "(none) + q");
-    EXPECT_EQ(scannedLine("\"q\"<ProjectPath Value="), "q + (none)");
-    EXPECT_EQ(scannedLine("<ProjectName Value=\"\""), "(none) + ");
-}
-
-TEST(LibraryCfgTest, ALineWithBothMarkersSetsBothValues) {
-    EXPECT_EQ(scannedLine("<ProjectName Value=<ProjectPath Value=\"/both\""), "/both + /both");
-}
-
-TEST(LibraryCfgTest, DistinguishesLetterCaseAndBlanks) {
-    EXPECT_EQ(scanned("<userlibrary>\n<ProjectName Value=\"n\">\n"), "(none) + (none)");
-    EXPECT_EQ(scannedLine("<projectname Value=\"n\">"), "(none) + (none)");
-    EXPECT_EQ(scannedLine("<ProjectName  Value=\"n\">"), "(none) + (none)");
-    EXPECT_EQ(scannedLine("<ProjectName Value =\"n\">"), "(none) + (none)");
-    EXPECT_EQ(scannedLine("<ProjectPath Value\"n\">"), "(none) + (none)");
-    EXPECT_EQ(scanned("<UserLibrary >\n<ProjectName Value=\"n\">\n"), "(none) + (none)");
-}
-
-TEST(LibraryCfgTest, DecodesNothing) {
-    EXPECT_EQ(scannedLine("<ProjectName Value=\"A &amp; B 'x' %@ \\n\">"),
-              "(none) + A &amp; B 'x' %@ \\n");
-    EXPECT_EQ(scannedLine("<ProjectName Value=\"u\xCC\x88 \xF0\x9F\x8E\xB9\">"),
-              "(none) + u\xCC\x88 \xF0\x9F\x8E\xB9");
-}
-
-/// The value after `newline` lies outside of the section that the first line opens and closes, or
-/// inside of one that the first line opens.
-void expectEndsALine(const std::string& newline) {
-    EXPECT_EQ(scanned("<UserLibrary>" + newline + "<ProjectName Value=\"n\">" + newline +
-                      "<ProjectPath Value=\"/p\">" + newline + "</UserLibrary>" + newline +
-                      "<ProjectName Value=\"x\">"),
-              "/p + n");
-    EXPECT_EQ(scanned("<UserLibrary></UserLibrary>" + newline + "<ProjectName Value=\"n\">"),
-              "(none) + (none)");
-    EXPECT_EQ(scanned("<ProjectName Value=\"n\">" + newline + "<UserLibrary>"), "(none) + (none)");
-    EXPECT_EQ(scanned("\"" + newline + "<UserLibrary><ProjectName Value=\"n\">"), "(none) + n");
-    EXPECT_EQ(scannedLine("<ProjectName Value=\"a" + newline + "b\">"), "(none) + (none)");
-}
-
-void expectEndsNoLine(const std::string& other) {
-    EXPECT_EQ(scannedLine("<ProjectName Value=\"a" + other + "b\">"), "(none) + a" + other + "b");
-    EXPECT_EQ(scanned("\"n\"<ProjectName Value=" + other + "<UserLibrary>"), "(none) + n");
-}
-
-TEST(LibraryCfgTest, EndsALineAtEveryNewlineCharacter) {
-    for (const char* newline :
+TEST(LibraryCfgLineTest, EndsAtEveryNewlineCharacter) {
+    for (const std::string newline :
          {"\n", "\v", "\f", "\r", "\r\n", "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"}) {
-        expectEndsALine(newline);
+        EXPECT_EQ(scanned("<UserLibrary>" + newline + "<ProjectName Value=\"n\">" + newline +
+                          "<ProjectPath Value=\"/p\">" + newline + "</UserLibrary>" + newline +
+                          "<ProjectName Value=\"x\">"),
+                  "/p + n");
+        EXPECT_EQ(scanned("<ProjectName Value=\"n\">" + newline + "<UserLibrary>"), nothing);
+        EXPECT_EQ(scanned(inSection("<ProjectName Value=\"a" + newline + "b\">")), nothing);
     }
 }
 
-TEST(LibraryCfgTest, EndsALineAtNoOtherCharacter) {
-    for (const char* other :
+TEST(LibraryCfgLineTest, EndsAtNoOtherCharacter) {
+    for (const std::string other :
          {"\t", "\b", "\x0E", "\x1C", "\x1E", "\x1F", " ", "\xC2\x84", "\xC2\x86", "\xE2\x80\xA7",
           "\xE2\x80\xAA", "\xE2\x81\xA8", "\xC3\x85", "\xE3\x80\xA8"}) {
-        expectEndsNoLine(other);
+        EXPECT_EQ(scanned(inSection("<ProjectName Value=\"a" + other + "b\">")),
+                  "(none) + a" + other + "b");
     }
-}
-
-TEST(LibraryCfgTest, ReadsOverZeroBytes) {
-    using namespace std::string_literals;
-    EXPECT_EQ(scannedLine("\0<ProjectName Value=\"a\0b\">"s), "(none) + a\0b"s);
-}
-
-TEST(LibraryCfgTest, ReadsLinesOfAnyLength) {
-    const std::string filler(1 << 16, 'x');
-    EXPECT_EQ(scanned(filler + "<UserLibrary>" + filler + "\n" + filler +
-                      "<ProjectName Value=\"n\">" + filler),
-              "(none) + n");
 }
 
 }  // namespace

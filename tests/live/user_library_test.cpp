@@ -43,60 +43,31 @@ TEST_F(UserLibraryTest, IsReturnedWithStatus2WhenItsVolumeIsMissing) {
 }
 
 TEST_F(UserLibraryTest, IsNothingWithStatus1WithoutLibraryCfg) {
-    disk.addFolder("/Prefs");
     EXPECT_EQ(lookUp(), "(nothing)");
     EXPECT_EQ(status, 1);
     EXPECT_EQ(journal.everything(), lines({"asked: reachable /Prefs/Library.cfg"}));
 }
 
-TEST_F(UserLibraryTest, IsNothingWithStatus1WithoutTheFolder) {
-    EXPECT_EQ(lookUp(), "(nothing)");
-    EXPECT_EQ(status, 1);
+TEST_F(UserLibraryTest, IsNothingWithStatus4WithoutBothValues) {
+    for (const char* contents : {"", "<UserLibrary>\n<ProjectPath Value=\"/Volumes\">\n",
+                                 "<UserLibrary>\n<ProjectName Value=\"Lib\">\n"}) {
+        disk.addFile("/Prefs/Library.cfg", contents);
+        EXPECT_EQ(lookUp(), "(nothing)") << contents;
+        EXPECT_EQ(status, 4) << contents;
+        EXPECT_EQ(journal.effects(), "");
+    }
 }
 
-TEST_F(UserLibraryTest, IsNothingWithStatus4ForAnEmptyFile) {
-    disk.addFile("/Prefs/Library.cfg", "");
-    EXPECT_EQ(lookUp(), "(nothing)");
-    EXPECT_EQ(status, 4);
-    EXPECT_EQ(journal.effects(), "");
-}
-
-TEST_F(UserLibraryTest, IsNothingWithStatus4ForAnUnreadableFile) {
+TEST_F(UserLibraryTest, IsNothingWithStatus4ForAFileThatCannotBeRead) {
     writeCfg("/Volumes", "Lib");
     disk.items["/Prefs/Library.cfg"].readable = false;
     EXPECT_EQ(lookUp(), "(nothing)");
     EXPECT_EQ(status, 4);
 }
 
-TEST_F(UserLibraryTest, IsNothingWithStatus4ForAFolderOfThatName) {
-    disk.addFolder("/Prefs/Library.cfg");
-    EXPECT_EQ(lookUp(), "(nothing)");
-    EXPECT_EQ(status, 4);
-}
-
-TEST_F(UserLibraryTest, IsNothingWithStatus4WhenTheFileIsNotUtf8) {
+TEST_F(UserLibraryTest, IsNothingWithStatus4ForAFileThatIsNotUtf8) {
     writeCfg("/Volumes", "Lib");
     disk.items["/Prefs/Library.cfg"].contents += "\xFF";
-    EXPECT_EQ(lookUp(), "(nothing)");
-    EXPECT_EQ(status, 4);
-}
-
-TEST_F(UserLibraryTest, IsNothingWithStatus4WithoutName) {
-    disk.addFile("/Prefs/Library.cfg", "<UserLibrary>\n<ProjectPath Value=\"/Volumes\">\n");
-    EXPECT_EQ(lookUp(), "(nothing)");
-    EXPECT_EQ(status, 4);
-}
-
-TEST_F(UserLibraryTest, IsNothingWithStatus4WithoutParent) {
-    disk.addFile("/Prefs/Library.cfg", "<UserLibrary>\n<ProjectName Value=\"Lib\">\n");
-    EXPECT_EQ(lookUp(), "(nothing)");
-    EXPECT_EQ(status, 4);
-}
-
-TEST_F(UserLibraryTest, IsNothingWithStatus4ForValuesOutsideOfTheSection) {
-    disk.addFile("/Prefs/Library.cfg",
-                 "<ProjectName Value=\"Lib\">\n<ProjectPath Value=\"/Volumes\">\n"
-                 "<UserLibrary>\n</UserLibrary>\n");
     EXPECT_EQ(lookUp(), "(nothing)");
     EXPECT_EQ(status, 4);
 }
@@ -121,27 +92,11 @@ TEST_F(UserLibraryTest, TakesEmptyValuesAsValues) {
     EXPECT_EQ(status, 0);
 }
 
-/// Remembers what the status was when the file was first asked for.
 TEST_F(UserLibraryTest, WritesStatus3BeforeAnythingElse) {
-    class Watching : public FakeDisk {
-      public:
-        Watching(Journal& journal, const int32_t& status) : FakeDisk(journal), status_(status) {}
-        bool isReachable(const FileUrl& url, ErrorOut error) const override {
-            first = first == 0 ? status_ : first;
-            return FakeDisk::isReachable(url, error);
-        }
-        mutable int32_t first = 0;
-
-      private:
-        const int32_t& status_;
-    };
-    Watching watching(journal, status);
-    const Platform watched{application, bundles, clock,   controls, disk,        watching,
-                           log,         runLoop, folders, tasks,    userDefaults};
-    status = -7;
-    EXPECT_EQ(getLiveUserLib(watched).getUserLibraryErrorInt("/Prefs", &status), std::nullopt);
-    EXPECT_EQ(watching.first, 3);
-    EXPECT_EQ(status, 1);
+    int32_t first = 0;
+    journal.watcher = [&](const std::string&) { first = first == 0 ? status : first; };
+    lookUp();
+    EXPECT_EQ(first, 3);
 }
 
 }  // namespace

@@ -42,14 +42,6 @@ TEST_F(WaitingTest, TellsTheUserWhenNotReachable) {
     });
 }
 
-TEST_F(WaitingTest, TestsNothingWhileTheSheetIsShowing) {
-    controller.waitForUserLibraryAndProceedToInstall();
-    disk.addFolder(userLibrary);
-    journal.clear();
-    EXPECT_EQ(runLoop.tick(), 0U);
-    expectEverything({});
-}
-
 TEST_F(WaitingTest, PollsEvery5SecondsAfterTheSheetWhateverTheAnswer) {
     for (const int response : {1000, 1001, 0}) {
         controller.waitForUserLibraryAndProceedToInstall();
@@ -59,7 +51,7 @@ TEST_F(WaitingTest, PollsEvery5SecondsAfterTheSheetWhateverTheAnswer) {
     }
 }
 
-TEST_F(WaitingTest, PollsWithoutEndAndSilently) {
+TEST_F(WaitingTest, PollsSilentlyWithoutEnd) {
     waitAndDismissSheet();
     for (int i = 0; i < 1000; ++i) {
         ASSERT_EQ(runLoop.tick(), 1U);
@@ -87,17 +79,18 @@ TEST_F(WaitingTest, LetsTheUserProceedOnceReachable) {
     expectEverything({});
 }
 
-TEST_F(WaitingTest, FindsAtTheFirstTickWhatWasMountedWhileTheSheetWasShowing) {
+TEST_F(WaitingTest, LooksForNothingUntilTheFirstTickAfterTheSheet) {
     controller.waitForUserLibraryAndProceedToInstall();
     disk.addFolder(userLibrary);
     journal.clear();
+    EXPECT_EQ(runLoop.tick(), 0U);
     window->answer(1000);
     expectEverything({"timer: every 5 seconds"});
     runLoop.tick();
     EXPECT_EQ(journal.only({Kind::timer}), lines({"timer: invalidated"}));
 }
 
-TEST_F(WaitingTest, TestsTheUserLibraryAsItWasWhenTheSheetWasDismissed) {
+TEST_F(WaitingTest, PollsForTheUserLibrarySetWhenTheSheetWasDismissed) {
     controller.waitForUserLibraryAndProceedToInstall();
     controller.setUserLibPath(text("/Volumes/Changed"));
     window->answer(1000);

@@ -17,19 +17,13 @@ TEST(FileUrlTest, OfAFileNamesNoDirectory) {
     EXPECT_EQ(url.absoluteString(), "file:///a/b");
 }
 
-TEST(FileUrlTest, OfADirectoryNamesOneWithoutSlashInItsPath) {
-    for (const char* path : {"/a/b", "/a/b/", "/a/b///"}) {
-        const FileUrl url = FileUrl::directory(path);
+TEST(FileUrlTest, OfADirectoryHasNoSlashInItsPath) {
+    for (const FileUrl& url : {FileUrl::directory("/a/b"), FileUrl::directory("/a/b/"),
+                               FileUrl::directory("/a/b///"), FileUrl::file("/a/b/")}) {
         EXPECT_EQ(url.path(), "/a/b");
         EXPECT_TRUE(url.namesDirectory());
         EXPECT_EQ(url.absoluteString(), "file:///a/b/");
     }
-}
-
-TEST(FileUrlTest, FinalSlashNamesADirectory) {
-    const FileUrl url = FileUrl::file("/a/b/");
-    EXPECT_EQ(url.path(), "/a/b");
-    EXPECT_TRUE(url.namesDirectory());
 }
 
 TEST(FileUrlTest, OfTheRootHasOneSlash) {
@@ -55,13 +49,13 @@ TEST(FileUrlTest, RelativePathGoesBesideWhatNamesNoDirectory) {
     EXPECT_EQ(FileUrl::fileRelativeTo("c", FileUrl::file("/a")), FileUrl::file("/c"));
 }
 
-TEST(FileUrlTest, AbsolutePathStandsForItself) {
+TEST(FileUrlTest, AbsolutePathIgnoresTheBase) {
     const FileUrl base = FileUrl::directory("/a/b");
     EXPECT_EQ(FileUrl::fileRelativeTo("/c", base), FileUrl::file("/c"));
     EXPECT_EQ(FileUrl::directoryRelativeTo("/c", base), FileUrl::directory("/c"));
 }
 
-TEST(FileUrlTest, ResolvingMayLeadToADirectoryByItsSlash) {
+TEST(FileUrlTest, RelativePathWithAFinalSlashNamesADirectory) {
     EXPECT_EQ(FileUrl::fileRelativeTo("/c/", FileUrl::directory("/a")), FileUrl::directory("/c"));
     EXPECT_EQ(FileUrl::fileRelativeTo("c/", FileUrl::directory("/a")), FileUrl::directory("/a/c"));
 }

@@ -17,27 +17,21 @@ TEST(PathsTest, AppendingPutsOneSlashBetween) {
     EXPECT_EQ(appendingPathComponent("a", "b"), "a/b");
 }
 
-TEST(PathsTest, AppendingMakesOneSlashOfSeveral) {
+TEST(PathsTest, AppendingRemovesExtraAndFinalSlashes) {
     EXPECT_EQ(appendingPathComponent("//a///b", "c//d"), "/a/b/c/d");
     EXPECT_EQ(appendingPathComponent("a//b", ""), "a/b");
     EXPECT_EQ(appendingPathComponent("", "a//b"), "a/b");
-}
-
-TEST(PathsTest, AppendingLeavesNoSlashAtTheEnd) {
     EXPECT_EQ(appendingPathComponent("/a", "b/"), "/a/b");
     EXPECT_EQ(appendingPathComponent("/a", "b//"), "/a/b");
     EXPECT_EQ(appendingPathComponent("/a/", ""), "/a");
     EXPECT_EQ(appendingPathComponent("/a/", "/"), "/a");
 }
 
-TEST(PathsTest, AppendingToTheRoot) {
+TEST(PathsTest, AppendingToTheRootOrToNothing) {
     EXPECT_EQ(appendingPathComponent("/", "b"), "/b");
     EXPECT_EQ(appendingPathComponent("/", "/b"), "/b");
     EXPECT_EQ(appendingPathComponent("/", ""), "/");
     EXPECT_EQ(appendingPathComponent("//", "b"), "/b");
-}
-
-TEST(PathsTest, AppendingToNothingGivesTheComponent) {
     EXPECT_EQ(appendingPathComponent("", "b"), "b");
     EXPECT_EQ(appendingPathComponent("", "b/"), "b");
     EXPECT_EQ(appendingPathComponent("", "/b"), "/b");
@@ -45,12 +39,12 @@ TEST(PathsTest, AppendingToNothingGivesTheComponent) {
     EXPECT_EQ(appendingPathComponent("", ""), "");
 }
 
-TEST(PathsTest, AppendingKeepsWhatLiesWithin) {
+TEST(PathsTest, AppendingKeepsDotsAndBytes) {
     EXPECT_EQ(appendingPathComponent("/a b/..", "c/d.e"), "/a b/../c/d.e");
     EXPECT_EQ(appendingPathComponent("/u\xCC\x88", "\xC3\xBC"), "/u\xCC\x88/\xC3\xBC");
 }
 
-TEST(PathsTest, DeletingTakesTheLastComponentAway) {
+TEST(PathsTest, DeletingRemovesTheLastComponent) {
     EXPECT_EQ(deletingLastPathComponent("/a/b"), "/a");
     EXPECT_EQ(deletingLastPathComponent("/a/b/"), "/a");
     EXPECT_EQ(deletingLastPathComponent("/a//b//"), "/a");
@@ -70,13 +64,14 @@ TEST(PathsTest, DeletingStopsAtTheRootAndAtNothing) {
 TEST(PathsTest, ExtensionIsWhatFollowsTheLastDotOfTheLastComponent) {
     EXPECT_EQ(pathExtension("/a/b.app"), "app");
     EXPECT_EQ(pathExtension("b.app"), "app");
+    EXPECT_EQ(pathExtension("/a/b.app///"), "app");
     EXPECT_EQ(pathExtension("/a/b.tar.gz"), "gz");
     EXPECT_EQ(pathExtension("/Applications/Live 11 Suite.app"), "app");
     EXPECT_EQ(pathExtension("/a..app"), "app");
     EXPECT_EQ(pathExtension("/x.app/y.txt"), "txt");
 }
 
-TEST(PathsTest, ExtensionIsEmptyWithoutOne) {
+TEST(PathsTest, ExtensionNeedsADotAndANameBeforeItAndNoBlank) {
     EXPECT_EQ(pathExtension(""), "");
     EXPECT_EQ(pathExtension("/"), "");
     EXPECT_EQ(pathExtension("app"), "");
@@ -86,17 +81,9 @@ TEST(PathsTest, ExtensionIsEmptyWithoutOne) {
     EXPECT_EQ(pathExtension("/a.b c"), "");
     EXPECT_EQ(pathExtension("/a.b.c d.app"), "app");
     EXPECT_EQ(pathExtension("/a. app"), "");
-}
-
-TEST(PathsTest, ExtensionNeedsANameBeforeTheDot) {
     EXPECT_EQ(pathExtension(".app"), "");
     EXPECT_EQ(pathExtension("/a/.app"), "");
     EXPECT_EQ(pathExtension("/a/.b.app"), "app");
-}
-
-TEST(PathsTest, ExtensionIgnoresFinalSlashes) {
-    EXPECT_EQ(pathExtension("/a/b.app/"), "app");
-    EXPECT_EQ(pathExtension("/a/b.app///"), "app");
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace morvella {
@@ -12,121 +11,82 @@ namespace {
 
 using namespace std::string_literals;
 
-/// The ends of each range of well-formed UTF-8, with the number of UTF-16 code units.
-const std::vector<std::pair<std::string, size_t>> wellFormed = {
-    {"", 0},
-    {"\0"s, 1},
-    {"/", 1},
-    {"\x7F", 1},
-    {"\xC2\x80", 1},
-    {"\xDF\xBF", 1},
-    {"\xE0\xA0\x80", 1},
-    {"\xE0\xBF\xBF", 1},
-    {"\xE1\x80\x80", 1},
-    {"\xEC\xBF\xBF", 1},
-    {"\xED\x80\x80", 1},
-    {"\xED\x9F\xBF", 1},
-    {"\xEE\x80\x80", 1},
-    {"\xEF\xBF\xBF", 1},
-    {"\xF0\x90\x80\x80", 2},
-    {"\xF0\xBF\xBF\xBF", 2},
-    {"\xF1\x80\x80\x80", 2},
-    {"\xF3\xBF\xBF\xBF", 2},
-    {"\xF4\x80\x80\x80", 2},
-    {"\xF4\x8F\xBF\xBF", 2},
-};
+/// The text alone and within another text.
+void expectWellFormed(const std::string& text, size_t utf16Units) {
+    EXPECT_TRUE(isUtf8(text)) << ::testing::PrintToString(text);
+    EXPECT_TRUE(isUtf8("a" + text + text + "b")) << ::testing::PrintToString(text);
+    EXPECT_EQ(utf16Length(text), utf16Units) << ::testing::PrintToString(text);
+    EXPECT_EQ(utf16Length("a" + text + text), 1 + 2 * utf16Units) << ::testing::PrintToString(text);
+}
 
-/// Just outside of those ranges: stray and missing continuation bytes, overlong forms, surrogates,
-/// and what lies beyond U+10FFFF.
-const std::vector<std::string> malformed = {
-    "\x80",
-    "\xBF",
-    "\xC0\x80",
-    "\xC1\xBF",
-    "\xC2",
-    "\xC2\x7F",
-    "\xC2\xC0",
-    "\xDF\xC0",
-    "\xE0\x9F\xBF",
-    "\xE0\xC0\x80",
-    "\xE1\x80",
-    "\xE1\x7F\x80",
-    "\xE1\x80\x7F",
-    "\xE1\x80\xC0",
-    "\xEC\xC0\x80",
-    "\xED\xA0\x80",
-    "\xED\xBF\xBF",
-    "\xEF\xBF\xC0",
-    "\xF0\x8F\xBF\xBF",
-    "\xF0\xC0\x80\x80",
-    "\xF1\x80\x80",
-    "\xF1\x80\x80\x7F",
-    "\xF1\x80\x7F\x80",
-    "\xF1\x80\x80\xC0",
-    "\xF1\x80\xC0\x80",
-    "\xF4\x90\x80\x80",
-    "\xF5\x80\x80\x80",
-    "\xFF",
-};
+void expectMalformed(const std::string& text) {
+    EXPECT_FALSE(isUtf8(text)) << ::testing::PrintToString(text);
+    EXPECT_FALSE(isUtf8("a" + text + "b")) << ::testing::PrintToString(text);
+}
 
-TEST(Utf8Test, IsRecognisedWhereverItStands) {
-    for (const auto& [text, units] : wellFormed) {
-        EXPECT_TRUE(isUtf8(text)) << ::testing::PrintToString(text);
-        EXPECT_TRUE(isUtf8("a" + text + text + "b")) << ::testing::PrintToString(text);
+TEST(Utf8Test, ExtendsToTheEndsOfEachRange) {
+    expectWellFormed("", 0);
+    expectWellFormed("\0"s, 1);
+    for (const char* text :
+         {"/", "\x7F", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xE0\xBF\xBF", "\xE1\x80\x80",
+          "\xEC\xBF\xBF", "\xED\x80\x80", "\xED\x9F\xBF", "\xEE\x80\x80", "\xEF\xBF\xBF"}) {
+        expectWellFormed(text, 1);
     }
-    for (const std::string& text : malformed) {
-        EXPECT_FALSE(isUtf8(text)) << ::testing::PrintToString(text);
-        EXPECT_FALSE(isUtf8("a" + text + "b")) << ::testing::PrintToString(text);
+    for (const char* text : {"\xF0\x90\x80\x80", "\xF0\xBF\xBF\xBF", "\xF1\x80\x80\x80",
+                             "\xF3\xBF\xBF\xBF", "\xF4\x80\x80\x80", "\xF4\x8F\xBF\xBF"}) {
+        expectWellFormed(text, 2);
     }
 }
 
-TEST(Utf8Test, ACharacterBeyondTheBasicPlaneCountsTwice) {
-    for (const auto& [text, units] : wellFormed) {
-        EXPECT_EQ(utf16Length(text), units) << ::testing::PrintToString(text);
-        EXPECT_EQ(utf16Length("a" + text + text), 1 + 2 * units) << ::testing::PrintToString(text);
+TEST(Utf8Test, HasNoStrayOrMissingContinuationBytes) {
+    for (const char* text : {"\x80", "\xBF", "\xC2", "\xC2\x7F", "\xC2\xC0", "\xDF\xC0", "\xE1\x80",
+                             "\xE1\x7F\x80", "\xE1\x80\x7F", "\xE1\x80\xC0", "\xEC\xC0\x80"}) {
+        expectMalformed(text);
+    }
+    for (const char* text : {"\xEF\xBF\xC0", "\xF0\xC0\x80\x80", "\xF1\x80\x80", "\xF1\x80\x80\x7F",
+                             "\xF1\x80\x7F\x80", "\xF1\x80\x80\xC0", "\xF1\x80\xC0\x80"}) {
+        expectMalformed(text);
     }
 }
 
-TEST(IntValueTest, ReadsASignAndDigitsAtTheStart) {
+TEST(Utf8Test, HasNoOverlongFormsNoSurrogatesAndNothingBeyondU10FFFF) {
+    for (const char* text :
+         {"\xC0\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xE0\xC0\x80", "\xF0\x8F\xBF\xBF",
+          "\xED\xA0\x80", "\xED\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF"}) {
+        expectMalformed(text);
+    }
+}
+
+TEST(IntValueTest, ReadsTheDigitsAtTheStart) {
+    EXPECT_EQ(intValue("007"), 7);
+    EXPECT_EQ(intValue("1029384756"), 1029384756);
+    for (const char* text : {"3", "3b12", "3 34", "3/4", "3:4", "3-4", "3\xD9\xA3"}) {
+        EXPECT_EQ(intValue(text), 3) << text;
+    }
+    for (const char* text : {"", "0", "Beta", "b12", "   "}) {
+        EXPECT_EQ(intValue(text), 0) << text;
+    }
+}
+
+TEST(IntValueTest, ReadsAtMostOneSignRightBeforeTheDigits) {
+    EXPECT_EQ(intValue("-1"), -1);
+    EXPECT_EQ(intValue("+1"), 1);
+    EXPECT_EQ(intValue(" -12x"), -12);
+    for (const char* text : {"-", "--1", "+-1", "-+1", "- 3"}) {
+        EXPECT_EQ(intValue(text), 0) << text;
+    }
+}
+
+TEST(IntValueTest, GivesTheNearestNumberBeyond32Bits) {
     constexpr int32_t largest = 2147483647;
-    const std::vector<std::pair<std::string, int32_t>> numbers = {
-        {"0", 0},
-        {"007", 7},
-        {"1029384756", 1029384756},
-        // The first other character ends the number.
-        {"11b12", 11},
-        {"12 34", 12},
-        {"3/4", 3},
-        {"3:4", 3},
-        {"3-4", 3},
-        {"1\xD9\xA3", 1},
-        // There may be no digits.
-        {"", 0},
-        {"Beta", 0},
-        {"b12", 0},
-        {"   ", 0},
-        // There is at most one sign, right before the digits.
-        {"-", 0},
-        {"-1", -1},
-        {"+1", 1},
-        {" -12x", -12},
-        {"--1", 0},
-        {"+-1", 0},
-        {"-+1", 0},
-        {"- 3", 0},
-        // A number beyond 32 bits becomes the nearest one.
-        {"2147483646", largest - 1},
-        {"2147483647", largest},
-        {"2147483648", largest},
-        {"4294967296", largest},
-        {std::string(400, '9'), largest},
-        {"-2147483647", -largest},
-        {"-2147483648", -largest - 1},
-        {"-2147483649", -largest - 1},
-        {"-" + std::string(400, '9'), -largest - 1},
-    };
-    for (const auto& [text, number] : numbers) {
-        EXPECT_EQ(intValue(text), number) << text;
+    EXPECT_EQ(intValue("2147483646"), largest - 1);
+    EXPECT_EQ(intValue("-2147483647"), -largest);
+    const std::string digits(400, '9');
+    for (const std::string& text : {"2147483647"s, "2147483648"s, "4294967296"s, digits}) {
+        EXPECT_EQ(intValue(text), largest) << text;
+    }
+    for (const std::string& text : {"-2147483648"s, "-2147483649"s, "-" + digits}) {
+        EXPECT_EQ(intValue(text), -largest - 1) << text;
     }
 }
 

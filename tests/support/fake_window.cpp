@@ -14,15 +14,9 @@ std::string quoted(const std::string& text) {
 }
 
 std::string describe(AlertStyle style) {
-    switch (style) {
-        case AlertStyle::warning:
-            return "warning";
-        case AlertStyle::informational:
-            return "informational";
-        case AlertStyle::critical:
-            return "critical";
-    }
-    return "unknown style";
+    return style == AlertStyle::critical  ? "critical"
+           : style == AlertStyle::warning ? "warning"
+                                          : "informational";
 }
 
 std::string describe(const Alert& alert) {

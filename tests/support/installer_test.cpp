@@ -1,11 +1,14 @@
 #include "support/installer_test.hpp"
 
+#include "app/product.hpp"
+
 namespace morvella::tests {
 
 InstallerTest::InstallerTest() {
-    for (const char* resource : {"license.rtf", "Archivo-Medium.ttf", "OpenSans-Regular.ttf",
-                                 "morvella.zip", "Tressimo.zip", "ISF.zip"}) {
-        const std::string path = std::string("/Bundle/") + resource;
+    std::vector<std::string> resources = {"license.rtf", "morvella.zip", "Tressimo.zip", "ISF.zip"};
+    resources.insert(resources.end(), product::fonts.begin(), product::fonts.end());
+    for (const std::string& resource : resources) {
+        const std::string path = "/Bundle/" + resource;
         bundles.main->resources[resource] = path;
         disk.addFile(path);
     }
@@ -48,9 +51,18 @@ void InstallerTest::useUserLibrary() {
     controller.setUserLibPath(text(userLibrary));
 }
 
-std::string InstallerTest::terminationSheet(const std::string& message) {
-    return lines({"window: made key by controller", "log: critical error:" + message,
-                  "sheet: critical \"" + message + "\" [Quit]"});
+void InstallerTest::installLive(const std::string& bundle, const std::string& bundleVersion,
+                                const std::string& version) {
+    bundles.add(bundle).information["CFBundleVersion"] = bundleVersion;
+    disk.addFile("/Users/ann/Library/Preferences/Ableton/Live " + version + "/Library.cfg",
+                 "<UserLibrary>\n<ProjectName Value=\"User Library\">\n"
+                 "<ProjectPath Value=\"/Users/ann/Music\">\n");
+}
+
+void InstallerTest::addFonts() {
+    for (const char* font : product::fonts) {
+        disk.addFile(std::string("/Users/ann/Library/Fonts/") + font);
+    }
 }
 
 std::string InstallerTest::hidingLineOfProduct() {
@@ -62,11 +74,7 @@ std::string InstallerTest::hidingLineOfProduct() {
 }
 
 void InstallerTest::expectEffects(std::initializer_list<std::string_view> expected, int line) {
-    expectEffects(lines(expected), line);
-}
-
-void InstallerTest::expectEffects(const std::string& expected, int line) {
-    EXPECT_EQ(journal.effects(), expected) << "compared in line " << line;
+    EXPECT_EQ(journal.effects(), lines(expected)) << "compared in line " << line;
     journal.clear();
 }
 

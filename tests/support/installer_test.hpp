@@ -15,6 +15,7 @@
 #include "support/fake_user_defaults.hpp"
 #include "support/fake_window.hpp"
 #include "support/journal.hpp"
+#include "support/vocabulary.hpp"
 
 namespace morvella::tests {
 
@@ -38,8 +39,8 @@ struct FakePlatform {
                       log,         runLoop, folders, tasks,    userDefaults};
 };
 
-/// The controller on a faked platform with every view and control connected, as the interface file
-/// does it. The home folder is "/Users/ann"; the bundle's resources, all there, lie in "/Bundle".
+/// The controller on a faked platform, with every view and control connected. The home folder is
+/// "/Users/ann"; the bundle's resources, all there, lie in "/Bundle".
 class InstallerTest : public ::testing::Test, protected FakePlatform {
   protected:
     InstallerTest();
@@ -51,6 +52,9 @@ class InstallerTest : public ::testing::Test, protected FakePlatform {
     static std::shared_ptr<const std::string> text(std::string_view text) {
         return std::make_shared<const std::string>(text);
     }
+    static std::shared_ptr<const FileUrl> folderUrl(std::string_view path) {
+        return std::make_shared<const FileUrl>(FileUrl::directory(path));
+    }
     static std::string textOf(const std::shared_ptr<const std::string>& text) {
         return text ? *text : "(nothing)";
     }
@@ -61,26 +65,41 @@ class InstallerTest : public ::testing::Test, protected FakePlatform {
     /// Gives the installer a launch argument.
     void launchWith(const std::string& key, const std::string& value);
 
+    /// Adds Live at `bundle`, with preferences that name `userLibrary`.
+    void installLive(const std::string& bundle, const std::string& bundleVersion,
+                     const std::string& version);
+
     /// Sets the User Library to `userLibrary`, which is there.
     void useUserLibrary();
+
+    /// Adds the product's fonts to the user's.
+    void addFonts();
+
+    /// The disk refuses a change, named as in the journal: "trashed /x/".
+    void refuse(const std::string& change, const std::string& reason) {
+        disk.outcomes[change] = {.error = Error{reason}};
+    }
+
+    /// The archiver fails on this archive or zip file.
+    void failArchiver(const std::string& path) {
+        tasks.results[path] = TaskResult{.terminationStatus = 1};
+    }
 
     /// The line with which `hideApp` begins. Its text is held by a test of its own.
     static std::string hidingLineOfProduct();
     const std::string hidingLine = hidingLineOfProduct();
 
-    /// What the journal holds of one call of `terminateAppWithAlertSheet`.
-    static std::string terminationSheet(const std::string& message);
-
     /// Compares what was done since the last comparison, without questions.
     void expectEffects(std::initializer_list<std::string_view> expected,
                        int line = __builtin_LINE());
-    void expectEffects(const std::string& expected, int line = __builtin_LINE());
     /// The same with questions.
     void expectEverything(std::initializer_list<std::string_view> expected,
                           int line = __builtin_LINE());
 
     const std::string userLibrary = "/Users/ann/Music/User Library";
     const std::string installed = userLibrary + "/Morvella";
+    /// For the launch argument "/Kit/".
+    const std::string demoSet = "/Kit/Morvella Basic Demo Project/Morvella Basic Demo.als";
 
     std::shared_ptr<FakeWindow> window = std::make_shared<FakeWindow>(journal);
     FakeViewController viewController{journal};

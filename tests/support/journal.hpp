@@ -8,48 +8,50 @@
 
 namespace morvella::tests {
 
-/// What a line of the journal is about.
-enum class Kind {
-    question,  ///< The platform was only asked something.
-    log,
-    sheet,
-    window,
-    page,
-    control,
-    file,
-    command,
-    defaults,
-    timer,
-    queue,
-    application,
+/// The kinds of lines in the journal. Each line begins with its kind.
+struct Kind {
+    static constexpr std::string_view question = "asked";  ///< Only a query.
+    static constexpr std::string_view log = "log";
+    static constexpr std::string_view sheet = "sheet";
+    static constexpr std::string_view window = "window";
+    static constexpr std::string_view page = "page";
+    static constexpr std::string_view control = "control";
+    static constexpr std::string_view file = "file";
+    static constexpr std::string_view command = "run";
+    static constexpr std::string_view defaults = "defaults";
+    static constexpr std::string_view timer = "timer";
+    static constexpr std::string_view queue = "queue";
+    static constexpr std::string_view application = "application";
 };
 
 /// The text of a journal that holds exactly these lines.
 std::string lines(std::initializer_list<std::string_view> lines);
 
-/// What the installer did to the fakes of the platform, in its order, one readable line each: the
-/// kind and what happened, as in "log: unknown state reached." The texts below are made to be
-/// compared with `lines({...})`.
+/// What the installer did to the fakes of the platform, in order, one readable line each: the kind
+/// and what happened, as in "log: unknown state reached." Compare the texts with `lines({...})`.
 class Journal {
   public:
-    void write(Kind kind, std::string_view what);
+    void write(std::string_view kind, std::string_view what);
     void clear() { entries_.clear(); }
 
-    /// If there is one, it is called with each line before the installer goes on: what the state is
-    /// at that moment.
+    /// If set, called with each line before the installer goes on; a test can look at the state at
+    /// that moment.
     std::function<void(const std::string& line)> watcher;
 
-    /// Everything, also what the platform was only asked.
+    /// Everything, including questions to the platform.
     [[nodiscard]] std::string everything() const;
     /// Everything but questions.
     [[nodiscard]] std::string effects() const;
-    [[nodiscard]] std::string only(std::initializer_list<Kind> kinds) const;
+    [[nodiscard]] std::string only(std::initializer_list<std::string_view> kinds) const;
 
   private:
     struct Entry {
-        Kind kind;
+        std::string_view kind;
         std::string line;
     };
+
+    template <class Predicate>
+    [[nodiscard]] std::string linesWhere(Predicate holds) const;
 
     std::vector<Entry> entries_;
 };
