@@ -2,24 +2,34 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
+#include <iostream>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "fuzz.hpp"
 #include "live/library_cfg.hpp"
+#include "live/live_version.hpp"
 #include "platform/cocoa/conversions.h"
 #include "platform/file_url.hpp"
 #include "platform/paths.hpp"
 #include "platform/text.hpp"
 
-/// The core beside Foundation itself. Where GNUstep differs from Apple's Foundation the core
-/// follows Apple's; those inputs are left out here.
+/// Compares the core with Foundation itself. Where GNUstep differs from Apple's Foundation, the
+/// core follows Apple's, and the comparison leaves those inputs out.
 namespace {
 
 using namespace morvella;
-using fuzz::requireEqual;
+
+/// Ends the run if the two differ; the fuzzer then keeps the input.
+template <class Value>
+void requireEqual(const Value& actual, const Value& expected, std::string_view what) {
+    if (actual != expected) {
+        std::cerr << what << "\n  is         " << actual << "\n  instead of " << expected << '\n';
+        std::abort();
+    }
+}
 
 /// GNUstep takes a character and the marks on it for one.
 bool hasMarks(const std::string& text) {
@@ -71,15 +81,25 @@ void comparePieces(const std::string& text) {
     }
 }
 
-void compareNumbers(const std::string& text) {
-    // GNUstep does not stop at the largest number, and takes other characters for white space.
+/// GNUstep does not stop at the largest number, and takes other characters for white space.
+bool holdsPlainNumbers(const std::string& text) {
     const auto digits = std::count_if(text.begin(), text.end(),
                                       [](unsigned char byte) { return std::isdigit(byte); });
-    const bool isPlain = std::all_of(text.begin(), text.end(), [](unsigned char byte) {
-        return std::isprint(byte) || std::isspace(byte);
-    });
-    if (digits < 10 && isPlain) {
-        requireEqual(intValue(text), [stringOf(text) intValue], "the number in " + text);
+    return digits < 10 && std::all_of(text.begin(), text.end(), [](unsigned char byte) {
+               return std::isprint(byte) || std::isspace(byte);
+           });
+}
+
+void compareVersions(const std::string& folder) {
+    NSString* version = [stringOf(folder) stringByReplacingOccurrencesOfString:@"Live "
+                                                                    withString:@""];
+    NSArray* pieces = [version componentsSeparatedByString:@"."];
+    const LiveVersion own = liveVersionOfFolder(folder);
+    NSUInteger at = 0;
+    for (const int32_t number : {own.major, own.minor, own.patch}) {
+        const int32_t expected = at < [pieces count] ? [[pieces objectAtIndex:at] intValue] : 0;
+        requireEqual(number, expected, "a number of the version " + folder);
+        ++at;
     }
 }
 
@@ -118,10 +138,12 @@ void compareLibraryCfg(const std::string& text) {
 
 }  // namespace
 
-/// The first line of the input is a path, the second one a component. All of it is a `Library.cfg`.
+/// The first line of the input serves as a path and as the name of a preferences folder, the rest
+/// as a component, and all of it as a `Library.cfg`.
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size);
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-    const std::string text = fuzz::textOf(data, size);
+    const std::string text(reinterpret_cast<const char*>(data), size);
     if (isUtf8(text) && text.find('\0') == std::string::npos) {
         const size_t lineEnd = text.find('\n');
         const std::string path = text.substr(0, lineEnd);
@@ -133,7 +155,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
         if (!hasMarks(path)) {
             comparePieces(path);
         }
-        compareNumbers(path);
+        if (holdsPlainNumbers(path)) {
+            requireEqual(intValue(path), [stringOf(path) intValue], "the number in " + path);
+            compareVersions(path);
+        }
         compareLibraryCfg(text);
     }
     [pool release];
