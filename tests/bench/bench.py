@@ -7,7 +7,6 @@ it needs. The machine should have nothing else to do.
 
 import argparse
 import contextlib
-import shutil
 import signal
 import subprocess
 import sys
@@ -84,11 +83,8 @@ ROWS = {"start": start, "install": install, "memory": memory, "library-cfg": con
 @contextlib.contextmanager
 def folder_in(parent):
     """Gone afterwards, also when the run is interrupted."""
-    folder = Path(tempfile.mkdtemp(prefix="morvella-bench-", dir=parent)).resolve()
-    try:
-        yield folder
-    finally:
-        shutil.rmtree(folder)
+    with tempfile.TemporaryDirectory(prefix="morvella-bench-", dir=parent) as folder:
+        yield Path(folder).resolve()
 
 
 def main():
@@ -113,8 +109,4 @@ def main():
         report.write(ROOT / "docs/performance.md", figures, machine)
 
 
-if __name__ == "__main__":
-    try:
-        main()
-    except KeyboardInterrupt:
-        sys.exit(130)
+main()

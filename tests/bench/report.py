@@ -58,14 +58,10 @@ def table(figures):
 
 def machine():
     """What the figures were measured on, and when."""
-
-    def value(path, pattern):
-        found = re.search(pattern, Path(path).read_text(encoding="utf-8"), re.MULTILINE)
-        return found[1].strip() if found else "unknown"
-
-    memory = int(value("/proc/meminfo", r"^MemTotal:\s*(\d+)")) / 1024**2
-    processor = value("/proc/cpuinfo", r"^model name.*?:(.*)")
-    system = value("/etc/os-release", r"^PRETTY_NAME=.(.*).$")
+    described = re.search(r"^model name.*?: (.*)", Path("/proc/cpuinfo").read_text(), re.MULTILINE)
+    processor = described[1] if described else platform.machine()
+    memory = os.sysconf("SC_PHYS_PAGES") * os.sysconf("SC_PAGE_SIZE") / 1024**3
+    system = platform.freedesktop_os_release()["PRETTY_NAME"]
     return (
         f"Measured on {time.strftime('%Y-%m-%d')} on {processor} ({os.cpu_count()} cores, "
         f"{memory:.0f} GiB) with {system}, Linux {platform.release()}; "

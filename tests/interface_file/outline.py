@@ -68,6 +68,8 @@ class Outline:
 
     def _connections(self, element):
         for each in element.iterfind("connections/outlet"):
+            if each.get("property") == self._outlets.get(each.get("destination")):
+                continue  # The object's own line names this outlet.
             target = self._by_id[each.get("destination")]
             yield f"    outlet {each.get('property')}: {self._kind(target)} {self._name(target)}"
 
@@ -84,27 +86,22 @@ class Outline:
     def _description(self, element):
         cell = element.find("*[@key='cell']") if element.tag in ("textField", "button") else None
         both = [element] if cell is None else [element, cell]
-        first = self._kind(element)
-        title = (
-            both[-1].get("title") if cell is not None or element.tag.startswith("menu") else None
-        )
-        parts = [first if title is None else f"{first} {quoted(title)}"]
+        parts = [self._kind(element)]
+        if cell is not None or element.tag.startswith("menu"):
+            parts[0] += f" {quoted(both[-1].get('title'))}" if "title" in both[-1].attrib else ""
         parts += [f"= {self._outlets[e.get('id')]}" for e in both if e.get("id") in self._outlets]
         defaults = TEXT_VIEW_DEFAULTS if element.tag == "textView" else DEFAULTS
         for name, default in defaults.items():
             parts += [f"{name} {e.get(name)}" for e in both if e.get(name, default) != default]
-        parts += [element.get("style")] * (element.get("style") is not None)
+        parts += [element.get("style")] if "style" in element.attrib else []
         parts += self._key(element, both[-1])
-        parts += [
-            f"spoken {quoted(e.get('description'))}" for e in element.iterfind("accessibility")
-        ]
-        for each in element.iterfind("connections/action"):
-            target = self._name(self._by_id[each.get("target")])
-            parts.append(f"sends {each.get('selector')} to {target}")
-        for each in element.iterfind("connections/outlet"):
-            parts.append(
-                f"{each.get('property')} {self._name(self._by_id[each.get('destination')])}"
-            )
+        spoken = (each.get("description") for each in element.iterfind("accessibility"))
+        parts += [f"spoken {quoted(text)}" for text in spoken]
+        for each in element.iterfind("connections/*"):
+            target = self._name(self._by_id[each.get("target") or each.get("destination")])
+            is_action = each.tag == "action"
+            said = f"sends {each.get('selector')} to" if is_action else each.get("property")
+            parts.append(f"{said} {target}")
         return ", ".join(parts)
 
     def _key(self, element, cell):
@@ -116,9 +113,9 @@ class Outline:
         if key is None:
             return []
         mask = element.find("modifierMask")
-        modifiers = [k for k, v in mask.attrib.items() if v == "YES"] if mask is not None else []
-        if element.tag == "menuItem" and mask is None:
-            modifiers = ["command"]
+        modifiers = ["command"] if element.tag == "menuItem" else []
+        if mask is not None:
+            modifiers = [name for name, value in mask.attrib.items() if value == "YES"]
         return ["key " + "-".join([*modifiers, KEYS.get(key, key)])]
 
     def _class_of(self, element):

@@ -3,6 +3,7 @@
 import os
 import shutil
 import subprocess
+import sys
 import tempfile
 from pathlib import Path
 
@@ -13,6 +14,28 @@ HERE = Path(__file__).resolve().parent
 ROOT = HERE.parents[1]
 TOOLS = "cmake codesign ditto file lipo otool plutil screencapture spctl uname vtool xattr".split()
 TOOLS += ["xcodebuild", "xcrun"]
+
+
+SUITE, UTILITY, SHADERS = "morvella.zip", "Tressimo.zip", "ISF.zip"
+
+
+def check(*arguments):
+    return subprocess.run(
+        [sys.executable, "-B", ROOT / "script/check-payload", *arguments],
+        capture_output=True,
+        encoding="utf-8",
+        env={"PYTHONUTF8": "1"},
+        check=False,
+    )
+
+
+def findings(folder, kind="error"):
+    """What the check says about the payload in the folder; any error makes it fail."""
+    run = check(folder)
+    lines = run.stdout.splitlines()
+    errors = any(line.startswith("error: ") for line in lines)
+    assert (run.stderr, run.returncode) == ("", 1 if errors else 0)
+    return [line.removeprefix(f"{kind}: ") for line in lines if line.startswith(f"{kind}: ")]
 
 
 class Mac:

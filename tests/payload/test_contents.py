@@ -1,82 +1,51 @@
 """What script/check-payload requires each archive to hold."""
 
 import pytest
-from checking import SHADERS, SUITE, UTILITY, findings
+from conftest import SHADERS, SUITE, UTILITY, findings
 from sample_payload import information
 
-BUNDLE = "Tressimo.app/Contents"
+APPLICATION = "Morvella/Morvella.app/"
 DEVICE = "Morvella/Sources/Vellicor.amxd"
+INFORMATION = "Tressimo.app/Contents/Info.plist"
+PROGRAM = "Tressimo.app/Contents/MacOS/Tressimo"
+BUNDLES = "application bundles at its top, not one"
 
 # How a sound payload is spoilt, and the error.
-CONTENTS = {
-    "the suite without its application": (
-        lambda p: p.drop(SUITE, "Morvella/Morvella.app/"),
-        'morvella.zip: "Morvella/Morvella.app/" is missing',
-    ),
-    "the application in another case": (
+SPOILT = [
+    (lambda p: p.drop(SUITE, APPLICATION), f'morvella.zip: "{APPLICATION}" is missing'),
+    # The name in another case.
+    (
         lambda p: p.rename(SUITE, "Morvella.app", "morvella.app"),
-        'morvella.zip: "Morvella/Morvella.app/" is missing',
+        f'morvella.zip: "{APPLICATION}" is missing',
     ),
-    "the suite without its device": (
-        lambda p: p.drop(SUITE, DEVICE),
-        f'morvella.zip: "{DEVICE}" is missing',
-    ),
-    "an empty device": (
-        lambda p: p.replace(SUITE, DEVICE, b""),
-        f'morvella.zip: "{DEVICE}" is empty',
-    ),
-    "a folder for the device": (
-        lambda p: p.rename(SUITE, DEVICE, f"{DEVICE}/late"),
-        f'morvella.zip: "{DEVICE}" is missing',
-    ),
-    "a file beside the suite": (
-        lambda p: p.add(SUITE, "Read me.txt"),
-        'morvella.zip: "Read me.txt" lies beside the top folder "Morvella"',
-    ),
-    "no utility": (
-        lambda p: p.rename(UTILITY, "Tressimo.app", "Tressimo"),
-        "Tressimo.zip: holds 0 application bundles at its top, not one",
-    ),
-    "two utilities": (
-        lambda p: p.add(UTILITY, "Other.app/Contents/Info.plist"),
-        "Tressimo.zip: holds 2 application bundles at its top, not one",
-    ),
-    "a file named like the utility": (
+    (lambda p: p.drop(SUITE, DEVICE), f'morvella.zip: "{DEVICE}" is missing'),
+    (lambda p: p.rename(SUITE, DEVICE, f"{DEVICE}/x"), f'morvella.zip: "{DEVICE}" is missing'),
+    (lambda p: p.replace(SUITE, DEVICE, b""), f'morvella.zip: "{DEVICE}" is empty'),
+    (lambda p: p.add(SUITE, "x"), 'morvella.zip: "x" lies beside the top folder "Morvella"'),
+    (lambda p: p.rename(UTILITY, "Tressimo.app", "x"), f"Tressimo.zip: holds 0 {BUNDLES}"),
+    (lambda p: p.add(UTILITY, "x.app/y"), f"Tressimo.zip: holds 2 {BUNDLES}"),
+    # A file instead of the bundle.
+    (
         lambda p: p.replace(UTILITY, "Tressimo.app", b"x"),
         'Tressimo.zip: "Tressimo.app/" is missing',
     ),
-    "the utility without its information": (
-        lambda p: p.drop(UTILITY, f"{BUNDLE}/Info.plist"),
-        f'Tressimo.zip: "{BUNDLE}/Info.plist" is missing',
+    (lambda p: p.drop(UTILITY, INFORMATION), f'Tressimo.zip: "{INFORMATION}" is missing'),
+    (
+        lambda p: p.replace(UTILITY, INFORMATION, information("")),
+        f'Tressimo.zip: "{INFORMATION}" names no CFBundleExecutable',
     ),
-    "information that names no executable": (
-        lambda p: p.replace(UTILITY, f"{BUNDLE}/Info.plist", information("")),
-        f'Tressimo.zip: "{BUNDLE}/Info.plist" names no CFBundleExecutable',
+    (lambda p: p.drop(UTILITY, PROGRAM), f'Tressimo.zip: "{PROGRAM}" is missing'),
+    (
+        lambda p: p.replace(UTILITY, PROGRAM, b"x"),
+        f'Tressimo.zip: "{PROGRAM}" is not executable',
     ),
-    "the utility without its executable": (
-        lambda p: p.drop(UTILITY, f"{BUNDLE}/MacOS/Tressimo"),
-        f'Tressimo.zip: "{BUNDLE}/MacOS/Tressimo" is missing',
-    ),
-    "an executable that cannot be executed": (
-        lambda p: p.replace(UTILITY, f"{BUNDLE}/MacOS/Tressimo", b"x"),
-        f'Tressimo.zip: "{BUNDLE}/MacOS/Tressimo" is not executable',
-    ),
-    "a file beside the utility": (
-        lambda p: p.add(UTILITY, "Read me.txt"),
-        'Tressimo.zip: "Read me.txt" lies beside the top folder "Tressimo.app"',
-    ),
-    "shaders without one folder": (
-        lambda p: p.drop(SHADERS, "ISF/Dariwent"),
-        'ISF.zip: "ISF/Dariwent/" is missing',
-    ),
-    "shaders without the other folder": (
-        lambda p: p.drop(SHADERS, "ISF/Standard"),
-        'ISF.zip: "ISF/Standard/" is missing',
-    ),
-}
+    (lambda p: p.add(UTILITY, "x"), 'Tressimo.zip: "x" lies beside the top folder "Tressimo.app"'),
+    (lambda p: p.drop(SHADERS, "ISF/Dariwent"), 'ISF.zip: "ISF/Dariwent/" is missing'),
+    (lambda p: p.drop(SHADERS, "ISF/Standard"), 'ISF.zip: "ISF/Standard/" is missing'),
+]
 
 
-@pytest.mark.parametrize("spoil, error", CONTENTS.values(), ids=CONTENTS)
+@pytest.mark.parametrize("spoil, error", SPOILT)
 def test_refuses_contents(folder, payload, spoil, error):
     spoil(payload)
     payload.write(folder)
@@ -84,7 +53,7 @@ def test_refuses_contents(folder, payload, spoil, error):
 
 
 def test_refuses_damaged_information(folder, payload):
-    payload.replace(UTILITY, f"{BUNDLE}/Info.plist", b"<plist>")
+    payload.replace(UTILITY, INFORMATION, b"<plist>")
     payload.write(folder)
     (error,) = findings(folder)
-    assert error.startswith(f'Tressimo.zip: "{BUNDLE}/Info.plist" cannot be read')
+    assert error.startswith(f'Tressimo.zip: "{INFORMATION}" cannot be read')
