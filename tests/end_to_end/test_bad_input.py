@@ -1,5 +1,3 @@
-import plistlib
-
 import pytest
 
 from expectations import expect_untouched
@@ -41,63 +39,28 @@ class TestArguments(Scenario):
         expect_untouched(stage, before)
 
 
-class TestLiveApplication(Scenario):
-    """What the Live application's own information may hold."""
-
+class TestLibraryCfg(Scenario):
     @pytest.mark.parametrize(
-        "content",
+        ("change", "reason"),
         [
-            pytest.param(plistlib.dumps({"CFBundleName": "Live"}), id="no version"),
-            pytest.param(plistlib.dumps({"CFBundleVersion": ["11.3.4"]}), id="a list of versions"),
-            pytest.param(plistlib.dumps({"CFBundleName": 200 * "x"})[:200], id="half a list"),
-            pytest.param(bytes(range(256)) * 8, id="no list"),
-            pytest.param(None, id="nothing"),
+            pytest.param(lambda old: None, STATUS_1, id="missing"),
+            pytest.param(lambda old: bytes(range(256)) * 4096, STATUS_4, id="binary"),
+            pytest.param(
+                lambda old: old + "<!-- ö -->\n".encode("latin-1"), STATUS_4, id="Latin 1"
+            ),
+            pytest.param(lambda old: old.replace(b"UserL", b"L"), STATUS_4, id="other projects"),
+            pytest.param(lambda old: MANY_LINES, STATUS_4, id="large"),
         ],
     )
-    def test_has_no_version(self, content):
+    def test_without_an_entry(self, change, reason):
         stage = self.make_stage()
-        information = stage.live_app / "Contents/Info.plist"
-        information.unlink()
-        if content:
-            information.write_bytes(content)
-        before = self.snapshot(stage)
-        self.run(stage, criticals=[NO_USER_LIBRARY], log=[STATUS_1])
-        expect_untouched(stage, before)
-
-
-class TestLibraryCfg(Scenario):
-    def expect_no_user_library(self, stage, reason=STATUS_4):
+        content = change(stage.library_cfg.read_bytes())
+        stage.library_cfg.unlink() if content is None else stage.library_cfg.write_bytes(content)
         before = self.snapshot(stage)
         self.run(stage, criticals=[NO_USER_LIBRARY], log=[reason])
         expect_untouched(stage, before)
 
-    def test_is_missing(self):
-        stage = self.make_stage()
-        stage.library_cfg.unlink()
-        self.expect_no_user_library(stage, STATUS_1)
-
-    @pytest.mark.parametrize(
-        "change",
-        [
-            pytest.param(lambda old: b"", id="empty"),
-            pytest.param(lambda old: bytes(range(256)) * 4096, id="binary"),
-            pytest.param(lambda old: MANY_LINES, id="large"),
-            pytest.param(lambda old: old + "<!-- Köln -->\n".encode("latin-1"), id="not UTF-8"),
-            pytest.param(lambda old: old.replace(b"UserLibrary>", b"Other>"), id="other projects"),
-        ],
-    )
-    def test_has_no_entry(self, change):
-        stage = self.make_stage()
-        stage.library_cfg.write_bytes(change(stage.library_cfg.read_bytes()))
-        self.expect_no_user_library(stage)
-
-    def test_is_a_folder(self):
-        stage = self.make_stage()
-        stage.library_cfg.unlink()
-        stage.library_cfg.mkdir()
-        self.expect_no_user_library(stage)
-
-    def test_has_its_entry_behind_50_megabytes(self):
+    def test_entry_after_50_megabytes(self):
         stage = self.make_stage()
         stage.library_cfg.write_bytes(MANY_LINES + stage.library_cfg.read_bytes())
         self.run(stage)

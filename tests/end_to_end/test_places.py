@@ -1,4 +1,4 @@
-"""What stands in the places of the installation, or cannot be used of them."""
+"""Places of the installation that are taken, missing or cannot be used."""
 
 import re
 
@@ -6,12 +6,11 @@ import pytest
 
 import pages
 import snapshot
-from expectations import expect_backup, expect_files, fonts, installed
+from expectations import expect_backup, expect_files, installed
 from log_lines import (
     OLD_SUITE_HANDLED,
     critical_line,
     failed_line,
-    font_lines,
     font_not_copied_lines,
     no_folder_line,
     not_trashed_line,
@@ -23,54 +22,30 @@ from scenario import Scenario, expect_nothing_lost
 
 
 class TestDestination(Scenario):
-    """Something else than a previous installation stands where the suite will be."""
+    """Something other than a folder takes the suite's place: it goes to the Trash."""
 
-    @pytest.fixture
-    def stage(self):
-        stage = self.make_stage()
-        self.elsewhere = stage.documents / "Elsewhere"
-        self.elsewhere.mkdir()
-        (self.elsewhere / "Own.txt").write_text("a file of the user's own\n")
-        return stage
-
-    def expect_replaced(self, stage, **options):
-        """Runs to the end; what stood in the place must be in the Trash afterwards."""
+    def expect_replaced(self, stage):
         before = self.snapshot(stage)
-        self.run(stage, **options)
+        self.run(stage)
         expect_nothing_lost(stage, before)
         assert installed(self.bundle, stage).items() <= self.snapshot(stage).items()
 
-    def test_file(self, stage):
+    def test_file(self):
+        stage = self.make_stage()
         stage.destination.write_text("a file of the user's own\n")
         self.expect_replaced(stage)
 
-    def test_link_to_a_folder_elsewhere(self, stage):
-        stage.destination.symlink_to(self.elsewhere)
+    def test_link_to_a_folder_elsewhere(self):
+        stage = self.make_stage()
+        elsewhere = stage.documents / "Elsewhere"
+        elsewhere.mkdir()
+        (elsewhere / "Own.txt").write_text("a file of the user's own\n")
+        stage.destination.symlink_to(elsewhere)
         self.expect_replaced(stage)
-        expect_backup(stage, snapshot.of_folder(self.elsewhere))
-
-    def test_dangling_link(self, stage):
-        stage.destination.symlink_to(stage.documents / "Not There")
-        self.expect_replaced(stage, criticals=[pages.NO_BACKUP], log=["Making backup failed"])
-
-    def test_user_library_that_cannot_be_written_to(self, stage):
-        user = ordinary_user(stage.root)
-        stage.user_library.chmod(0o555)
-        before = self.snapshot(stage)
-        log = [refused_line("morvella.zip")]
-        self.run(stage, criticals=[pages.NOT_INSTALLED], log=log, user=user)
-        expect_files(stage, {**before, **installed(self.bundle, stage, suite_to=None)})
+        expect_backup(stage, snapshot.of_folder(elsewhere))
 
 
 class TestFonts(Scenario):
-    def test_fonts_with_other_contents_stay(self):
-        stage, present = self.make_stage(), fonts(self.bundle)
-        for font in present:
-            (stage.fonts / font).write_text("another font of that name\n")
-        before = self.snapshot(stage)
-        self.run(stage, log=font_lines(self.bundle, stage, present))
-        expect_files(stage, {**installed(self.bundle, stage), **before})
-
     def test_missing_folder_stops_nothing(self):
         stage = self.make_stage()
         stage.fonts.rmdir()
@@ -112,22 +87,6 @@ class TestSharedData(Scenario):
         to = stage.documents / "Morvella"
         self.expect_shaders(stage, to, log=shaders_to_documents_lines())
 
-    def test_old_shaders_in_the_documents_are_replaced(self):
-        stage = self.make_stage()
-        old = stage.documents / "Morvella/ISF/Standard"
-        old.mkdir(parents=True)
-        (old / "Old.fs").write_text("an old shader\n")
-        (stage.documents / "ISF").mkdir()
-        (stage.documents / "ISF/Own.fs").write_text("a shader of the user's own\n")
-        user = ordinary_user(stage.root)
-        stage.shared.chmod(0o555)
-        before, place = self.snapshot(stage), old.relative_to(stage.root)
-        log = [*shaders_to_documents_lines(), f"Deleting {old}"]
-        self.run(stage, log=log, user=user, elsewhere=True)
-        added = installed(self.bundle, stage, shaders_to=stage.documents / "Morvella")
-        expected = {**snapshot.without(before, place), **added}
-        expect_files(stage, expected, trashed={"Standard": snapshot.below(before, place)})
-
     @pytest.mark.parametrize("has_documents", [True, False])
     def test_neither_shared_folder_nor_documents(self, has_documents):
         stage = self.make_stage()
@@ -144,21 +103,8 @@ class TestSharedData(Scenario):
         self.expect_shaders(stage, None, criticals=criticals, log=log, user=user)
 
 
-class TestPreviousInstallation(Scenario):
-    def test_second_run_replaces_the_first(self):
-        stage = self.make_stage()
-        self.run(stage)
-        before = self.snapshot(stage)
-        self.run(stage, log=font_lines(self.bundle, stage, present=fonts(self.bundle)))
-        expect_backup(stage, snapshot.below(before, stage.destination.relative_to(stage.root)))
-        trashed = sorted(path.name for path in (stage.trash / "files").iterdir())
-        assert trashed == ["Morvella", "Morvella.2"]
-        after = self.snapshot(stage)
-        for place in (stage.destination, stage.utilities, stage.shared_data, stage.fonts):
-            place = place.relative_to(stage.root)
-            assert snapshot.below(after, place) == snapshot.below(before, place)
-
-    def test_trash_that_cannot_be_used(self):
+class TestTrash(Scenario):
+    def test_cannot_be_used(self):
         """Two sheets come in a row, and the installation behind them is complete."""
         stage = self.make_stage()
         stage.destination.mkdir()
@@ -177,7 +123,7 @@ class TestPreviousInstallation(Scenario):
         added = {**installed(self.bundle, stage), **expect_backup(stage, old)}
         expect_files(stage, {**before, **added})
 
-    def test_trash_of_the_account_is_not_used(self):
+    def test_is_not_that_of_the_account(self):
         stage, account = self.make_stage(previous=True), self.folder / "account"
         account.mkdir()
         self.run(stage, environment={"XDG_DATA_HOME": str(account)})
