@@ -11,7 +11,6 @@ from pathlib import Path
 from waiting import PATIENCE, TimedOut, wait_until
 
 LOG_PREFIX = re.compile(r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} .+?\[\d+:\d+\] ", re.MULTILINE)
-CRASH_FRAME = re.compile(r"^(/.+)\((.*)\+(0x[0-9a-f]+)\) ?\[0x", re.MULTILINE)
 
 
 class Application:
@@ -90,18 +89,7 @@ class Application:
         try:
             return wait_until(happened_or_died, what, seconds, **polling)
         except TimedOut as late:
-            raise TimedOut(f"{late}\nit wrote:\n{self.output}{self._crash()}") from None
-
-    def _crash(self):
-        """The functions that it crashed in, from its own report of it."""
-        if self.process.poll() in (None, 0):
-            return ""
-        told = "it crashed in:\n"
-        for module, symbol, offset in CRASH_FRAME.findall(self.output):
-            command = ["addr2line", "-Cfpe", module, offset]
-            found = subprocess.run(command, capture_output=True, text=True).stdout
-            told += found if not symbol else f"{symbol} of {module}\n"
-        return told
+            raise TimedOut(f"{late}\nit wrote:\n{self.output}") from None
 
     def wait_for_end(self, seconds=PATIENCE):
         """Waits until the process ends by itself, and all that it started; its exit status."""

@@ -46,7 +46,6 @@ def pytest_collection_modifyitems(config, items):
     items[:] = [item for item in items if item not in left_out]
     items.sort(key=lambda item: not item.get_closest_marker("slow"))
     config.hook.pytest_deselected(items=left_out)
-    config.left_out = [item.nodeid.partition("[")[0] for item in left_out]
 
 
 def not_in_sample(items, seed):
@@ -62,22 +61,10 @@ def not_in_sample(items, seed):
     return left_out
 
 
-def pytest_sessionfinish(session):
-    if hasattr(session.config, "workeroutput"):
-        session.config.workeroutput["left_out"] = session.config.left_out
-
-
-def pytest_testnodedown(node, error):
-    """Every worker has chosen the same; xdist's own process has chosen nothing."""
-    node.config.left_out = getattr(node, "workeroutput", {}).get("left_out", [])
-
-
 def pytest_terminal_summary(terminalreporter, config):
-    if left_out := getattr(config, "left_out", []):
-        terminalreporter.section("sampled")
-        terminalreporter.line(f"--seed {config.option.seed} takes this sample again")
-        for sweep in sorted(set(left_out)):
-            terminalreporter.line(f"--deep would add {left_out.count(sweep)} points of {sweep}")
+    if not config.option.deep:
+        seed = f"--seed {config.option.seed}"
+        terminalreporter.line(f"{seed} takes this sample of the sweeps again, --deep all of them")
 
 
 @pytest.hookimpl(hookwrapper=True)

@@ -146,31 +146,6 @@ NSArray* describeSheets(NSWindow* window) {
     return sheets;
 }
 
-/// Each text and picture in it; the picture of a step that is done is a check mark.
-NSArray* describeSidebar(NSView* view) {
-    NSMutableArray* parts = [NSMutableArray array];
-    for (NSView* part in [view subviews]) {
-        if (isNamed(part, @"StepsSidebar")) {
-            return describeSidebar(part);
-        }
-        NSString* shown = nil;
-        BOOL bold = NO;
-        if ([part isKindOfClass:[NSTextField class]]) {
-            auto* field = static_cast<NSTextField*>(part);
-            shown = [field stringValue];
-            bold = [[field font] isEqual:[NSFont boldSystemFontOfSize:[[field font] pointSize]]];
-        } else if ([part isKindOfClass:[NSImageView class]]) {
-            shown = [[static_cast<NSImageView*>(part) image] name];
-        }
-        [parts addObject:@{
-            @"text" : text(shown),
-            @"bold" : @(bold != NO),
-            @"frame" : listOf(frameOf(part))
-        }];
-    }
-    return isNamed(view, @"StepsSidebar") ? parts : nil;
-}
-
 NSWindow* installerWindow() {
     for (NSWindow* window in [NSApp windows]) {
         if ([window isMemberOfClass:[NSWindow class]] &&
@@ -190,7 +165,6 @@ NSDictionary* describeWindow() {
     }
     const auto device = reinterpret_cast<unsigned long>(
         [GSServerForWindow(window) windowDevice:static_cast<int>([window windowNumber])]);
-    NSArray* sidebar = describeSidebar([window contentView]);
     return @{
         @"window" : @(device),
         @"title" : text([window title]),
@@ -198,7 +172,6 @@ NSDictionary* describeWindow() {
         @"height" : @(heightOf(window)),
         @"size" : listOf(frameOf([window contentView])),
         @"key" : @([window isKeyWindow] != NO),
-        @"sidebar" : sidebar ? sidebar : @[],
         @"page" : Contents([window contentView]).describe(),
         @"sheets" : describeSheets(window)
     };

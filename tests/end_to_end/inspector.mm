@@ -17,7 +17,6 @@
 
 #include <algorithm>
 #include <array>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -59,25 +58,6 @@ void letIndicatorsRaise() {
     method_setImplementation(start, reinterpret_cast<IMP>(raising));
 }
 
-/// Writes where the installer crashed to its standard error, for application.py to name.
-void tellCrash(int number) {
-    std::array<void*, 32> callers{};
-    backtrace_symbols_fd(callers.data(), backtrace(callers.data(), callers.size()), STDERR_FILENO);
-    std::raise(number);
-}
-
-void watchForCrashes() {
-    for (const int number : {SIGSEGV, SIGBUS, SIGABRT, SIGILL, SIGFPE}) {
-        struct sigaction present {};
-        sigaction(number, nullptr, &present);
-        if (present.sa_handler == SIG_DFL) {  // the sanitizer tells more
-            present.sa_handler = &tellCrash;
-            present.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
-            sigaction(number, &present, nullptr);
-        }
-    }
-}
-
 std::string setting(const char* name) {
     const char* value = std::getenv(name);
     return value ? value : "";
@@ -101,7 +81,6 @@ class Inspector {
         // What the installer starts is not inspected.
         unsetenv("INSPECTOR");
         setenv("LD_PRELOAD", setting("PRELOAD_IN_CHILDREN").c_str(), 1);
-        watchForCrashes();
     }
 
     [[nodiscard]] int descriptor() const { return socket_; }

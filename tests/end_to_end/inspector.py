@@ -1,7 +1,6 @@
 """What the installer's window shows, read from inside the process. See inspector.mm."""
 
 import json
-import re
 import shutil
 import socket
 from types import SimpleNamespace
@@ -130,17 +129,3 @@ class State:
     def view(self):
         """What can be pressed there."""
         return self.sheets[-1]["shown"] if self.sheets else self.page_view
-
-    @property
-    def steps(self):
-        """The sidebar's rows; the mark of a step that is done counts as a check mark."""
-        rows = {}
-        for part in filter(lambda part: part["text"], self.sidebar):
-            _, y, _, height = part["frame"]
-            rows.setdefault(y + height / 2, []).append(part)
-        told = []
-        for _, parts in sorted(rows.items()):
-            parts.sort(key=lambda part: part["frame"][0])
-            texts = [re.sub("NSMenuOnState.*", "✓", part["text"]) for part in parts]
-            told.append(" ".join(texts) + (" (bold)" if parts[-1]["bold"] else ""))
-        return told

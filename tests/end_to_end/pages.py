@@ -5,17 +5,16 @@ from typing import NamedTuple
 
 class Page(NamedTuple):
     title: str
-    step: str  # its name in the sidebar
     button: str  # leads to the next page; empty where the page leads there by itself
     picture: str  # its name in docs/images
 
 
 WAY = (
-    Page(WELCOME := "Welcome", "Welcome", "Next", "welcome"),
-    Page(LICENCE := "Licence Agreement", "Licence", "Accept", "licence"),
-    Page(SETTINGS := "Your User Library", "User Library", "Next", "settings"),
-    Page(INSTALLATION := "Installing Morvella", "Installation", "", "installation"),
-    Page(FINISH := "Morvella Is Installed", "Finish", "Finish", "post-installation"),
+    Page(WELCOME := "Welcome", "Next", "welcome"),
+    Page(LICENCE := "Licence Agreement", "Accept", "licence"),
+    Page(SETTINGS := "Your User Library", "Next", "settings"),
+    Page(INSTALLATION := "Installing Morvella", "", "installation"),
+    Page(FINISH := "Morvella Is Installed", "Finish", "post-installation"),
 )
 # Before the first page.
 INITIAL = "Getting Ready"

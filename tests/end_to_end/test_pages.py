@@ -38,16 +38,6 @@ LAST_LINES = {
 }
 
 
-def sidebar(title):
-    """The steps as they look on this page: a mark for what is done, and where the user is."""
-    titles = [page.title for page in pages.WAY]
-    current = titles.index(title) if title in titles else 0
-    steps = [f"{number} {page.step}" for number, page in enumerate(pages.WAY, 1)]
-    done = [f"✓ {page.step}" for page in pages.WAY[:current]]
-    head = ["InstallerIcon", "Morvella (bold)", "Installer"]
-    return [*head, *done, f"{steps[current]} (bold)", *steps[current + 1 :]]
-
-
 def previous_installation(spinner, focus=" (Return, focused)"):
     return [
         pages.PREVIOUS_INSTALLATION,
@@ -66,7 +56,7 @@ def expect_critical_sheet(state, message):
 
 class Pages(Scenario):
     def expect_page(self, installer, title, last=None, state=None):
-        """Its steps, and its lines as far as they vary; the pictures show the rest."""
+        """Its lines as far as they vary; the pictures show the rest."""
         state = state or installer.state()
         last = last or LAST_LINES.get(title, [])
         lines = state.page_view.lines
@@ -77,7 +67,6 @@ class Pages(Scenario):
             pages.SETTINGS: [str(installer.stage.user_library)],
         }
         assert set(changing.get(title, [])) <= set(lines)
-        assert state.steps == sidebar(title)
 
     def expect_picture(self, installer, name):
         """What a changed hint of a font does to it is let through, a missing mark is not."""
