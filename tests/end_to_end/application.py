@@ -27,7 +27,7 @@ class Application:
         user=None,
         evidence=None,
     ):
-        """`evidence` is where a failed test leaves the log and a picture, without an extension."""
+        """`evidence` is where a failure leaves the log and a picture, without an extension."""
         self.display, self.bundle, self.stage = display, Path(bundle), stage
         self.environment = {
             "PATH": os.environ["PATH"],
@@ -56,6 +56,7 @@ class Application:
         if failure and self._evidence:
             self.display.picture().save(f"{self._evidence}.png")
             Path(f"{self._evidence}.log").write_text(self.output, encoding="utf-8")
+            print(f"Its log and a picture: {self._evidence}.*")
         if self.process.poll() is None:
             # What it has started may be held, and would never end.
             started = descendants(self.process.pid)

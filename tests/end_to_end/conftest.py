@@ -67,20 +67,11 @@ def pytest_terminal_summary(terminalreporter, config):
         terminalreporter.line(f"{seed} takes this sample of the sweeps again, --deep all of them")
 
 
-@pytest.hookimpl(hookwrapper=True)
-def pytest_runtest_makereport(item, call):
-    report = (yield).get_result()
-    if report.failed:
-        report.sections.append(("its log and its picture", f"{evidence_of(item)}.*"))
-
-
-def evidence_of(item):
-    return EVIDENCE / re.sub(r"\W+", "-", f"{item.parent.name}-{item.name}").strip("-")
-
-
 @pytest.fixture
 def evidence(request):
-    return evidence_of(request.node)
+    """Where a failed test leaves its log and a picture, without an extension."""
+    name = f"{request.node.parent.name}-{request.node.name}"
+    return EVIDENCE / re.sub(r"\W+", "-", name).strip("-")
 
 
 @pytest.fixture(scope="session")

@@ -78,15 +78,9 @@ def font_not_copied_lines():
     ]
 
 
-def no_folder_line(parent):
-    return re.compile(
-        rf"Couldn't create shared folder\(.*{parent}/Morvella/?\), error:(?!\(null\)).+"
-    )
-
-
 def shaders_to_documents_lines():
     return [
-        no_folder_line("Shared"),
+        re.compile(r"Couldn't create shared folder\(.*Shared/Morvella/?\), error:(?!\(null\)).+"),
         # The error of the folder that could not be created still stands.
         re.compile(r"Couldn't access documents folder, error:(?!\(null\)).+"),
     ]

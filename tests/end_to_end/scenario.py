@@ -111,7 +111,10 @@ def _with_modes(stage):
 
 
 def _without_own_places(items, stage, new=()):
-    """The snapshot without the installer's own places and without the `new` paths themselves."""
+    """The snapshot without the installer's own places and without the `new` paths themselves.
+
+    What a killed archiver left is overwritten if the next backup is made in the same second.
+    """
     places = [stage.destination, stage.utilities, stage.shared_data, stage.documents / "Morvella"]
     places += [stage.trash, stage.root / "opened-documents.txt"]
     for place in places:
@@ -120,7 +123,7 @@ def _without_own_places(items, stage, new=()):
         path: item
         for path, item in items.items()
         if path not in new
-        and not expectations.BACKUP_NAME.fullmatch(path.name)
+        and not expectations.BACKUP_NAME.fullmatch(path.name.removesuffix(".partial"))
         and not (path.suffix == ".ttf" and stage.root / path.parent == stage.fonts)
     }
 

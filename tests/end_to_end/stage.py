@@ -23,11 +23,6 @@ done
 LIBRARY_CFG = """<?xml version="1.0" encoding="UTF-8"?>
 <Ableton MajorVersion="5" MinorVersion="11.0_11300" Creator="Ableton Live {version}">
 \t<ContentLibrary>
-\t\t<BrowserContent>
-\t\t\t<ShowPlaces Value="true" />
-\t\t\t<ProjectName Value="Browser Places" />
-\t\t\t<ProjectPath Value="{home}/Music" />
-\t\t</BrowserContent>
 \t\t<LibraryProjects>
 \t\t\t<LibraryProject Id="0">
 \t\t\t\t<ProjectName Value="Rehearsal Takes" />
@@ -46,12 +41,6 @@ LIBRARY_CFG = """<?xml version="1.0" encoding="UTF-8"?>
 \t\t\t\t<Indexed Value="true" />
 \t\t\t</LibraryProject>
 \t\t</UserLibrary>
-\t\t<FactoryPacks>
-\t\t\t<PackProject Id="0">
-\t\t\t\t<ProjectName Value="Core Library" />
-\t\t\t\t<ProjectPath Value="/Applications/Live 11 Suite.app/Contents/App-Resources" />
-\t\t\t</PackProject>
-\t\t</FactoryPacks>
 \t</ContentLibrary>
 </Ableton>
 """
@@ -154,12 +143,8 @@ def add_options(parser):
 
 def chosen(options):
     """What `make` takes, from the options that `add_options` added."""
-    return {
-        "previous": options.previous,
-        "obstructed": options.obstructed,
-        "unmounted": options.unmounted,
-        "demo": not options.no_demo,
-    }
+    names = ("previous", "obstructed", "unmounted")
+    return {**{name: getattr(options, name) for name in names}, "demo": not options.no_demo}
 
 
 def library_cfg(stage):

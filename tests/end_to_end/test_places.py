@@ -12,7 +12,6 @@ from log_lines import (
     critical_line,
     failed_line,
     font_not_copied_lines,
-    no_folder_line,
     not_trashed_line,
     refused_line,
     shaders_to_documents_lines,
@@ -22,27 +21,18 @@ from scenario import Scenario, expect_nothing_lost
 
 
 class TestDestination(Scenario):
-    """Something other than a folder takes the suite's place: it goes to the Trash."""
-
-    def expect_replaced(self, stage):
-        before = self.snapshot(stage)
-        self.run(stage)
-        expect_nothing_lost(stage, before)
-        assert installed(self.bundle, stage).items() <= self.snapshot(stage).items()
-
-    def test_file(self):
-        stage = self.make_stage()
-        stage.destination.write_text("a file of the user's own\n")
-        self.expect_replaced(stage)
-
     def test_link_to_a_folder_elsewhere(self):
+        """The folder's files are backed up, and the link alone goes to the Trash."""
         stage = self.make_stage()
         elsewhere = stage.documents / "Elsewhere"
         elsewhere.mkdir()
         (elsewhere / "Own.txt").write_text("a file of the user's own\n")
         stage.destination.symlink_to(elsewhere)
-        self.expect_replaced(stage)
+        before = self.snapshot(stage)
+        self.run(stage)
+        expect_nothing_lost(stage, before)
         expect_backup(stage, snapshot.of_folder(elsewhere))
+        assert installed(self.bundle, stage).items() <= self.snapshot(stage).items()
 
 
 class TestFonts(Scenario):
@@ -86,21 +76,6 @@ class TestSharedData(Scenario):
         stage.shared_data.symlink_to(stage.documents / "Not There")
         to = stage.documents / "Morvella"
         self.expect_shaders(stage, to, log=shaders_to_documents_lines())
-
-    @pytest.mark.parametrize("has_documents", [True, False])
-    def test_neither_shared_folder_nor_documents(self, has_documents):
-        stage = self.make_stage()
-        if not has_documents:
-            stage.documents.rmdir()
-        user = ordinary_user(stage.root)
-        for folder in (stage.shared, stage.documents if has_documents else stage.home):
-            folder.chmod(0o555)
-        criticals = (
-            [pages.NO_USER_FILES] if has_documents else [pages.NO_SHARED_DATA, pages.NO_USER_FILES]
-        )
-        log = [*shaders_to_documents_lines(), no_folder_line("Documents")]
-        log += [refused_line("ISF.zip"), failed_line("ISF.zip")]
-        self.expect_shaders(stage, None, criticals=criticals, log=log, user=user)
 
 
 class TestTrash(Scenario):

@@ -166,22 +166,3 @@ class TestPressesTooEarly(Scenario):
             installer.key("Return")
             installer.expect_end()
         expect_opened(stage, [])
-
-    def test_on_a_sheet_counts_after_a_page_was_drawn_behind_it(self):
-        (self.copy_bundle() / "Tressimo.zip").write_text("no archive\n")
-        stage = self.make_stage()
-        gate = self.hold(stage)
-        with self.launch(stage, gate=gate) as installer:
-            installer.begin_installation()
-
-            def sheet_while_it_installs():
-                gate.allow(gate.arrived)
-                return installer.state().sheets
-
-            installer.wait(sheet_while_it_installs, "a sheet")
-            state = installer.state()
-            time.sleep(DELIBERATE)
-            self.display.click(*installer.place_of(state.view.control("Quit")))
-            assert installer.state().page == pages.INSTALLATION
-            gate.open()
-            installer.expect_end()

@@ -55,6 +55,3 @@ class TestTours(Scenario):
     def test_unmounted_volume_is_waited_for(self):
         shown = "volume-missing-sheet", "settings-waiting"
         self.take(*shown, before=SETTINGS, log=["UL unavailable"], unmounted=True)
-
-    def test_missing_demo_set_is_not_opened(self):
-        self.take(demo=False)

@@ -68,13 +68,3 @@ class TestVolume(Scenario):
             ],
         )
         self.expect_installed_next_time(stage)
-
-    def test_goes_away_and_comes_back_before_the_installation(self, stage):
-        before = self.snapshot(stage)
-
-        def go_and_come():
-            self.go(stage)
-            self.come(stage)
-
-        self.run(stage, before={SETTINGS: go_and_come}, user=self.user)
-        expect_files(stage, {**before, **installed(self.bundle, stage)})

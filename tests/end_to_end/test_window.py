@@ -3,7 +3,7 @@ import contextlib
 import pytest
 
 import pages
-from expectations import expect_opened, expect_untouched
+from expectations import expect_untouched
 from gate import Gate
 from scenario import Scenario
 from waiting import wait_until
@@ -63,19 +63,6 @@ class TestClosingTheWindow(Scenario):
         assert (stage.destination / ".Morvella.app").exists()
 
 
-class TestLastPage(Scenario):
-    def test_demo_set_is_not_opened_when_unticked(self):
-        stage = self.make_stage()
-        with self.launch(stage) as installer:
-            installer.go_to(pages.FINISH)
-            installer.click(pages.OPEN_DEMO)
-            installer.wait_for_state(
-                lambda state: not state.view.control(pages.OPEN_DEMO).ticked, "the box to be off"
-            )
-            installer.finish()
-        expect_opened(stage, [])
-
-
 class TestInFront(Scenario):
     """Another application's window covers the whole screen; the installer's comes before it."""
 
@@ -104,22 +91,23 @@ class TestInFront(Scenario):
             installer.wait_for(pages.BUNDLE_CORRUPT)
             self.expect_in_front(installer)
 
-    @pytest.mark.parametrize("message", [pages.NO_USER_LIBRARY, pages.NOT_AVAILABLE])
-    def test_sheet_on_the_settings_page(self, message):
-        stage = self.make_stage(unmounted=message == pages.NOT_AVAILABLE)
+    @pytest.mark.parametrize(
+        ("message", "page", "button"),
+        [
+            (pages.NO_USER_LIBRARY, pages.LICENCE, "Accept"),
+            (pages.NOT_AVAILABLE, pages.LICENCE, "Accept"),
+            (pages.PREVIOUS_INSTALLATION, pages.SETTINGS, "Next"),
+        ],
+    )
+    def test_sheet(self, message, page, button):
+        unmounted = message == pages.NOT_AVAILABLE
+        stage = self.make_stage(unmounted=unmounted, previous=not unmounted)
         if message == pages.NO_USER_LIBRARY:
             stage.library_cfg.unlink()
         with self.launch(stage) as installer:
-            installer.go_to(pages.LICENCE)
-            with self.press_and_cover(installer, "Accept"):
+            installer.go_to(page)
+            with self.press_and_cover(installer, button):
                 installer.wait_for(message)
-                self.expect_in_front(installer)
-
-    def test_sheet_about_the_previous_installation(self):
-        with self.launch(self.make_stage(previous=True)) as installer:
-            installer.go_to(pages.SETTINGS)
-            with self.press_and_cover(installer, "Next"):
-                installer.wait_for(pages.PREVIOUS_INSTALLATION)
                 self.expect_in_front(installer)
 
     def test_page_alone_stays_where_it_is(self):
