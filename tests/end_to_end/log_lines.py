@@ -7,7 +7,6 @@ from expectations import fonts
 
 CRITICAL = "critical error:"
 OLD_SUITE_HANDLED = "starting install after taking care of the old installation."
-HIDING = "Hiding the morvella.app to declutter the user library browser..."
 
 
 def start_lines(stage, live=None):
@@ -17,18 +16,6 @@ def start_lines(stage, live=None):
 
 def file_url(path):
     return "file://" + urllib.parse.quote(str(path), safe="-._~!$&'()*+,=:@/")
-
-
-def font_lines(bundle, stage, present=()):
-    return [
-        (
-            f"Font already installed:{font}"
-            if font in present
-            else f"Copying: ({file_url(bundle / 'Resources' / font)})"
-            f" To: ({file_url(stage.fonts / font)})"
-        )
-        for font in fonts(bundle)
-    ]
 
 
 def unpacking_line(bundle, archive):
@@ -45,45 +32,26 @@ def failed_line(archive):
     return f"Decompressing resource failed: {archive}"
 
 
-def utility_lines(bundle, stage, replaced=False):
-    return [
-        *([f"Deleting {stage.utilities}"] if replaced else []),
-        f"Installing Tressimo.zip to {stage.utilities}...",
-        unpacking_line(bundle, "Tressimo.zip"),
-    ]
-
-
 def installation_lines(bundle, stage, *, previous=False):
     """All of an undisturbed installation, perhaps over what `stage.make(previous=True)` makes."""
-    present = ["OpenSans-Regular.ttf"] if previous else []
-    shaders = ["Installing ISF.zip...", unpacking_line(bundle, "ISF.zip")]
-    return [
-        *font_lines(bundle, stage, present),
-        unpacking_line(bundle, "morvella.zip"),
-        *utility_lines(bundle, stage, replaced=previous),
-        *([] if previous else shaders),
-        HIDING,
-    ]
+    lines = []
+    for font in fonts(bundle):
+        source, target = file_url(bundle / "Resources" / font), file_url(stage.fonts / font)
+        is_present = previous and font == "OpenSans-Regular.ttf"
+        copying = f"Copying: ({source}) To: ({target})"
+        lines.append(f"Font already installed:{font}" if is_present else copying)
+    lines.append(unpacking_line(bundle, "morvella.zip"))
+    if previous:
+        lines.append(f"Deleting {stage.utilities}")
+    lines.append(f"Installing Tressimo.zip to {stage.utilities}...")
+    lines.append(unpacking_line(bundle, "Tressimo.zip"))
+    if not previous:
+        lines += ["Installing ISF.zip...", unpacking_line(bundle, "ISF.zip")]
+    return [*lines, "Hiding the morvella.app to declutter the user library browser..."]
 
 
 def not_trashed_line(path):
     return f"failed to move to trash:{file_url(path)}/"
-
-
-def font_not_copied_lines():
-    return [
-        re.compile(r"Copy error:(?!\(null\)).+"),
-        re.compile(r"Can't find font in the users' fonts library:(?!\(null\)).+"),
-        "Couldn't install fonts.",
-    ]
-
-
-def shaders_to_documents_lines():
-    return [
-        re.compile(r"Couldn't create shared folder\(.*Shared/Morvella/?\), error:(?!\(null\)).+"),
-        # The error of the folder that could not be created still stands.
-        re.compile(r"Couldn't access documents folder, error:(?!\(null\)).+"),
-    ]
 
 
 def critical_line(message):

@@ -24,12 +24,6 @@ class TestVolume(Scenario):
         source.rename(target)
         stage.volume.parent.chmod(0o555)
 
-    def go(self, stage):
-        self.move(stage, stage.volume, stage.unmounted_volume)
-
-    def come(self, stage):
-        self.move(stage, stage.unmounted_volume, stage.volume)
-
     def expect_installed_next_time(self, stage):
         before = self.snapshot(stage)
         self.run(stage, user=self.user)
@@ -41,10 +35,10 @@ class TestVolume(Scenario):
         before = self.snapshot(stage)
         with self.untouched_elsewhere(stage):
             options = {"user": self.user, "elsewhere": True}
-            going = {place: lambda: self.go(stage)}
+            going = {place: lambda: self.move(stage, stage.volume, stage.unmounted_volume)}
             self.run(stage, criticals=criticals, log=log, before=going, **options)
             assert list(stage.volume.parent.iterdir()) == []
-            self.come(stage)
+            self.move(stage, stage.unmounted_volume, stage.volume)
         expect_nothing_lost(stage, before)
         return before
 
