@@ -89,21 +89,6 @@ TEST_F(WholeRunTest, LeavesWhatIsSharedWhenItInstallsASecondTime) {
                    showsLastPage()});
 }
 
-TEST_F(WholeRunTest, InstallsOnceTheVolumeIsMounted) {
-    disk.remove(userLibrary);
-    controller.viewDidLoad();
-    show(settingsView);
-    window->answer(1000);
-    runLoop.tick();
-    EXPECT_EQ(journal.only({Kind::control}).find("next button enabled"), std::string::npos);
-    disk.addFolder(userLibrary);
-    runLoop.tick();
-    EXPECT_NE(journal.only({Kind::control}).find("next button enabled"), std::string::npos);
-    EXPECT_EQ(viewController.shown, settingsView);
-    show(doInstallView);
-    expectEffects({"page: installation page", installs});
-}
-
 }  // namespace
 
 }  // namespace morvella::tests

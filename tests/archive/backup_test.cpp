@@ -66,12 +66,6 @@ TEST_F(BackupTest, ThatCannotBePackedFailsWithoutALine) {
     expectEffects({packing});
 }
 
-TEST_F(BackupTest, OfTheSameSecondHasTheSameName) {
-    EXPECT_TRUE(controller.makeZipBackup());
-    EXPECT_TRUE(controller.makeZipBackup());
-    expectEffects({packing, packing});
-}
-
 }  // namespace
 
 }  // namespace morvella::tests

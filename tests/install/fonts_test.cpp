@@ -88,11 +88,6 @@ TEST_F(FontsTest, VerificationNoticesACopyThatFailedWithoutError) {
     expectEffects({copiesA, missesA});
 }
 
-TEST_F(FontsTest, AnEmptyListSucceeds) {
-    EXPECT_TRUE(controller.installFontList({}));
-    expectEverything({});
-}
-
 TEST_F(FontsTest, AFontMissingFromTheBundleFailsAndTheNextIsInstalled) {
     bundles.main->resources.erase("a.ttf");
     EXPECT_FALSE(install());

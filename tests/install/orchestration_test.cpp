@@ -81,11 +81,6 @@ TEST_F(OrchestrationTest, StopsWhenVerificationFails) {
     expectEffects({quits()});
 }
 
-TEST_F(OrchestrationTest, EndsByStoppingTheIndicatorAndShowingTheLastPage) {
-    controller.endInstall();
-    expectEverything({showsLastPage()});
-}
-
 }  // namespace
 
 }  // namespace morvella::tests

@@ -102,13 +102,6 @@ TEST_F(ProcedureTest, AUtilityFolderThatFailsWithoutErrorLogsNull) {
               lines({criticalSheet("Could not access /Applications folder, aborting.")}));
 }
 
-TEST_F(ProcedureTest, TheErrorOfTheUtilityFolderIsNotThatOfTheSharedData) {
-    disk.remove("/Users/Shared");
-    refuse(created, "not permitted");
-    install();
-    EXPECT_EQ(journal.only({Kind::log}).find("Warning"), std::string::npos);
-}
-
 TEST_F(ProcedureTest, UtilitiesThatCannotBeUnpackedShowASheet) {
     failArchiver("/Bundle/Tressimo.zip");
     install();

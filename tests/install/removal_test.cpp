@@ -9,11 +9,6 @@ class RemovalTest : public InstallerTest {
     const FileUrl folder = FileUrl::directory("/Library/Morvella");
 };
 
-TEST_F(RemovalTest, OfNothingSucceeds) {
-    EXPECT_TRUE(controller.removeFilesFromFolder({}, folder));
-    expectEverything({});
-}
-
 TEST_F(RemovalTest, TrashesWhatIsThereInOrderAndSkipsWhatIsMissing) {
     disk.addFile("/Library/Morvella/a");
     disk.addFile("/Library/Morvella/Sources/c d");

@@ -4,19 +4,12 @@
 
 #include <limits>
 #include <string>
-#include <vector>
+
+#include "support/fake_system.hpp"
 
 namespace morvella {
 
 namespace {
-
-class KeptLog : public Log {
-  public:
-    std::vector<std::string> lines;
-
-  private:
-    void writeLine(const std::string& line) override { lines.push_back(line); }
-};
 
 TEST(LogTest, PutsTheArgumentsWhereTheirPlaceholdersStand) {
     EXPECT_EQ(formatLogLine("Installing %@ to %@...", {"a", "b"}), "Installing a to b...");
@@ -50,13 +43,13 @@ TEST(LogTest, WritesEachKindOfArgumentInItsWay) {
 }
 
 TEST(LogTest, WritesOneLineForEachCall) {
-    KeptLog log;
+    tests::Journal journal;
+    tests::FakeLog log(journal);
     log("plain");
     log("%@, %u, %@, %@", "text", uint32_t{7}, FileUrl::file("/x"),
         std::optional<Error>(Error{"why"}));
     log("%@", std::string("two\nlines"));
-    EXPECT_EQ(log.lines,
-              (std::vector<std::string>{"plain", "text, 7, file:///x, why", "two\nlines"}));
+    EXPECT_EQ(journal.everything(), "log: plain\nlog: text, 7, file:///x, why\nlog: two\nlines\n");
 }
 
 }  // namespace

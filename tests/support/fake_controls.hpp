@@ -46,10 +46,7 @@ class FakeTextFieldCell : public FakeControl<TextFieldCell> {
     void setTitle(const std::string& title) override { write("says \"" + title + "\""); }
 };
 
-class FakeAttributedString : public NamedObject<AttributedString> {
-  public:
-    using NamedObject::NamedObject;
-};
+using FakeAttributedString = NamedObject<AttributedString>;
 
 class FakeTextView : public FakeControl<TextView> {
   public:
