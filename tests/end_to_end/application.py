@@ -1,4 +1,4 @@
-"""A program with a window, as one process of its own."""
+"""A program with a window, running in its own process."""
 
 import os
 import re
@@ -14,7 +14,7 @@ LOG_PREFIX = re.compile(r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} .+?\[\d+:\d+\] 
 
 
 class Application:
-    """Use as a context: the process never outlives it."""
+    """Use as a context manager: the process never outlives it."""
 
     def __init__(
         self,
@@ -58,7 +58,7 @@ class Application:
             Path(f"{self._evidence}.log").write_text(self.output, encoding="utf-8")
             print(f"Its log and a picture: {self._evidence}.*")
         if self.process.poll() is None:
-            # What it has started may be held, and would never end.
+            # Its children may be held by the gate and would never end.
             started = descendants(self.process.pid)
             self.process.kill()
             kill(started)
@@ -73,7 +73,7 @@ class Application:
 
     @property
     def log(self):
-        """The log lines' texts, in order; a text may hold line breaks of its own."""
+        """The texts of the log lines, in order; a text may contain line breaks."""
         first, *lines = LOG_PREFIX.split(self.output)
         return ([first] if first else []) + [line.removesuffix("\n") for line in lines]
 
@@ -93,13 +93,13 @@ class Application:
             raise TimedOut(f"{late}\nit wrote:\n{self.output}") from None
 
     def wait_for_end(self, seconds=PATIENCE):
-        """Waits until the process ends by itself, and all that it started; its exit status."""
+        """Waits until the process and its children have ended; returns the exit status."""
         self.wait(lambda: self.process.poll() is not None, "its end", seconds)
         wait_until(lambda: not self._has_left_others(), "the end of what it started", seconds)
         return self.process.returncode
 
     def _has_left_others(self):
-        """What it starts, the Live application too, has its environment."""
+        """Its children, including the Live application, inherit its environment."""
         stage = f"MORVELLA_STAGE={self.stage.root}".encode()
         for environment in Path("/proc").glob("[0-9]*/environ"):
             with suppress(OSError):
@@ -109,7 +109,7 @@ class Application:
 
 
 def descendants(process):
-    """The processes that it started, and those that they started."""
+    """Its child processes, and theirs."""
     try:
         children = Path(f"/proc/{process}/task/{process}/children").read_text().split()
     except (FileNotFoundError, ProcessLookupError):
@@ -118,7 +118,7 @@ def descendants(process):
 
 
 def has_ended(process):
-    """Also if nobody has taken its status yet."""
+    """A zombie has ended too."""
     try:
         status = Path(f"/proc/{process}/stat").read_text()
     except (FileNotFoundError, ProcessLookupError):

@@ -15,7 +15,7 @@ sys.dont_write_bytecode = True
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 EVIDENCE = ROOT / "build/end-to-end"
-# Of each sweep the default run takes the first point, the last, and so many in between.
+# The default run takes the first and the last point of each sweep, and this many in between.
 IN_BETWEEN = 2
 
 
@@ -82,8 +82,7 @@ def display():
 
 @pytest.fixture(scope="session")
 def build(request):
-    """A copy of the folder that the installer was built in, as far as it is needed, which every
-    user can reach."""
+    """A copy of the parts of the build folder that the tests need, readable by every user."""
     bundle = request.config.option.installer.resolve().parent
     with folders.temporary_folder("build") as copy:
         shutil.copytree(bundle, copy / bundle.name, symlinks=True)

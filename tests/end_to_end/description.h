@@ -4,7 +4,7 @@
 
 #import <AppKit/AppKit.h>
 
-/// As values that can be written as JSON; empty as long as there is no window.
+/// Describes the window in values that JSON can represent; empty while there is no window.
 NSDictionary* describeWindow();
 
 /// In the uppermost sheet or else on the page; nil if there is none.

@@ -78,7 +78,7 @@ class Display:
         wait_until(self._window_is_managed, "the window manager")
 
     def _window_is_managed(self):
-        """Whether the window manager takes care of a new window; it overlooks some as it starts."""
+        """Whether the window manager manages a new window; while starting it misses some."""
         with self._window("Probe") as window:
             try:
                 return wait_until(
@@ -114,7 +114,7 @@ class Display:
 
     @contextlib.contextmanager
     def another_window(self):
-        """Another application's window, over everything, which has the keys."""
+        """Another application's window, in front of everything and with the keyboard focus."""
         with self._window("Another Application") as window:
             wait_until(
                 lambda: self.active_window() == self.uppermost_window() == window.id,
@@ -127,7 +127,7 @@ class Display:
         content = self._connection.create_resource_object("window", window)
         size = content.get_geometry()
         corner = content.translate_coords(self._connection.screen().root, 0, 0)
-        # The protocol counts from the other window's corner.
+        # The answer is relative to the other window.
         return Rectangle(-corner.x, -corner.y, size.width, size.height)
 
     def picture(self, area=screen):

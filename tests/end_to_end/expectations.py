@@ -21,7 +21,7 @@ def suite(bundle):
 
 
 def installed(bundle, stage, *, with_fonts=True, suite_to=True, utilities_to=True, shaders_to=True):
-    """What an installation adds to a stage. A piece goes to its usual place, another or none."""
+    """What an installation adds to a stage. Pieces go to their usual place, another, or none."""
     resources = bundle / "Resources"
     pieces = [
         (suite(bundle), suite_to, stage.user_library),
@@ -40,9 +40,9 @@ def installed(bundle, stage, *, with_fonts=True, suite_to=True, utilities_to=Tru
 
 
 def expect_files(stage, expected, *, trashed=None):
-    """The stage holds exactly what `expected` says, beside the Live application's own record.
+    """The stage holds exactly `expected`, apart from the stub Live application's own record.
 
-    `trashed` are the items in the Trash by their names there; nothing else may be in it.
+    `trashed` maps each name in the Trash to its contents; the Trash holds nothing else.
     """
     actual = snapshot.of_folder(stage.root)
     actual.pop(Path("opened-documents.txt"), None)
@@ -59,7 +59,7 @@ def expect_files(stage, expected, *, trashed=None):
 
 
 def _made_for(trash, path, expected):
-    """Whether the Trash brought this path: what is in it, and the folders made to hold it."""
+    """Whether this path is in the Trash, or is a folder created to hold the Trash."""
     return path not in expected and (
         path == trash or path in trash.parents or trash in path.parents
     )
@@ -75,7 +75,7 @@ def expect_untouched(stage, before):
 
 
 def expect_opened(stage, documents):
-    """The Live application was asked for these documents; it ends before `wait_for_end` does."""
+    """Live was asked to open exactly these documents; `wait_for_end` waits for Live too."""
     assert stage.opened_documents == list(map(str, documents))
 
 

@@ -1,4 +1,4 @@
-"""Temporary folders, and an ordinary user to look at them."""
+"""Temporary folders, and an ordinary user to run the installer as."""
 
 import contextlib
 import os
@@ -14,8 +14,8 @@ USUAL = 0o755
 
 
 def place_for_everybody():
-    """Where a preloaded library can lie: LD_PRELOAD is split at blanks and colons, and an ordinary
-    user must reach it."""
+    """A place for preloaded libraries: LD_PRELOAD is split at blanks and colons, and every user
+    must be able to read them."""
     places = [Path(tempfile.gettempdir()).resolve(), *map(Path, ("/tmp", "/var/tmp", "/dev/shm"))]
     for place in places:
         if not re.search(r"[\s:]", str(place)) and place.is_dir() and os.access(place, os.W_OK):
@@ -27,7 +27,7 @@ def place_for_everybody():
 
 @contextlib.contextmanager
 def temporary_folder(purpose):
-    """Every user may look into it; it is deleted whatever a test did to its modes."""
+    """Every user can read it. It is deleted even if a test has taken permissions away."""
     folder = Path(tempfile.mkdtemp(prefix=f"morvella-{purpose}-", dir=place_for_everybody()))
     folder.chmod(USUAL)
     try:
@@ -45,7 +45,7 @@ def _is_removed(folder):
 
 
 def ordinary_user(folder):
-    """A user whom permissions hold back and who owns the folder, where the tests run as root."""
+    """If the tests run as root: an unprivileged user, who gets to own the folder."""
     if os.geteuid() != 0:
         return None
     for path in [folder, *folder.rglob("*")]:

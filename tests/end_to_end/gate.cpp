@@ -48,7 +48,7 @@ Gate& gate() {
     return *shared;
 }
 
-/// A test that never lets it through fails with the place named, not by waiting.
+/// Aborts with the place named if the test never lets it through.
 void waitForTurn(const std::string& place) {
     using Clock = std::chrono::steady_clock;
     const std::chrono::duration<double> patience(std::stod(setting("GATE_SECONDS")));

@@ -1,7 +1,6 @@
-"""Holds the installer and the archiver before any one change of an installation's places.
+"""Holds the installer and the archiver before a chosen change to the installation's places.
 
-Whatever the speed of the machine, they stand still there until they are killed or let through. See
-gate.cpp.
+They wait there until they are killed or let through, however fast the machine is. See gate.cpp.
 """
 
 import mmap
@@ -17,7 +16,7 @@ EVERYTHING = 2**31 - 1
 
 class Gate:
     def __init__(self, file, stage, seconds=6 * PATIENCE):
-        """Holds the first change. `seconds` is how long it holds anything before it aborts."""
+        """Holds the first change. A process held for longer than `seconds` aborts."""
         file.write_bytes(bytes(HELD_TEXT + TEXT.size))
         file.chmod(0o666)
         with open(file, "r+b") as opened:
@@ -30,7 +29,7 @@ class Gate:
 
     @property
     def arrived(self):
-        """How many changes were made or wait to be made."""
+        """The number of changes made, including those being held."""
         return NUMBER.unpack_from(self._memory, ARRIVED)[0]
 
     @property

@@ -63,7 +63,7 @@ std::string setting(const char* name) {
     return value ? value : "";
 }
 
-/// Where a test asks.
+/// Answers a test's questions.
 class Inspector {
   public:
     Inspector() {
@@ -118,7 +118,7 @@ class Inspector {
         return [NSString stringWithUTF8String:text.c_str()];
     }
 
-    /// A question is the title of a button to press, what to do, or empty.
+    /// A question is a command, the title of a button to press, or empty to describe the window.
     static NSDictionary* answerTo(NSString* question, bool isWorking) {
         if ([question isEqualToString:@"let indicators raise"]) {
             letIndicatorsRaise();
@@ -148,7 +148,7 @@ int wait(pollfd* descriptors, nfds_t count, int timeout) {
     return static_cast<int>(syscall(SYS_poll, descriptors, count, timeout));
 }
 
-/// While it waits for the screen itself, nothing may be asked of AppKit.
+/// AppKit must not be called while it waits for the X server.
 bool waitsForScreen() {
     // Enough to see past the functions that a sanitizer puts in between.
     std::array<void*, 6> callers{};

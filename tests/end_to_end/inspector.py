@@ -42,7 +42,7 @@ class Inspector:
         return shutil.copy(module, self._folder)
 
     def ask(self, question, seconds):
-        """The answer; None if nobody answers: not yet, or no more."""
+        """The answer; None if the installer is not listening yet, or has ended."""
         with socket.socket(socket.AF_UNIX) as asking:
             asking.settimeout(seconds)
             try:
@@ -60,7 +60,7 @@ class Inspector:
 
 
 class View:
-    """A page or a sheet, as description.mm tells of it."""
+    """A page or a sheet, as description.mm describes it."""
 
     def __init__(self, described):
         parts = {kind: [SimpleNamespace(**part) for part in described[kind]] for kind in described}
@@ -81,7 +81,7 @@ class View:
 
     @property
     def lines(self):
-        """All that can be seen of it, but the pixels."""
+        """Everything visible in it, as text."""
         return [
             *(text.text for text in self.texts),
             *map(_line_of_control, self.controls),

@@ -1,5 +1,5 @@
-"""The installer in its real window: what it shows is read from inside, what is pressed may be
-pressed from inside, as VoiceOver does, or by the real mouse and keyboard."""
+"""The installer in its real window. The inspector reads what it shows; buttons are pressed as
+VoiceOver presses them, or by the real mouse and keyboard."""
 
 import time
 
@@ -9,8 +9,8 @@ from inspector import Inspector
 from pages import FINISH, INSTALLATION, WAY
 from waiting import PATIENCE, TimedOut
 
-# A press counts if it comes so many seconds after what it presses was drawn, and after the press
-# before it; a little more than the installer asks for.
+# A press this many seconds after the last change of the screen and the last press counts; a little
+# longer than the installer requires.
 DELIBERATE = 0.6
 # How often the same picture is seen before it counts as still.
 STILL_PICTURES = 4
@@ -88,7 +88,7 @@ class Installer(Application):
     def _settled_window(self):
         """The window, where it lies, and its content's rectangle in it.
 
-        The menu comes into an active window, which grows then and finds its place again.
+        GNUstep adds the menu when the window becomes active, which resizes and moves the window.
         """
         last, seen = None, 0
 
@@ -98,7 +98,7 @@ class Installer(Application):
             complete = state.size[3] < state.height == area.height
             seen = seen + 1 if complete and (state.window, area, state.size) == last else 0
             last = state.window, area, state.size
-            # GNUstep now and then takes the menu's height from the page, and leaves it so.
+            # GNUstep sometimes takes the menu's height from the page for good.
             return seen >= (STILL_PICTURES if state.size[2:] == SIZE else 10 * STILL_PICTURES)
 
         self.wait_until_active()
@@ -106,14 +106,14 @@ class Installer(Application):
         return last
 
     def wait_until_active(self):
-        """Waits until the window manager gives it the keys."""
+        """Waits until its window has the keyboard focus."""
         return self.wait_for_state(
             lambda state: state.key and self.display.active_window() == state.window,
             "the window to be active",
         )
 
     def picture(self):
-        """Of the window's content when it stands still, whatever turns in it."""
+        """The window's content once it no longer changes, progress indicators apart."""
         content, state = self.content, self.state()
         views = [state.page_view, *(sheet["shown"] for sheet in state.sheets)]
         moving = [area_of(indicator) for view in views for indicator in view.indicators]
@@ -149,7 +149,7 @@ class Installer(Application):
         return self.wait_for_state(lambda state: rests(state) and state.page == title, title)
 
     def begin_installation(self):
-        """Walks from the first page to the installation; does not wait for what comes of it."""
+        """Walks from the first page to the installation; does not wait for its outcome."""
         self._leave_pages_before(INSTALLATION)
 
     def _leave_pages_before(self, title):
@@ -163,9 +163,9 @@ class Installer(Application):
         self.expect_end()
 
     def walk_to_the_end(self, before=None, seconds=PATIENCE):
-        """Presses the default button of all that comes up until it has ended.
+        """Presses the default button of every page and sheet until the installer has ended.
 
-        `before` are actions by the place in whose turn they come, before its button is pressed."""
+        `before` maps places to actions to take there before the button is pressed."""
         place = None
         while state := self._next_choice(place, seconds):
             place = state.place
@@ -178,7 +178,7 @@ class Installer(Application):
         self.expect_end()
 
     def _next_choice(self, place, seconds):
-        """Waits for something to press elsewhere; None if it ended instead."""
+        """Waits for a default button at another place; returns None if the installer ended."""
 
         def choice():
             if self.process.poll() is not None:
@@ -197,9 +197,9 @@ class Installer(Application):
     # Presses of the real mouse and the real keyboard
 
     def wait_to_press(self):
-        """Waits until a press would begin a series of its own on what is shown."""
+        """Waits until a press would start a new series and so count."""
         self.wait_for_state(rests, "it to rest")
-        self.content  # The menu's coming moves everything.
+        self.content  # Waits for the menu, which moves everything.
         state = self.wait_until_active()
         counts = max(self._since, self.display.last_press) + DELIBERATE
         time.sleep(max(0.0, counts - time.monotonic()))

@@ -22,7 +22,7 @@ from tour import Tour
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 FRAMEWORKS = ROOT / "tests/support/leaks.supp"
-# Stacks must reach through code without frame pointers, or it is not seen who called it.
+# Stacks must reach through code without frame pointers, to show the caller.
 SANITIZER = "detect_leaks=1:fast_unwind_on_malloc=0:malloc_context_size=24"
 
 

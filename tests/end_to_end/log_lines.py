@@ -1,4 +1,4 @@
-"""The log's lines, in the order of a run. One that ends in a platform's own words is a pattern."""
+"""The lines of the log. A line that contains the platform's own words is a pattern."""
 
 import re
 import urllib.parse
@@ -33,7 +33,7 @@ def failed_line(archive):
 
 
 def installation_lines(bundle, stage, *, previous=False):
-    """All of an undisturbed installation, perhaps over what `stage.make(previous=True)` makes."""
+    """The whole log of an installation, perhaps over that of `stage.make(previous=True)`."""
     lines = []
     for font in fonts(bundle):
         source, target = file_url(bundle / "Resources" / font), file_url(stage.fonts / font)
@@ -69,4 +69,6 @@ def expect_log(log, lines):
     for wanted in lines:
         is_pattern = isinstance(wanted, re.Pattern)
         found = any(wanted.fullmatch(line) if is_pattern else wanted == line for line in rest)
-        assert found, f"the log lacks, after what it should follow, {wanted!r}:\n" + "\n".join(log)
+        assert found, f"the log lacks {wanted!r} after the lines expected before it:\n" + "\n".join(
+            log
+        )

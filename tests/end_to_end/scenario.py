@@ -1,4 +1,4 @@
-"""What the end-to-end tests start from, and runs in which something goes wrong."""
+"""The base class of the end-to-end tests: makes stages and runs the installer on them."""
 
 import configparser
 import contextlib
@@ -35,7 +35,7 @@ class Scenario:
         return stages.make(self.folder / name, **options)
 
     def copy_bundle(self, *, without=()):
-        """Makes a copy of the application the one to test, without some of its resources."""
+        """Tests a copy of the application from now on, without some of its resources."""
         copy = self.folder / self.bundle.name
         shutil.copytree(self.bundle, copy, symlinks=True)
         for resource in without:
@@ -44,7 +44,7 @@ class Scenario:
         return copy / "Resources"
 
     def replace_archiver(self, script):
-        """In a copy of the application a shell runs `script` instead; `real` is the archiver."""
+        """Replaces the archiver of a copy by a shell script, which can call the `real` one."""
         self.copy_bundle()
         archiver = self.bundle / "Helpers/ditto"
         real = archiver.rename(archiver.with_name("real-ditto"))
@@ -60,7 +60,7 @@ class Scenario:
         return Gate(self.folder / "gate", stage)
 
     def run(self, stage, *, criticals=(), log=(), before=None, elsewhere=False, **options):
-        """Presses the default button of all that comes up, until the installer has ended.
+        """Presses the default button of every page and sheet until the installer has ended.
 
         `criticals` are the critical sheets, in order; `log` are lines of the log, among others;
         `before` are actions by the place whose button they come before. Nothing may change but
@@ -76,7 +76,7 @@ class Scenario:
 
     @contextlib.contextmanager
     def untouched_elsewhere(self, stage):
-        """Nothing changes but what the installer is there to change: no name, content or mode."""
+        """Expects no name, content or mode to change outside the installer's own places."""
         before = _with_modes(stage)
         yield
         after = _with_modes(stage)
@@ -113,7 +113,7 @@ def _with_modes(stage):
 def _without_own_places(items, stage, new=()):
     """The snapshot without the installer's own places and without the `new` paths themselves.
 
-    What a killed archiver left is overwritten if the next backup is made in the same second.
+    A backup overwrites what a killed archiver left behind in the same second.
     """
     places = [stage.destination, stage.utilities, stage.shared_data, stage.documents / "Morvella"]
     places += [stage.trash, stage.root / "opened-documents.txt"]
@@ -131,7 +131,7 @@ def _without_own_places(items, stage, new=()):
 def _kept(stage):
     """{(path, what is there)} of everything on the stage, in the Trash and in the backups.
 
-    What is in the Trash or in a backup counts at the path from which it came.
+    Items in the Trash and in backups are listed at their original paths.
     """
     places = set(snapshot.of_folder(stage.root).items())
     for information in (stage.trash / "info").glob("*.trashinfo"):

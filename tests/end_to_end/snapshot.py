@@ -34,7 +34,7 @@ def of_content(content, executable):
 
 
 def of_archive(archive):
-    """The same of what unpacking a zip file brings."""
+    """The snapshot of what unpacking a zip file creates."""
     found = {}
     with zipfile.ZipFile(archive) as opened:
         for entry in opened.infolist():
@@ -54,7 +54,7 @@ def of_archive(archive):
 
 
 def _name(entry):
-    """With the bytes that it has in the archive, whatever they are."""
+    """The name with the same bytes as in the archive, in whatever encoding."""
     utf_8 = entry.flag_bits & 0x800
     return entry.filename if utf_8 else os.fsdecode(entry.filename.encode("cp437"))
 

@@ -48,7 +48,7 @@ LIBRARY_CFG = """<?xml version="1.0" encoding="UTF-8"?>
 
 @dataclass(frozen=True)
 class Names:
-    """The names on the stage that somebody may have chosen differently."""
+    """The names on the stage that users choose themselves."""
 
     user: str = "musician"
     live: str = "Live 11 Suite.app"
@@ -101,7 +101,7 @@ class Stage:
         return record.read_text(encoding="utf-8").splitlines() if record.exists() else []
 
     def mount(self):
-        """Brings the missing volume: one rename, so nobody ever sees half of it."""
+        """Mounts the missing volume; one rename, so it appears all at once."""
         self.unmounted_volume.rename(self.volume)
 
 

@@ -1,4 +1,4 @@
-"""The archiver does its work, or does not, and then behaves strangely."""
+"""The archiver is missing, does nothing, or fails."""
 
 import pytest
 

@@ -14,8 +14,8 @@ KIBIBYTE, MEBIBYTE = 1 << 10, 1 << 20
 class TestFullDisk(Scenario):
     """The whole stage lies on a small disk of its own.
 
-    Where none can be mounted, the files that the archiver writes may not grow instead: to the
-    archiver that looks the same.
+    If none can be mounted, the archiver gets a limit on the size of files instead, which looks the
+    same to it.
     """
 
     @pytest.fixture(autouse=True)

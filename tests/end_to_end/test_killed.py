@@ -13,15 +13,15 @@ from waiting import wait_until
 
 # Enough of the user's own that packing it takes many changes.
 OWN_FILES, OWN_SIZE = 6, 1 << 18
-# A point of the sweep kills before every so-maniest change, so all of them kill before each.
+# Each point of the sweep kills before every sixtieth change, so together they cover all changes.
 POINTS = 60
 
 
 class TestKilled(Scenario):
     """The installer is killed before every single change that a run makes on the stage.
 
-    Then it is run again. Nothing of the user's is lost, and the second run is complete. Where the
-    archiver was at work, it is killed too every second time; otherwise it goes on to its end.
+    Then it is run again. Nothing of the user's is lost, and the second run is complete. A
+    running archiver is killed too every second time; otherwise it finishes.
     """
 
     @pytest.mark.sweep

@@ -12,7 +12,7 @@ COMPOSED, DECOMPOSED = (unicodedata.normalize(form, UMLAUTS) for form in ("NFC",
 
 
 class TestUnusualNames(Scenario):
-    """Names of folders go unchanged from the launch arguments to the log and the last file."""
+    """The names of folders reach the log and every file unchanged."""
 
     @pytest.mark.parametrize(
         ("folder", "names"),

@@ -13,15 +13,15 @@ from product import VERSION
 from scenario import Scenario
 
 IMAGES = Path(__file__).resolve().parent.parent.parent / "docs/images"
-# The edge of the squares whose mean colours are compared, in pixels, and how far these may differ:
-# texts that move by half a pixel differ by 14, a page that lacks its thinnest number by 19.
+# Pictures are compared by the mean colours of squares with this edge, in pixels. Text that moves by
+# half a pixel changes a mean by 14; a missing "1", the thinnest mark, by 19.
 SQUARE, TOLERANCE = 8, 16
 
 READY = "Click Next to start the installation."
 WAITING = "Status: Waiting for the volume to become available..."
 AVAILABLE = "User library available, click next to proceed"
 
-# What comes after the texts that never change, by page.
+# The last lines of each page; the lines before them never change.
 INSTALLS = ["spinner 32 x 32 (turning)"]
 ASKS = ["spinner 32 x 32 (still, hidden)"]
 SETTINGS_READY = [READY, "<Next> (Return)", "spinner 16 x 16 (still, hidden)"]
@@ -69,7 +69,7 @@ class Pages(Scenario):
         assert set(changing.get(title, [])) <= set(lines)
 
     def expect_picture(self, installer, name):
-        """What a changed hint of a font does to it is let through, a missing mark is not."""
+        """Tolerates other font hinting, but not a missing mark."""
         state, found = installer.state(), installer.picture()
         with Image.open(IMAGES / f"{name}.png") as image:
             wanted = image.convert("RGB")
@@ -99,7 +99,7 @@ class TestPages(Pages):
 
     @pytest.mark.parametrize(("demo", "slash"), [(False, "/"), (True, "")])
     def test_last_page_without_a_demo_set(self, demo, slash):
-        """The demo Live Set's path follows the kit's as that was given, with its slash or not."""
+        """The demo Live Set's path is appended to the kit's, which must end in a slash."""
         stage = self.make_stage(demo=demo)
         arguments = ["-liveapp", stage.live_executable, "-app", f"{stage.kit}{slash}"]
         with self.launch(stage, arguments) as installer:
@@ -174,7 +174,7 @@ class TestPreviousInstallation(Pages):
             installer.finish()
 
     def test_critical_sheet_comes_on_top_of_it(self):
-        """It stays until all that its answer asks for is done."""
+        """The question stays until the work that its answer started is done."""
         self.replace_archiver("exit 7")
         stage = self.make_stage(previous=True)
         gate = self.hold(stage)

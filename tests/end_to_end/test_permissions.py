@@ -27,7 +27,7 @@ OLD_DEVICE = f"{SUITE}/Sources/Vellicor.amxd"
 
 
 class Run(NamedTuple):
-    """What is not told is as in a run that nothing disturbs."""
+    """The outcome of a run; the defaults are those of an undisturbed run."""
 
     criticals: tuple = ()
     # What is in place afterwards; the shaders are only if they go to Documents.
@@ -55,10 +55,10 @@ OLD_UTILITY_REPLACED = Run(replaced=(OLD_UTILITY,))
 NO_UTILITY = Run((pages.NO_UTILITIES,), ("fonts", "suite"))
 SHADERS_TO_DOCUMENTS = Run(installed=("fonts", "suite", "utility", "shaders"))
 
-# Nobody can see then that the home lies inside the stage.
+# The installer cannot verify then that the home folder is inside the stage.
 REFUSED = None
-# How a run goes when the user may not look into a folder, and when the user may not write to it.
-# In all other folders it makes no difference.
+# The outcome of a run if a folder is unreadable, and if it is read-only. In all other folders it
+# makes no difference.
 RUNS = {
     # Live on the stage could not record there that it was asked to open anything.
     ".": (REFUSED, NO_DEMO),
@@ -165,7 +165,7 @@ class TestPermissions(Scenario):
 
 
 def give_back(root, mode):
-    """Makes the folder usable again, wherever it has gone to; each before it is looked into."""
+    """Makes the folder usable again, wherever it has been moved, before descending into it."""
     folders = [root]
     while folders:
         folder = folders.pop()

@@ -60,7 +60,7 @@ class TestApplications(Scenario):
 
 
 class TestSharedData(Scenario):
-    """What stands in the way of the shaders."""
+    """Something already exists where the shaders go."""
 
     def expect_shaders(self, stage, to, **options):
         before = self.snapshot(stage)
@@ -86,7 +86,7 @@ class TestSharedData(Scenario):
 
 class TestTrash(Scenario):
     def test_cannot_be_used(self):
-        """Two sheets come in a row, and the installation behind them is complete."""
+        """Two critical sheets are requested, and everything is installed all the same."""
         stage = self.make_stage()
         stage.destination.mkdir()
         (stage.destination / "Own.adv").write_text("a patch of the user's own\n")

@@ -1,4 +1,4 @@
-"""The real mouse and keyboard: a press counts for what the user saw, and once."""
+"""The real mouse and keyboard: a press counts once, and only for what the user has seen."""
 
 import time
 
@@ -8,8 +8,8 @@ import pages
 from expectations import expect_opened, expect_untouched
 from scenario import Scenario
 
-# In seconds: long enough for the system to repeat a key many times; and between presses that are
-# one series, and that are not.
+# In seconds: long enough for a key to repeat many times, and the time between two presses of one
+# series and of two series.
 HOLDING = 1.5
 QUICK = 0.05
 DELIBERATE = 0.7
@@ -18,7 +18,7 @@ BUTTONS = {page.title: page.button for page in pages.WAY}
 
 
 class TestQuickPresses(Scenario):
-    """Forty in a row lead one page further."""
+    """Forty presses in a row lead exactly one page further."""
 
     @pytest.mark.parametrize("keys", [(), ("Return",), ("space",), ("Return", "space")])
     @pytest.mark.parametrize(
@@ -47,7 +47,7 @@ class TestQuickPresses(Scenario):
         expect_untouched(stage, before)
 
     def focus(self, installer, title):
-        """Gives the button the keys, for Space presses what has them."""
+        """Focuses the button, as Space presses the focused control."""
 
         def is_focused():
             focused = installer.state().view.control(title).focused
@@ -64,7 +64,7 @@ class TestQuickPresses(Scenario):
             installer.wait_for(pages.LICENCE)
 
     def test_box_toggles_as_often_as_it_is_clicked(self):
-        """And what is unticked then is neither packed nor opened."""
+        """With its boxes unticked it makes no backup and opens nothing."""
         stage = self.make_stage(previous=True)
         with self.launch(stage) as installer:
             installer.begin_installation()

@@ -12,7 +12,7 @@ class TestVolume(Scenario):
 
     @pytest.fixture
     def stage(self, request):
-        """One with a volume; only the system may make anything beside it."""
+        """A stage with a volume; the installer cannot create anything in its place."""
         stage = self.make_stage(unmounted=True, **getattr(request, "param", {}))
         stage.mount()
         self.user = ordinary_user(stage.root)

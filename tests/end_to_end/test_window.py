@@ -50,7 +50,7 @@ class TestClosingTheWindow(Scenario):
             self.expect_closing_quits(installer)
 
     def test_installation_page(self):
-        """The window answers when the installation has ended; what is installed stays."""
+        """The window closes once the installation has ended; everything installed stays."""
         stage = self.make_stage()
         gate = self.hold(stage)
         with self.launch(stage, gate=gate) as installer:
@@ -67,7 +67,7 @@ class TestInFront(Scenario):
     """Another application's window covers the whole screen; the installer's comes before it."""
 
     def expect_in_front(self, installer):
-        """It has the keys, and nothing lies over it."""
+        """Its window has the keyboard focus, and no window covers it."""
         window = installer.wait_until_active().window
         wait_until(lambda: self.display.uppermost_window() == window, "the window in front")
 
@@ -111,7 +111,7 @@ class TestInFront(Scenario):
                 self.expect_in_front(installer)
 
     def test_page_alone_stays_where_it_is(self):
-        """What tells the sheets' coming forward from that of anything that happens."""
+        """A control for the tests above: only sheets bring the window to the front."""
         with self.launch(self.make_stage()) as installer:
             installer.go_to(pages.LICENCE)
             with self.press_and_cover(installer, "Accept"):
@@ -129,7 +129,7 @@ class TestFailures(Scenario):
         expect_untouched(stage, before)
 
     def test_change_that_is_never_let_through_is_named(self):
-        """Of the tests' own gate, which would otherwise hold the installer without an end."""
+        """The gate of these tests must not hold the installer forever."""
         stage = self.make_stage()
         gate = Gate(self.folder / "gate", stage, seconds=0.1)
         with self.launch(stage, gate=gate) as installer:

@@ -75,7 +75,7 @@ class Tour:
         self.stage.mount()
 
     def _watch_installation(self):
-        """Its work is held for a moment, or nobody could look at what is shown meanwhile."""
+        """Holds the installation for a moment, to take a picture of what is shown meanwhile."""
         if self._previous or self._obstructed:
             self.installer.wait_for(PREVIOUS_INSTALLATION)
             self._show("previous-installation-sheet")

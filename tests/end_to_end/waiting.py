@@ -1,4 +1,4 @@
-"""Waiting for something to become true: polled, with a deadline, never a fixed time."""
+"""Polls with a deadline until something is true."""
 
 import os
 import time
