@@ -9,6 +9,10 @@ namespace morvella {
 /// is called. If that raises too, or none is set, the application terminates.
 void guarded(const std::function<void()>& work);
 
+/// Runs `work`, which reports a failure to the user. An Objective-C exception is logged and the
+/// application terminates, since a report would fail again.
+void runOrTerminate(const std::function<void()>& work);
+
 /// Sets the handler of the whole process. `owner` identifies who has set it.
 void setUnknownStateHandler(const void* owner, std::function<void()> handler);
 

@@ -22,19 +22,6 @@ void log(NSException* exception) {
     writeLogLine([NSString stringWithFormat:@"%@: %@", [exception name], [exception reason]]);
 }
 
-void reportUnknownState() {
-    if (!unknownStateHandler().call) {
-        [NSApp terminate:nil];
-        return;
-    }
-    @try {
-        unknownStateHandler().call();
-    } @catch (NSException* exception) {
-        log(exception);
-        [NSApp terminate:nil];
-    }
-}
-
 }  // namespace
 
 void guarded(const std::function<void()>& work) {
@@ -42,7 +29,20 @@ void guarded(const std::function<void()>& work) {
         work();
     } @catch (NSException* exception) {
         log(exception);
-        reportUnknownState();
+        if (unknownStateHandler().call) {
+            runOrTerminate(unknownStateHandler().call);
+        } else {
+            [NSApp terminate:nil];
+        }
+    }
+}
+
+void runOrTerminate(const std::function<void()>& work) {
+    @try {
+        work();
+    } @catch (NSException* exception) {
+        log(exception);
+        [NSApp terminate:nil];
     }
 }
 

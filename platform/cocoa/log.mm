@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #ifdef __APPLE__
@@ -62,8 +63,11 @@ class ReaderOfStandardError {
             }
             const ssize_t written =
                 ::write(original_, pending_.data(), std::min(chunk, pending_.size()));
-            // If the reader has ended, the rest is lost.
-            pending_.erase(0, written < 0 ? std::string::npos : static_cast<size_t>(written));
+            if (written >= 0) {
+                pending_.erase(0, static_cast<size_t>(written));
+            } else if (errno != EINTR && errno != EAGAIN) {
+                pending_.clear();  // The reader has ended.
+            }
         }
     }
 

@@ -64,7 +64,7 @@ void CocoaWindow::beginSheet(const Alert& alert, AlertAnswered answered) {
         [sheet.get() beginSheetModalForWindow:object() completionHandler:answer];
     } else {
         dispatch_async(dispatch_get_main_queue(), ^{
-            answer([sheet.get() runModal]);
+            runOrTerminate([&] { answer([sheet.get() runModal]); });
         });
     }
     requestAttention(alert.style == AlertStyle::critical);

@@ -15,7 +15,7 @@
 - (void)windowIsOnScreen;
 @end
 
-/// Described as "door".
+/// Its description is "door".
 @interface TestDoor : MorvellaInstallerViewController
 @end
 
@@ -24,13 +24,12 @@ namespace morvella::cocoa_tests {
 /// The door whose life-cycle methods are called at awkward moments, as AppKit may.
 extern NSViewController* disturbed;
 extern bool pageChangeRaises;
-extern int doorsAlive;
 /// Answers the sheet that began last.
 extern void (^answer)(NSModalResponse);
 void forgetSheet();
 
-/// A door with its pages in a window. The bundle has no resources: the initial page ends in a
-/// sheet, and so does the settings page.
+/// A door with its pages in a window. The bundle has no resources, so the initial page ends in a
+/// sheet, as does the settings page.
 class DoorLifeCycleTest : public ::testing::Test {
   protected:
     DoorLifeCycleTest();
@@ -41,15 +40,11 @@ class DoorLifeCycleTest : public ::testing::Test {
     /// Loads the door and brings its window on the screen.
     void start();
 
-    /// What was recorded, apart from questions and resources.
+    /// What was recorded, apart from getters, resources and the contents of sheets.
     static Lines steps();
-    static std::string describe(id object) { return [[object description] UTF8String]; }
     static long times(const std::string& line, const Lines& lines = takeRecorded()) {
         return std::ranges::count(lines, line);
     }
-
-    /// Expects one load, however often the platform calls `viewDidLoad`.
-    static void expectLoadedOnce(NSViewController* controller);
 
     Recorder* window = [Recorder named:"window" standingFor:[NSWindow class]];
     Recorder* sheet;
@@ -60,7 +55,6 @@ class DoorLifeCycleTest : public ::testing::Test {
 
   private:
     std::list<Replaced> replaced_;
-    Replaced windows_;
     Answering mainBundle_;
     Answering sheet_;
     NSView* place_;

@@ -4,27 +4,60 @@
 
 #include "cocoa/temporary_folder.hpp"
 #include "cocoa/turn.h"
+#include "platform/cocoa/cocoa_platform.h"
 #include "platform/cocoa/guard.h"
 
 using namespace morvella::cocoa_tests;
 
+/// An archiver's run, during which the platform calls everything it may.
+@interface TestTask : Recorder
+@end
+
+@implementation TestTask
+
+- (void)waitUntilExit {
+    morvella::RunLoop& runLoop = morvella::cocoaPlatform().runLoop;
+    int turned = 0;
+    runLoop.dispatchAsync([&] { ++turned; });
+    runLoop.scheduleRepeatingTimer(0.001, [&](morvella::Timer& timer) {
+        timer.invalidate();
+        ++turned;
+    });
+    EXPECT_TRUE(turnUntil([&] { return turned == 2; }));
+    [disturbed viewDidAppear];
+    record("archiver ended");
+}
+
+@end
+
 namespace {
 
-TEST_F(DoorLifeCycleTest, BothControllersLoadOnceWhenTheirOutletsAreConnected) {
-    expectLoadedOnce(door);
+TEST_F(DoorLifeCycleTest, LoadsBothControllersOnceTheirOutletsAreConnected) {
     MorvellaInstallerLicenseVC* licence =
         [[[MorvellaInstallerLicenseVC alloc] initWithNibName:nil bundle:nil] autorelease];
     [licence setLicenseView:static_cast<id>([Recorder named:"text view"
                                                 standingFor:[NSTextView class]])];
-    expectLoadedOnce(licence);
+    for (NSViewController* controller :
+         {static_cast<NSViewController*>(door), static_cast<NSViewController*>(licence)}) {
+        disturbed = controller;
+        [controller viewDidLoad];
+        EXPECT_EQ(takeRecorded(), Lines{"viewDidLoad"}) << "outlets are not connected yet";
+        [controller awakeFromNib];
+        [controller viewDidLoad];
+        const Lines lines = takeRecorded();
+        EXPECT_EQ(lines.front(), "awakeFromNib");
+        EXPECT_EQ(times("searches license.rtf", lines), 1);
+        EXPECT_GT(times("viewDidLoad", lines), 2);
+    }
 }
 
 TEST_F(DoorLifeCycleTest, StartsTheFirstPageWhenTheWindowIsOnTheScreen) {
     [door viewDidAppear];
     [door awakeFromNib];
     [door viewDidAppear];
-    EXPECT_EQ(steps(), (Lines{"awakeFromNib", "window center", "viewDidLoad", "sidebar shows steps",
-                              "after 0 s: windowIsOnScreen"}));
+    EXPECT_EQ(steps(),
+              (Lines{"awakeFromNib", "setAllowsAutomaticWindowTabbing:", "window center",
+                     "viewDidLoad", "sidebar shows steps", "after 0 s: windowIsOnScreen"}));
     disturbed = door;
     [door windowIsOnScreen];
     EXPECT_EQ(steps(), (Lines{"application activateIgnoringOtherApps: YES",
@@ -40,11 +73,12 @@ TEST_F(DoorLifeCycleTest, ShowsAndDrawsAPageBeforeItsWorkStarts) {
     start();
     disturbed = door;
     [door licenseAcceptedButton:nil];
-    EXPECT_EQ(steps(), (Lines{"window setInitialFirstResponder: " + describe(settings),
-                              "window makeFirstResponder: nil", "sidebar shows steps",
-                              "window displayIfNeeded", "flush", "screenChanged",
-                              "window makeKeyAndOrderFront: door", "sheet begins",
-                              "application requestUserAttention: 0"}));
+    const std::string page = [[settings description] UTF8String];
+    EXPECT_EQ(steps(),
+              (Lines{"window setInitialFirstResponder: " + page, "window makeFirstResponder: nil",
+                     "sidebar shows steps", "window displayIfNeeded", "flush", "screenChanged",
+                     "window makeKeyAndOrderFront: door", "sheet begins",
+                     "application requestUserAttention: 0"}));
     EXPECT_EQ([initial superview], nil);
     EXPECT_NE([settings superview], nil);
     EXPECT_TRUE(NSEqualRects([settings frame], NSMakeRect(1, 2, 3, 4)));
@@ -53,14 +87,22 @@ TEST_F(DoorLifeCycleTest, ShowsAndDrawsAPageBeforeItsWorkStarts) {
     EXPECT_EQ(steps(), Lines{}) << "the page's work has started";
 }
 
-TEST_F(DoorLifeCycleTest, CountsPressesForASheetWhenAPageIsDrawnBehindIt) {
+TEST_F(DoorLifeCycleTest, StartsNoPageBeforeTheWindowIsOnTheScreen) {
+    [door awakeFromNib];
+    [door setView:settings];
+    EXPECT_EQ(times("sheet begins"), 0);
+    [door windowIsOnScreen];
+    EXPECT_EQ(times("sheet begins"), 1);
+}
+
+TEST_F(DoorLifeCycleTest, KeepsPressesForASheetWhenAPageIsDrawnBehindIt) {
     start();
     [window answer:@"a sheet" to:@selector(attachedSheet)];
     [door licenseAcceptedButton:nil];
     EXPECT_EQ(times("screenChanged"), 0);
 }
 
-TEST_F(DoorLifeCycleTest, StartsNoPageThatNoWindowShows) {
+TEST_F(DoorLifeCycleTest, StartsNoPageOutsideAWindow) {
     start();
     [initial removeFromSuperview];
     takeRecorded();
@@ -69,15 +111,20 @@ TEST_F(DoorLifeCycleTest, StartsNoPageThatNoWindowShows) {
     EXPECT_EQ(steps(), Lines{});
 }
 
-TEST_F(DoorLifeCycleTest, ReportsWhatFailsWithoutAWindowInAWindowOfItsOwn) {
+TEST_F(DoorLifeCycleTest, ReportsAFailureWithoutAWindowByAnAlertOrQuits) {
     start();
     [initial removeFromSuperview];
     takeRecorded();
-    // It does not understand a check box's messages.
+    // An object that does not understand a check box's messages.
     [door setPostInstallOpenDemoSetCheck:static_cast<id>([[[NSObject alloc] init] autorelease])];
     [door installDoneButton:nil];
     EXPECT_EQ(steps(), (Lines{"application requestUserAttention: 0"}));
-    EXPECT_TRUE(turnUntil([] { return times("application terminate: door") == 1; }));
+    Lines lines;
+    EXPECT_TRUE(turnUntil([&] {
+        std::ranges::move(steps(), std::back_inserter(lines));
+        return lines.size() > 1;
+    }));
+    EXPECT_EQ(lines, (Lines{"alert runs", "application terminate: nil"}));
 }
 
 TEST_F(DoorLifeCycleTest, ReportsPagesThatCannotBeShownAndStartsLaterOnes) {
@@ -93,43 +140,54 @@ TEST_F(DoorLifeCycleTest, ReportsPagesThatCannotBeShownAndStartsLaterOnes) {
     EXPECT_EQ(times("sheet begins"), 1);
 }
 
-TEST_F(DoorLifeCycleTest, SheetKeepsTheDoorAliveAndQuitsInItsName) {
-    const int before = doorsAlive;
+TEST_F(DoorLifeCycleTest, SheetRetainsTheDoorAndQuitsAsItsSender) {
     NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-    [makeDoor() windowIsOnScreen];
+    TestDoor* made = makeDoor();
+    [made setDoInstallIndicator:static_cast<id>([Recorder named:"outlet"
+                                                    standingFor:[NSProgressIndicator class]])];
+    [made windowIsOnScreen];
     [pool release];
-    EXPECT_EQ(doorsAlive, before + 1);
+    EXPECT_EQ([Recorder livingNamed:"outlet"], 1);
     takeRecorded();
     pool = [[NSAutoreleasePool alloc] init];
     answer(NSAlertFirstButtonReturn);
     EXPECT_EQ(times("application terminate: door"), 1);
     forgetSheet();
     [pool release];
-    EXPECT_EQ(doorsAlive, before);
+    EXPECT_EQ([Recorder livingNamed:"outlet"], 0);
 }
 
-TEST_F(DoorLifeCycleTest, AnimatesIndicatorsInItsOwnName) {
+TEST_F(DoorLifeCycleTest, BacksUpOnceWhileThePlatformCallsItAgain) {
     const TemporaryFolder library;
     library.addFolder("Morvella");
     const Answering making([NSProgressIndicator class], @selector(alloc),
                            [Recorder named:"backup" standingFor:[NSProgressIndicator class]]);
-    // The archiver does nothing.
-    const Answering tasks([NSTask class], @selector(alloc), nil);
+    const Answering tasks([NSTask class], @selector(alloc),
+                          [TestTask named:"task" standingFor:[NSTask class]]);
     const Answering pipes([NSPipe class], @selector(pipe), nil);
     Recorder* checkBox = [Recorder named:"check box" standingFor:[NSButton class]];
     [checkBox answer:@(NSControlStateValueOn) to:@selector(state)];
     [sheet answer:checkBox to:@selector(suppressionButton)];
     start();
     [door setUserLibPath:@(library.path().c_str())];
+    [door setDestinationURL:nil];  // Nothing is installed.
+    disturbed = door;
     [door beginInstallButton:nil];
     takeRecorded();
     answer(NSAlertFirstButtonReturn);
-    const Lines lines = takeRecorded();
-    EXPECT_EQ(times("backup startAnimation: door", lines), 1);
-    EXPECT_EQ(times("backup stopAnimation: door", lines), 1);
-    // Without a destination nothing is installed.
-    [door setDestinationURL:nil];
-    EXPECT_TRUE(turnUntil([] { return times("sheet begins") == 1; }));
+    EXPECT_TRUE(turnUntil([lines = Lines()]() mutable {
+        std::ranges::move(takeRecorded(), std::back_inserter(lines));
+        if (times("sheet begins", lines) < 1) {
+            return false;
+        }
+        std::erase_if(lines, [](const std::string& line) {
+            return !line.ends_with("Animation: door") && line != "archiver ended" &&
+                   line != "sheet begins";
+        });
+        EXPECT_EQ(lines, (Lines{"backup startAnimation: door", "archiver ended",
+                                "backup stopAnimation: door", "sheet begins"}));
+        return true;
+    }));
 }
 
 TEST_F(DoorLifeCycleTest, OnlyTheNewestDoorHandlesExceptions) {
@@ -157,7 +215,7 @@ id anotherInstance(id door, SEL) {
     return another;
 }
 
-TEST_F(DoorLifeCycleTest, BothControllersAreMadeInEitherWay) {
+TEST_F(DoorLifeCycleTest, EitherInitializerMakesBothControllers) {
     const Replaced coding([NSViewController class], @selector(initWithCoder:), anotherInstance,
                           "@@:@");
     const Replaced naming([NSViewController class], @selector(initWithNibName:bundle:),
