@@ -71,9 +71,11 @@ TEST(DoorsTest, ResourcesLoadedIsABoolean) {
 TEST(DoorsTest, DelegateQuitsWithTheLastWindow) {
     MorvellaInstallerAppDelegate* delegate =
         [[[MorvellaInstallerAppDelegate alloc] init] autorelease];
-    EXPECT_TRUE([delegate applicationShouldTerminateAfterLastWindowClosed:nil]);
-    [delegate applicationDidFinishLaunching:nil];
-    [delegate applicationWillTerminate:nil];
+    const id application = [Recorder named:"application" standingFor:[NSApplication class]];
+    EXPECT_TRUE([delegate applicationShouldTerminateAfterLastWindowClosed:application]);
+    NSNotification* notification = [NSNotification notificationWithName:@"any" object:nil];
+    [delegate applicationDidFinishLaunching:notification];
+    [delegate applicationWillTerminate:notification];
 }
 
 }  // namespace

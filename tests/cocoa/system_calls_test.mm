@@ -1,4 +1,4 @@
-// What only a recorder shows: GNUstep does none of this, or no display is there to see it.
+// Calls with no visible effect: GNUstep does nothing, or there is no display.
 
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
@@ -8,6 +8,22 @@
 #include "platform/cocoa/system.h"
 #include "platform/cocoa/user_defaults.h"
 #include "platform/cocoa/window.h"
+
+#ifdef __APPLE__
+using AnnouncementInfo = NSDictionary<NSAccessibilityNotificationUserInfoKey, id>;
+#else
+using AnnouncementInfo = NSDictionary;
+#endif
+
+/// Takes the place of AppKit's function.
+void NSAccessibilityPostNotificationWithUserInfo(id element, NSString* notification,
+                                                 AnnouncementInfo* info) {
+    NSString* line =
+        [NSString stringWithFormat:@"announcement by %@: %@ %@ (%@)", element, notification,
+                                   [info objectForKey:NSAccessibilityAnnouncementKey],
+                                   [info objectForKey:NSAccessibilityPriorityKey]];
+    morvella::cocoa_tests::record([line UTF8String]);
+}
 
 namespace morvella::cocoa_tests {
 
@@ -44,6 +60,15 @@ TEST_F(ApplicationTest, AsksForAttentionOnlyWhileAnotherIsActive) {
     [shared answer:[NSNumber numberWithBool:YES] to:@selector(isActive)];
     requestAttention(true);
     EXPECT_EQ(takeRecorded(), Lines{"application isActive"});
+}
+
+TEST_F(ApplicationTest, AnnouncesATextAboveTheNewFocus) {
+    CocoaApplication().announce("Licence 100%@");
+    NSString* expected =
+        [NSString stringWithFormat:@"announcement by application: %@ Licence 100%%@ (%d)",
+                                   NSAccessibilityAnnouncementRequestedNotification,
+                                   int(NSAccessibilityPriorityHigh)];
+    EXPECT_EQ(takeRecorded(), Lines{[expected UTF8String]});
 }
 
 id beginActivity(id, SEL, uint64_t options, NSString* reason) {
