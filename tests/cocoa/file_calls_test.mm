@@ -7,27 +7,9 @@
 #include "platform/cocoa/conversions.h"
 #include "platform/cocoa/files.h"
 
-#include <functional>
-#include <map>
-#include <tuple>
-
-/// What the adapters make of answers that Foundation rarely gives. Its methods are replaced by ones
-/// that give them.
 namespace morvella::cocoa_tests {
 
 namespace {
-
-/// What a replaced method does with its error argument, and what it returns.
-std::function<BOOL(NSError**)> answer;
-
-template <class... Arguments>
-BOOL answerWithError(id, SEL, Arguments... arguments) {
-    return answer(std::get<sizeof...(arguments) - 1>(std::tuple(arguments...)));
-}
-
-NSURL* answerFolder(NSFileManager*, SEL, NSUInteger, NSUInteger, NSURL*, BOOL, NSError** error) {
-    return answer(error) ? [NSURL fileURLWithPath:@"/folder" isDirectory:YES] : nil;
-}
 
 /// Replaces an existing method for as long as the result lives.
 template <class Function>
@@ -36,113 +18,66 @@ Replaced replaced(Class owner, SEL selector, Function* function) {
     return {owner, selector, function, method_getTypeEncoding(before)};
 }
 
-class PlatformErrorsTest : public ::testing::Test {
-  protected:
-    using Operation = std::function<bool(ErrorOut)>;
+/// What the replaced method writes to the target, sets as the error and returns.
+struct Copy {
+    NSString* written = nil;
+    NSError* error = nil;
+    BOOL result = NO;
+} copy;
 
-    ~PlatformErrorsTest() override { answer = nullptr; }
-
-    const FileUrl one = FileUrl::file("/one");
-    const FileUrl two = FileUrl::file("/two");
-    CocoaFiles files;
-    CocoaFileChanges changes;
-    CocoaStandardFolders folders;
-
-    /// Every operation that can report an error.
-    const std::map<std::string, Operation> operations = {
-        {"reachable", [this](ErrorOut error) { return files.isReachable(one, error); }},
-        {"create", [this](ErrorOut error) { return changes.createDirectory(one, error); }},
-        {"copy", [this](ErrorOut error) { return changes.copyItem(one, two, error); }},
-        {"move", [this](ErrorOut error) { return changes.moveItem(one, two, error); }},
-        {"trash", [this](ErrorOut error) { return changes.trashItem(one, error); }},
-        {"folder",
-         [this](ErrorOut error) {
-             return folders.url(StandardDirectory::users, Domain::local, error).has_value();
-         }},
-    };
-
-  private:
-    const Class manager_ = [NSFileManager class];
-    const Replaced reachable_ =
-        replaced([NSURL class], @selector(checkResourceIsReachableAndReturnError:),
-                 &answerWithError<NSError**>);
-    const Replaced create_ = replaced(
-        manager_, @selector(createDirectoryAtURL:withIntermediateDirectories:attributes:error:),
-        &answerWithError<NSURL*, BOOL, NSDictionary*, NSError**>);
-    const Replaced copy_ = replaced(manager_, @selector(copyItemAtURL:toURL:error:),
-                                    &answerWithError<NSURL*, NSURL*, NSError**>);
-    const Replaced move_ = replaced(manager_, @selector(moveItemAtURL:toURL:error:),
-                                    &answerWithError<NSURL*, NSURL*, NSError**>);
-    const Replaced trash_ = replaced(manager_, @selector(trashItemAtURL:resultingItemURL:error:),
-                                     &answerWithError<NSURL*, NSURL**, NSError**>);
-    const Replaced folder_ =
-        replaced(manager_, @selector(URLForDirectory:inDomain:appropriateForURL:create:error:),
-                 &answerFolder);
-};
-
-TEST_F(PlatformErrorsTest, ReachTheCallerWhateverTheResult) {
-    NSError* given = [NSError errorWithDomain:@"OddDomain" code:4711 userInfo:nil];
-    for (const BOOL result : {NO, YES}) {
-        for (NSError* each : {static_cast<NSError*>(nil), given}) {
-            answer = [&](NSError** place) {
-                if (place && each) {
-                    *place = each;
-                }
-                return result;
-            };
-            for (const auto& [name, operation] : operations) {
-                std::optional<Error> error = Error{"earlier"};
-                EXPECT_EQ(operation(&error), result) << name;
-                EXPECT_EQ(error->description, each ? textOf([given description]) : "earlier")
-                    << name;
-            }
-        }
+BOOL makeCopy(NSFileManager*, SEL, NSURL*, NSURL* target, NSError** error) {
+    [[copy.written dataUsingEncoding:NSUTF8StringEncoding] writeToURL:target atomically:NO];
+    if (error && copy.error) {
+        *error = copy.error;
     }
+    return copy.result;
 }
 
-TEST_F(PlatformErrorsTest, AreNotRequestedIfTheCallerDoesNotAsk) {
-    answer = [](NSError** place) {
-        EXPECT_EQ(place, nullptr);
-        return YES;
-    };
-    for (const auto& [name, operation] : operations) {
-        EXPECT_TRUE(operation(nullptr)) << name;
-    }
-}
-
-/// A copy that reports failure after it has written a file.
-class FailedCopyTest : public ::testing::Test {
+/// A copy whose result and error may contradict each other and what was written.
+class OddCopyTest : public ::testing::Test {
   protected:
-    void copy(NSString* written) {
-        static NSString* toWrite;
-        toWrite = written;
-        const auto writeAndFail = +[](NSFileManager*, SEL, NSURL*, NSURL* target, NSError**) {
-            [[toWrite dataUsingEncoding:NSUTF8StringEncoding] writeToURL:target atomically:NO];
-            return NO;
-        };
-        const Replaced copying =
-            replaced([NSFileManager class], @selector(copyItemAtURL:toURL:error:), writeAndFail);
-        folder.addFile("from", "whole");
-        EXPECT_FALSE(CocoaFileChanges().copyItem(FileUrl::file(folder.at("from")),
-                                                 FileUrl::file(folder.at("to")), nullptr));
+    OddCopyTest() { folder.addFile("from", "whole"); }
+    ~OddCopyTest() override { copy = {}; }
+
+    bool copies(ErrorOut error = nullptr) {
+        return CocoaFileChanges().copyItem(FileUrl::file(folder.at("from")),
+                                           FileUrl::file(folder.at("to")), error);
     }
 
     TemporaryFolder folder;
+
+  private:
+    Replaced copying_ =
+        replaced([NSFileManager class], @selector(copyItemAtURL:toURL:error:), &makeCopy);
 };
 
-TEST_F(FailedCopyTest, IsRemovedIfIncomplete) {
-    copy(@"who");
+TEST_F(OddCopyTest, ReportsResultAndErrorIndependently) {
+    std::optional<Error> error = Error{"earlier"};
+    copy = {.written = nil, .error = nil, .result = NO};
+    EXPECT_FALSE(copies(&error));
+    EXPECT_EQ(error->description, "earlier");
+    copy.error = [NSError errorWithDomain:@"OddDomain" code:4711 userInfo:nil];
+    copy.result = YES;
+    EXPECT_TRUE(copies(&error));
+    EXPECT_EQ(error->description, textOf([copy.error description]));
+    EXPECT_TRUE(copies(nullptr));
+}
+
+TEST_F(OddCopyTest, RemovesAnIncompleteFile) {
+    copy.written = @"who";
+    EXPECT_FALSE(copies());
     EXPECT_EQ(folder.tree(""), std::vector<std::string>{"from: whole"});
 }
 
-TEST_F(FailedCopyTest, StaysIfComplete) {
-    copy(@"whole");
+TEST_F(OddCopyTest, KeepsACompleteFile) {
+    copy.written = @"whole";
+    EXPECT_FALSE(copies());
     EXPECT_EQ(folder.contents("to"), "whole");
 }
 
-TEST_F(FailedCopyTest, LeavesWhatWasThereBefore) {
+TEST_F(OddCopyTest, KeepsAnExistingFile) {
     folder.addFile("to", "mine");
-    copy(nil);
+    EXPECT_FALSE(copies());
     EXPECT_EQ(folder.contents("to"), "mine");
 }
 

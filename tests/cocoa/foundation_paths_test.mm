@@ -16,34 +16,11 @@ namespace morvella {
 
 namespace {
 
-const std::vector<std::string> paths = {"",
-                                        "/",
-                                        "a",
-                                        ".app",
-                                        "b.",
-                                        "a..b",
-                                        "/a",
-                                        "/a/",
-                                        "/a//b",
-                                        "/a//",
-                                        "/a b/..",
-                                        "/.",
-                                        "/a/b.app",
-                                        "/a/.app",
-                                        "/a.b/c",
-                                        "a.b/",
-                                        "a.app///",
-                                        "x.u\xCC\x88",
-                                        "100%.app",
-                                        "C:\\a.b",
-                                        "/a\\b.c",
-                                        "/a/.b.app",
-                                        ".",
-                                        " .app",
-                                        "/a/b.tar.gz",
-                                        "/u\xCC\x88.app",
-                                        "/Applications/Live 11 Suite.app",
-                                        "/\xF0\x9F\x8E\xB9/%@/\"q\".x"};
+const std::vector<std::string> paths = {
+    "",        "/",       "a",         ".app",    "b.",       "a..b",        "/a",
+    "/a/",     "/a//b",   "/a//",      "/a b/..", "/.",       "/a/b.app",    "/a/.app",
+    "/a.b/c",  "a.b/",    ".",         " .app",   "a.app///", "x.u\xCC\x88", "100%.app",
+    "C:\\a.b", "/a\\b.c", "/a/.b.app", "a.b.c",   "b c.app"};
 
 const std::vector<std::string> components = {"b",  "/b",  "b/", "b//c", "",    ".",
                                              "..", "c.d", "/",  "\\b",  "%20", "u\xCC\x88"};

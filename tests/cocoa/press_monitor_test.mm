@@ -140,7 +140,7 @@ class PressMonitorTest : public ::testing::Test {
     Replaced uptimes_ { [NSProcessInfo class], @selector(systemUptime), systemUptime, "d@:" };
 };
 
-TEST_F(PressMonitorTest, LooksAtClicksAndKeysAndNothingElse) {
+TEST_F(PressMonitorTest, WatchesOnlyClicksAndKeys) {
     EXPECT_EQ(watched, NSEventMask(NSEventMaskLeftMouseDown | NSEventMaskKeyDown));
 }
 
@@ -199,7 +199,7 @@ TEST_F(PressMonitorTest, DiscardsTheRepeatsOfAHeldKey) {
     EXPECT_FALSE(types(@"\r", 5, YES));
 }
 
-TEST_F(PressMonitorTest, TakesAPressWithoutATimeAsOneOfNow) {
+TEST_F(PressMonitorTest, TreatsAPressWithoutATimeAsMadeNow) {
     show([NSButton class]);
     uptime += 0.4;
     EXPECT_FALSE(passes(click(0)));
@@ -207,7 +207,7 @@ TEST_F(PressMonitorTest, TakesAPressWithoutATimeAsOneOfNow) {
     EXPECT_TRUE(passes(click(0)));
 }
 
-TEST_F(PressMonitorTest, TreatsASheetThatBeginsOrEndsAsANewPage) {
+TEST_F(PressMonitorTest, TreatsTheBeginAndEndOfASheetAsANewPage) {
     for (NSString* name : {NSWindowWillBeginSheetNotification, NSWindowDidEndSheetNotification}) {
         uptime += 10;
         [[NSNotificationCenter defaultCenter] postNotificationName:name

@@ -7,32 +7,8 @@ namespace morvella::cocoa_tests {
 
 namespace fs = std::filesystem;
 
-bool FailingFileChanges::fails(const std::string& operation, const FileUrl& url,
-                               ErrorOut error) const {
-    if (!failing.contains(operation + " " + url.path())) {
-        return false;
-    }
-    if (error) {
-        *error = Error{"made to fail"};
-    }
-    return true;
-}
-
-bool FailingFileChanges::createDirectory(const FileUrl& url, ErrorOut error) {
-    return !fails("create", url, error) && changes_.createDirectory(url, error);
-}
-
-bool FailingFileChanges::copyItem(const FileUrl& source, const FileUrl& target, ErrorOut error) {
-    return !fails("copy", source, error) && changes_.copyItem(source, target, error);
-}
-
-bool FailingFileChanges::moveItem(const FileUrl& source, const FileUrl& target, ErrorOut error) {
-    return !fails("move", source, error) && changes_.moveItem(source, target, error);
-}
-
-bool FailingFileChanges::trashItem(const FileUrl& url, ErrorOut error) {
-    const FileUrl target = FileUrl::file(trash + "/" + std::to_string(++attempts_));
-    if (fails("trash", url, error) || !changes_.moveItem(url, target, error)) {
+bool RedirectedFileChanges::trashItem(const FileUrl& url, ErrorOut error) {
+    if (!moveItem(url, FileUrl::file(trash + "/" + std::to_string(++attempts_)), error)) {
         return false;
     }
     trashed.push_back(url.path());
@@ -107,10 +83,6 @@ std::string RealFilesTest::shortened(std::string text) const {
         text.replace(at, folder.path().size(), "STAGE");
     }
     return text;
-}
-
-std::string RealFilesTest::logged() const {
-    return shortened(journal.only({tests::Kind::log}));
 }
 
 }  // namespace morvella::cocoa_tests

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <set>
 #include <string>
 #include <vector>
 
@@ -11,27 +10,17 @@
 
 namespace morvella::cocoa_tests {
 
-/// Foundation's changes to the disk; any one of them can be made to fail. Items go to a folder
-/// instead of the Trash: on a Mac the tests must not touch the user's own.
-class FailingFileChanges : public FileChanges {
+/// Foundation's changes to the disk, with a folder as the Trash: on a Mac the tests must not touch
+/// the user's own.
+class RedirectedFileChanges : public CocoaFileChanges {
   public:
-    bool createDirectory(const FileUrl& url, ErrorOut error) override;
-    bool copyItem(const FileUrl& source, const FileUrl& target, ErrorOut error) override;
-    bool moveItem(const FileUrl& source, const FileUrl& target, ErrorOut error) override;
     bool trashItem(const FileUrl& url, ErrorOut error) override;
 
-    /// "create", "copy", "move" or "trash" and the path that is made, read or trashed: "trash /x".
-    std::set<std::string> failing;
-
-    /// The folder used as the Trash, and the paths of the items moved to it.
     std::string trash;
+    /// The paths of the items moved to the Trash.
     std::vector<std::string> trashed;
 
   private:
-    /// Whether this operation is to fail; sets the error "made to fail" if so.
-    bool fails(const std::string& operation, const FileUrl& url, ErrorOut error) const;
-
-    CocoaFileChanges changes_;
     int attempts_ = 0;
 };
 
@@ -60,14 +49,13 @@ class RealFilesTest : public tests::InstallerTest {
     /// Makes small versions of the three archives.
     void makePayload();
 
-    /// The log's lines, with "STAGE" for the temporary folder's path.
-    [[nodiscard]] std::string logged() const;
+    /// `text` with "STAGE" for the temporary folder's path.
     [[nodiscard]] std::string shortened(std::string text) const;
 
     TemporaryFolder folder;
     TemporaryFolder trash;
     CocoaFiles files;
-    FailingFileChanges changes;
+    RedirectedFileChanges changes;
     RedirectedTaskRunner realTasks;
     Platform realPlatform{application, bundles, clock,   controls,  changes,     files,
                           log,         runLoop, folders, realTasks, userDefaults};

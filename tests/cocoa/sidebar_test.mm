@@ -6,7 +6,6 @@
 
 #include "cocoa/recorder.h"
 
-#include <cmath>
 #include <map>
 #include <set>
 
@@ -14,7 +13,7 @@ namespace morvella::cocoa_tests {
 
 namespace {
 
-/// The views and cells that VoiceOver is not told of, and what it says of the others.
+/// The views and cells hidden from VoiceOver, and the labels of the others.
 std::set<id> hidden;
 std::map<id, std::string> spoken;
 
@@ -35,7 +34,7 @@ std::string roleOf(NSColor* color) {
                                                                          : "another colour";
 }
 
-/// One part of the sidebar as it is seen and spoken.
+/// How one part of the sidebar looks and what VoiceOver says.
 std::string describe(NSControl* part) {
     if (hidden.contains(part) != hidden.contains([part cell])) {
         return "hidden only in part";
@@ -52,6 +51,7 @@ std::string describe(NSControl* part) {
            (bold ? ", bold, " : ", ") + heard + (plain ? "" : ", not a plain label");
 }
 
+/// Rows and their places are compared in pictures of the window.
 class SidebarTest : public ::testing::Test {
   protected:
     ~SidebarTest() override {
@@ -59,7 +59,7 @@ class SidebarTest : public ::testing::Test {
         spoken.clear();
     }
 
-    /// What there is to see and hear with these steps, in its order.
+    /// Every part of the sidebar with these steps, in order.
     Lines shown(const std::vector<Step>& steps) {
         hidden.clear();
         spoken.clear();
@@ -70,8 +70,6 @@ class SidebarTest : public ::testing::Test {
         }
         return lines;
     }
-
-    NSRect frameOf(NSUInteger part) { return [[[sidebar subviews] objectAtIndex:part] frame]; }
 
     StepsSidebar* sidebar =
         [[[StepsSidebar alloc] initWithFrame:NSMakeRect(0, 0, 200, 300)] autorelease];
@@ -111,48 +109,6 @@ TEST_F(SidebarTest, ReplacesTheStepsShownBefore) {
     EXPECT_EQ(shown({{"Three", StepState::current, "Three"}}),
               (Lines{"1, selected colour, bold, not spoken",
                      "Three, selected colour, bold, spoken: Three"}));
-}
-
-TEST_F(SidebarTest, HasOneRowForEachStepWithTheMarkBeforeTheName) {
-    shown({{"One", StepState::done, "One"},
-           {"Two", StepState::current, "Two"},
-           {"Three", StepState::toCome, "Three"}});
-    for (const NSUInteger mark : {0, 2, 4}) {
-        EXPECT_LT(NSMaxX(frameOf(mark)), NSMinX(frameOf(mark + 1)));
-        EXPECT_LT(std::abs(NSMidY(frameOf(mark)) - NSMidY(frameOf(mark + 1))), 1);
-    }
-    EXPECT_GT(NSMinY(frameOf(1)), NSMaxY(frameOf(3)));
-    EXPECT_GT(NSMinY(frameOf(3)), NSMaxY(frameOf(5)));
-}
-
-/// What was drawn last.
-NSRect marked = NSZeroRect;
-
-id noteArea(id, SEL, NSRect area, CGFloat, CGFloat) {
-    marked = area;
-    return nil;
-}
-
-void ignoreArea(id, SEL, NSRect) {}
-
-TEST_F(SidebarTest, MarksTheRowOfTheCurrentStep) {
-    const char* types = "@@:{CGRect={CGPoint=dd}{CGSize=dd}}dd";
-    const Class paths = object_getClass([NSBezierPath class]);
-    const Replaced filling(paths, @selector(fillRect:), ignoreArea, types);
-    const Replaced rounding(paths, @selector(bezierPathWithRoundedRect:xRadius:yRadius:), noteArea,
-                            types);
-    const Recorder* color = [Recorder named:"colour" standingFor:[NSColor class]];
-    const Answering background([NSColor class], @selector(controlBackgroundColor), (id)color);
-    const Answering mark([NSColor class], @selector(alternateSelectedControlColor), (id)color);
-    const Step other{"Other", StepState::toCome, "Other"};
-    const Step current{"Current", StepState::current, "Current"};
-    for (const auto& [steps, name] : {std::pair(std::vector{other, current}, NSUInteger(3)),
-                                      std::pair(std::vector{current, other}, NSUInteger(1))}) {
-        shown(steps);
-        [sidebar drawRect:NSZeroRect];
-        EXPECT_TRUE(NSContainsRect(marked, frameOf(name)));
-        EXPECT_FALSE(NSIntersectsRect(marked, frameOf(4 - name)));
-    }
 }
 
 }  // namespace
