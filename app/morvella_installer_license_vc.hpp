@@ -7,9 +7,8 @@
 
 namespace morvella {
 
-/// Shows the licence agreement in a text view of its own. Main thread only. The main controller
-/// fills its own outlet to the text view before the first page is shown; this one serves an
-/// interface file that gives the licence page a controller.
+/// Shows the licence agreement in its own text view. Main thread only. MainMenu.xib creates one for
+/// the licence page, although the main controller also fills that page's text view.
 class MorvellaInstallerLicenseVC {
   public:
     explicit MorvellaInstallerLicenseVC(const Platform& platform) : platform_(platform) {}

@@ -65,7 +65,7 @@ class MorvellaInstallerViewController {
     void installDoneButton();
 
     // app/steps.cpp
-    /// The steps that stand beside the page that the controller shows, in order.
+    /// The steps listed beside the current page, in order.
     [[nodiscard]] std::vector<Step> steps() const;
 
     // app/resource_check.cpp

@@ -2,10 +2,10 @@
 
 #include <array>
 
-/// What the product's pieces are called.
+/// Names of the product's files and folders.
 namespace morvella::product {
 
-/// As the welcome page shows it. The number is the build's.
+/// As shown on the welcome page. The number comes from the build.
 inline constexpr const char* version = "v" MORVELLA_VERSION;
 
 /// The folder that receives a part of the product: in the User Library, the Applications folder,
@@ -24,10 +24,10 @@ inline constexpr std::array<const char*, 0> obsoleteItems = {};
 /// The suite's application in its folder, as it is unpacked and as it is hidden.
 inline constexpr const char* application = "Morvella.app";
 inline constexpr const char* hiddenApplication = ".Morvella.app";
-/// A device that proves, below the suite's folder, that all of it was unpacked.
+/// A device below the suite's folder. If it is present, the whole suite was unpacked.
 inline constexpr const char* device = "Sources/Vellicor.amxd";
 
-/// Where the shaders lie in the product's folder, and their own folders in there.
+/// The shaders' folder in the product's folder, and its subfolders.
 inline constexpr const char* shaderFolder = "ISF";
 inline constexpr std::array shaderSubfolders = {"Dariwent", "Standard"};
 

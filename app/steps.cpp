@@ -33,7 +33,7 @@ std::vector<Step> MorvellaInstallerViewController::steps() const {
     }};
     const auto isShown = [this](const auto& page) { return shows(page.second); };
     const auto shown = static_cast<size_t>(std::ranges::find_if(pages, isShown) - pages.begin());
-    // What is shown before the first page belongs to the first step.
+    // Before the first page is shown, the first step is the current one.
     const size_t current = shown < pages.size() ? shown : 0;
     std::vector<Step> steps;
     for (size_t page = 0; page < pages.size(); ++page) {

@@ -6,11 +6,11 @@ namespace morvella {
 
 enum class StepState { done, current, toCome };
 
-/// One of the steps of the installation that stand beside its pages.
+/// One of the installation's steps, which are listed beside its pages.
 struct Step {
     std::string name;
     StepState state = StepState::toCome;
-    /// What is read out to whoever does not see the step's state.
+    /// What VoiceOver says. Includes the state, which is otherwise shown only visually.
     std::string spokenLabel;
 
     bool operator==(const Step&) const = default;

@@ -42,8 +42,8 @@ void MorvellaInstallerViewController::askToDeletePreviousInstallation() {
     });
 }
 
-/// What fails here does not end anything: the critical sheets come up one after the other while the
-/// next step runs, and the application ends when the user answers one of them.
+/// A failure here does not stop the sequence: critical sheets appear one after the other while the
+/// next step runs, and the application quits when the user answers one of them.
 void MorvellaInstallerViewController::previousInstallationAnswered(
     const AlertAnswer& answer, const std::shared_ptr<const Object>& self,
     ProgressIndicator& backupIndicator) {

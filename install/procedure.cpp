@@ -37,7 +37,7 @@ void MorvellaInstallerViewController::installFontsAndSuite() {
     if (!installFontList({product::fonts.begin(), product::fonts.end()})) {
         platform_.log("Couldn't install fonts.");
     }
-    // A suite that is missing afterwards is noticed when its application is to be hidden.
+    // A failure is noticed later, when the suite's application cannot be hidden.
     decompressResourceToURL(product::suiteArchive, FileUrl::directory(*userLibPath()));
 }
 

@@ -3,9 +3,9 @@
 
 namespace morvella {
 
-// One error goes through all of this stage and is never cleared: a line about a later step may show
-// the error of an earlier one. Each folder's URL names a directory, although the platform would ask
-// the disk: against a product folder that is not there yet it would resolve "ISF" to a folder of
+// This whole stage shares one error, which is never cleared: the log line of a later step may show
+// an earlier error. Each folder's URL is made to name a directory, without asking the disk: for a
+// product folder that does not exist yet, a URL from the disk would resolve "ISF" to a folder of
 // the user's own beside it.
 
 namespace {
@@ -31,7 +31,7 @@ void MorvellaInstallerViewController::installSharedData() {
     std::optional<Error> error;
     const FileUrl shared = sharedFolder(platform_, &error);
     const FileUrl product = FileUrl::directoryRelativeTo(product::folder, shared);
-    // What is shared already stays as it is.
+    // Existing shared data is left alone.
     if (!platform_.files.fileExists(product.path())) {
         unpackSharedData(shared, &error);
     }

@@ -18,8 +18,8 @@ constexpr int32_t noEntry = 4;
 }  // namespace user_library_status
 
 /// Looks up Live's preferences folders and the User Library that they name. Holds nothing between
-/// calls; main thread only. Its small first letter belongs to the interface, whose names are kept
-/// as they are. All paths are absolute; nothing is returned for what is not found.
+/// calls; main thread only. The lower-case class name is part of the interface and is kept as it
+/// is. All paths are absolute; a function that finds nothing returns nothing.
 class getLiveUserLib {
   public:
     explicit getLiveUserLib(const Platform& platform) : platform_(platform) {}

@@ -18,8 +18,8 @@ struct LiveVersion {
     auto operator<=>(const LiveVersion&) const = default;
 };
 
-/// The version in a preferences folder's name: what is left of it without any "Live ", read as up
-/// to three numbers between dots. A missing number is 0.
+/// The version in a preferences folder's name: every "Live " is removed, and the rest is read as up
+/// to three numbers separated by dots. A missing number is 0.
 LiveVersion liveVersionOfFolder(std::string_view folderName);
 
 }  // namespace morvella

@@ -24,8 +24,7 @@ struct SuppressionButton {
     bool operator==(const SuppressionButton&) const = default;
 };
 
-/// Everything that an alert shows. With no button named it has the platform's single default
-/// button.
+/// Everything that an alert shows. If `buttons` is empty, the platform adds its default button.
 struct Alert {
     AlertStyle style = AlertStyle::warning;
     std::string messageText = {};

@@ -13,13 +13,13 @@ class Bundle {
   public:
     virtual ~Bundle() = default;
 
-    /// Where the resource of that whole file name, extension included, lies; nothing if there is
+    /// The path of the resource with this full file name, extension included; nothing if there is
     /// none.
     [[nodiscard]] virtual std::optional<std::string> pathForResource(
         const std::string& name) const = 0;
 
-    /// The rich-text document of that file name, whose format is recognised from the file; null if
-    /// it is missing or cannot be read.
+    /// The rich-text document with this file name, in any format that the platform recognises; null
+    /// if it is missing or cannot be read.
     [[nodiscard]] virtual std::shared_ptr<AttributedString> attributedStringForResource(
         const std::string& name) const = 0;
 

@@ -16,7 +16,7 @@ class FileUrl {
     static FileUrl directory(std::string_view path);
 
     /// `path` resolved against `base`: a relative path goes below a base that names a directory,
-    /// and beside one that does not. An absolute path stands for itself.
+    /// and beside one that does not. An absolute path ignores the base.
     static FileUrl fileRelativeTo(std::string_view path, const FileUrl& base);
     static FileUrl directoryRelativeTo(std::string_view path, const FileUrl& base);
 

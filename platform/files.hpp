@@ -66,7 +66,7 @@ class FileChanges {
 enum class StandardDirectory { applications = 1, users = 7, documents = 9 };
 enum class Domain { user = 1, local = 2 };
 
-/// Where the system keeps things.
+/// The system's standard folders.
 class StandardFolders {
   public:
     virtual ~StandardFolders() = default;

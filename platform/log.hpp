@@ -10,14 +10,14 @@
 
 namespace morvella {
 
-/// How each kind of argument stands in a log line.
+/// Each kind of argument as it appears in a log line.
 std::string logText(std::string_view text);
 std::string logText(uint32_t number);
 std::string logText(const FileUrl& url);
 std::string logText(const std::optional<Error>& error);
 
-/// `text` with each "%@" and "%u" replaced by the next of `arguments`. Neither the arguments nor a
-/// placeholder that is left over are interpreted.
+/// `text` with each "%@" and "%u" replaced by the next of `arguments`. Placeholders inside an
+/// argument, or without an argument, are kept as text.
 std::string formatLogLine(std::string_view text, const std::vector<std::string>& arguments);
 
 /// The system log.

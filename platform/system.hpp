@@ -15,7 +15,7 @@ class Application {
   public:
     virtual ~Application() = default;
 
-    /// Ends the application; what is scheduled is not run any more. `sender` may be null.
+    /// Terminates the application; scheduled work no longer runs. `sender` may be null.
     virtual void terminate(const Object* sender) = 0;
 
     /// Keeps the Mac awake and the application at full speed until the last copy of the result is
@@ -38,8 +38,8 @@ class Clock {
 
     [[nodiscard]] virtual Time now() const = 0;
 
-    /// `time` as text, by a date formatter of which only the format is set: the user's locale and
-    /// calendar and the system's time zone hold.
+    /// `time` as text in this format, with the user's locale and calendar and the system's time
+    /// zone.
     [[nodiscard]] virtual std::string format(Time time, const std::string& dateFormat) const = 0;
 };
 
@@ -47,7 +47,7 @@ class Timer {
   public:
     virtual ~Timer() = default;
 
-    /// No more ticks come after this.
+    /// Stops the ticks.
     virtual void invalidate() = 0;
 };
 
@@ -83,9 +83,9 @@ class TaskRunner {
   public:
     virtual ~TaskRunner() = default;
 
-    /// Runs the child and returns when it has ended, without a time-out. What it prints is read
-    /// only then, so it must fit in a pipe's buffer. Nothing is returned if it could not be
-    /// started, as nothing can that has a NUL in its path, its directory or an argument.
+    /// Runs the child and waits for it to end, without a time-out. Its output is read only then, so
+    /// it must fit in a pipe's buffer. Returns nothing if the child could not be started, which
+    /// includes a NUL in the path, the directory or an argument.
     virtual std::optional<TaskResult> run(const Command& command) = 0;
 };
 

@@ -13,13 +13,12 @@ bool isUtf8(std::string_view bytes);
 /// How many UTF-16 code units the well-formed UTF-8 `text` takes: the platform's length of a text.
 size_t utf16Length(std::string_view text);
 
-/// The number at the start of `text`, after white space and with an optional sign; what follows it
-/// does not count. 0 without digits; the nearest 32-bit integer if it is too large or too small.
+/// The number at the start of `text`, after white space and with an optional sign; the rest is
+/// ignored. 0 without digits; the nearest 32-bit integer if it is too large or too small.
 int32_t intValue(std::string_view text);
 
-/// The pieces of `text` between the occurrences of `separator`, one more than there are of these.
-/// The pieces are empty where two separators meet. `separator` is not empty. Each is a view of
-/// `text`.
+/// The pieces of `text` between the occurrences of `separator`, as views of `text`. Adjacent
+/// separators have an empty piece between them. `separator` is not empty.
 template <class Pieces>
 Pieces componentsSeparatedBy(std::string_view text, std::string_view separator) {
     Pieces pieces;
