@@ -97,6 +97,14 @@ class TestPages(Pages):
                 gate.open() if page.title == pages.INSTALLATION else installer.perform(page.button)
             installer.expect_end()
 
+    def test_tab_leads_to_the_first_control(self):
+        """The settings page's only button is still disabled when the page appears."""
+        with self.launch(self.make_stage()) as installer:
+            installer.go_to(pages.SETTINGS)
+            installer.wait_until_active()
+            self.display.key("Tab")
+            installer.wait_for_state(lambda state: state.view.control("Next").focused, "the focus")
+
     @pytest.mark.parametrize(("demo", "slash"), [(False, "/"), (True, "")])
     def test_last_page_without_a_demo_set(self, demo, slash):
         """The demo Live Set's path is appended to the kit's, which must end in a slash."""
