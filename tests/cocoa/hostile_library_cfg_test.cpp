@@ -15,7 +15,6 @@ using Paths = std::vector<std::string>;
 class HostileLibraryCfgTest : public RealFilesTest {
   protected:
     HostileLibraryCfgTest() {
-        makePayload();
         for (const std::string& file : treasures) {
             folder.addFile(file, "kept: " + file);
         }
@@ -43,12 +42,8 @@ class HostileLibraryCfgTest : public RealFilesTest {
         answerSheets();
         runLoop.drainMainQueue();
         answerSheets();
-        Paths items;
-        for (const std::string& item : changes.trashed) {
-            items.push_back(shortened(item));
-        }
-        EXPECT_EQ(std::erase(items, "STAGE/Applications/Morvella"), 1U);
-        return items;
+        EXPECT_EQ(std::erase(changes.trashed, folder.at("Applications/Morvella")), 1U);
+        return changes.trashed;
     }
 
     void answerSheets() {
@@ -59,7 +54,6 @@ class HostileLibraryCfgTest : public RealFilesTest {
 
     const std::string liveApplication = folder.at("Live 11.app");
     const std::string music = folder.at("home/Music");
-    const std::string product = "STAGE/home/Music/User Library/Morvella";
     const Paths treasures = {"home/Music/User Library/Presets/mine.adv",
                              "home/Music/User Library/Morvella Backup/mine.adv",
                              "home/Music/Projects/song.als",
@@ -111,15 +105,8 @@ TEST_F(HostileLibraryCfgTest, EverySpellingLeadsToTheSameInstallation) {
 
 TEST_F(HostileLibraryCfgTest, FolderAboveTheUserLibraryIsTakenAsGiven) {
     folder.addFile("home/Music/Morvella/old", "old");
-    EXPECT_EQ(run(music + "/User Library", ".."),
-              Paths{"STAGE/home/Music/User Library/../Morvella"});
+    EXPECT_EQ(run(music + "/User Library", ".."), Paths{library + "/../Morvella"});
     EXPECT_EQ(folder.contents("home/Music/User Library/Morvella/.Morvella.app/old"), "old");
-}
-
-TEST_F(HostileLibraryCfgTest, LinkInTheProductsPlaceGoesToTheTrashAlone) {
-    fs::remove_all(destination.path());
-    fs::create_directory_symlink(music + "/Projects", destination.path());
-    EXPECT_EQ(run(music, "User Library"), Paths{product});
 }
 
 /// The archiver does nothing here, because the root is not a temporary folder.

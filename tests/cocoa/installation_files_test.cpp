@@ -14,8 +14,6 @@ using Tree = std::vector<std::string>;
 /// The installation page on real files.
 class InstallationFilesTest : public RealFilesTest {
   protected:
-    InstallationFilesTest() { makePayload(); }
-
     /// Answers the question about a previous installation with Continue.
     void installOverPrevious(ControlState checkBox) {
         installer.doInstallViewAppeared();
@@ -101,33 +99,6 @@ TEST_F(InstallationFilesTest, ShadersInTheDocumentsLeaveTheUsersOwnFilesAlone) {
     EXPECT_EQ(folder.contents("home/Documents/Morvella/ISF/my.fs"), "mine");
     for (const std::string& file : treasures) {
         EXPECT_EQ(folder.contents(file), "mine") << file;
-    }
-}
-
-TEST_F(InstallationFilesTest, FallsBackToTheDocumentsIfTheSharedFolderIsReadOnly) {
-    fs::permissions(folder.at("Users/Shared"), fs::perms(0555));
-    for (const char* path : {"home", "home/Documents", "home/Library/Fonts",
-                             "home/Music/User Library", "Applications"}) {
-        fs::permissions(folder.at(path), fs::perms::all);
-    }
-    {
-        const OrdinaryUser user;
-        installer.installTo(destination);
-    }
-    EXPECT_EQ(folder.tree("Users/Shared"), Tree());
-    EXPECT_EQ(folder.tree("home/Documents/Morvella"), shaders);
-    EXPECT_EQ(journal.only({Kind::sheet}), "");
-}
-
-TEST_F(InstallationFilesTest, PacksAndUnpacksUnderAnyName) {
-    folder.addFile("packed/Sources/a b.amxd", "device");
-    folder.addFolder("packed/empty");
-    for (const std::string& name : difficultNames()) {
-        makeArchive(name, "packed");
-        const std::string out = "out/" + name;
-        EXPECT_TRUE(installer.decompressResourceToURL(name, FileUrl::directory(folder.at(out))));
-        EXPECT_EQ(folder.tree(out), (Tree{"packed/", "packed/Sources/",
-                                          "packed/Sources/a b.amxd: device", "packed/empty/"}));
     }
 }
 

@@ -14,46 +14,68 @@ namespace morvella::cocoa_tests {
 /// the user's own.
 class RedirectedFileChanges : public CocoaFileChanges {
   public:
-    bool trashItem(const FileUrl& url, ErrorOut error) override;
+    bool trashItem(const FileUrl& url, ErrorOut error) override {
+        const std::string place = trash_.at(std::to_string(++attempts_));
+        const bool isMoved = moveItem(url, FileUrl::file(place), error);
+        if (isMoved) {
+            trashed.push_back(url.path());
+        }
+        return isMoved;
+    }
 
-    std::string trash;
     /// The paths of the items moved to the Trash.
     std::vector<std::string> trashed;
 
   private:
+    TemporaryFolder trash_;
     int attempts_ = 0;
 };
 
 /// Foundation's tasks, with another program instead of the archiver.
-class RedirectedTaskRunner : public TaskRunner {
+class RedirectedTaskRunner : public CocoaTaskRunner {
   public:
-    std::optional<TaskResult> run(const Command& command) override;
+    std::optional<TaskResult> run(const Command& command) override {
+        EXPECT_EQ(command.launchPath, "/usr/bin/ditto");
+        return CocoaTaskRunner::run({archiver, command.arguments, command.currentDirectoryPath});
+    }
 
-    std::string archiver;
-
-  private:
-    CocoaTaskRunner tasks_;
+    std::string archiver = DITTO;
 };
 
 /// The installer on the real files of a temporary folder, through Foundation: a home folder "home",
 /// the User Library "Music/User Library" in it, "Applications", "Users/Shared", and the bundle's
-/// resources in "Bundle". Everything that is not a file is faked.
+/// resources in "Bundle", with small versions of the archives. Everything that is not a file is
+/// faked.
 class RealFilesTest : public tests::InstallerTest {
   protected:
-    RealFilesTest();
-
-    /// Packs the folder `source` of the temporary folder with the real archiver and makes the
-    /// archive the bundle's resource of that name.
-    void makeArchive(const std::string& resource, const std::string& source);
-
-    /// Makes small versions of the three archives.
-    void makePayload();
-
-    /// `text` with "STAGE" for the temporary folder's path.
-    [[nodiscard]] std::string shortened(std::string text) const;
+    RealFilesTest() {
+        connect(installer);
+        for (const char* name : {"home/Library/Fonts", "home/Documents", "home/Music/User Library",
+                                 "Applications", "Users/Shared"}) {
+            folder.addFolder(name);
+        }
+        for (const std::string font : {"Archivo-Medium.ttf", "OpenSans-Regular.ttf"}) {
+            folder.addFile("Bundle/" + font, font);
+            bundles.main->resources[font] = folder.at("Bundle/" + font);
+        }
+        folders.home = home;
+        folders.applications = {FileUrl::directory(folder.at("Applications"))};
+        folders.users.url = FileUrl::directory(folder.at("Users"));
+        folders.documents.url = FileUrl::directory(home + "/Documents");
+        installer.setUserLibPath(text(library));
+        installer.setDestinationURL(std::make_shared<const FileUrl>(destination));
+        folder.addFile("payload/Morvella/Morvella.app/Contents/Info.plist", "the application");
+        folder.addFile("payload/Morvella/Sources/Vellicor.amxd", "the device");
+        folder.addFile("payload/Tressimo.app/Contents/Info.plist", "the utility");
+        folder.addFile("payload/ISF/Dariwent/a.fs", "shader a");
+        folder.addFile("payload/ISF/Standard/b.fs", "shader b");
+        addArchive("morvella.zip", "payload/Morvella");
+        addArchive("Tressimo.zip", "payload/Tressimo.app");
+        addArchive("ISF.zip", "payload/ISF");
+        journal.clear();
+    }
 
     TemporaryFolder folder;
-    TemporaryFolder trash;
     CocoaFiles files;
     RedirectedFileChanges changes;
     RedirectedTaskRunner realTasks;
@@ -64,6 +86,14 @@ class RealFilesTest : public tests::InstallerTest {
     const std::string home = folder.at("home");
     const std::string library = folder.at("home/Music/User Library");
     const FileUrl destination = FileUrl::directory(library + "/Morvella");
+
+  private:
+    /// Packs the folder with the real archiver.
+    void addArchive(const std::string& resource, const std::string& source) {
+        const std::string archive = folder.at("Bundle/" + resource);
+        EXPECT_TRUE(installer.compressFolderAtToZipFilePath(folder.at(source), archive));
+        bundles.main->resources[resource] = archive;
+    }
 };
 
 }  // namespace morvella::cocoa_tests

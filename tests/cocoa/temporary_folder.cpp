@@ -88,22 +88,21 @@ OrdinaryUser::~OrdinaryUser() {
     }
 }
 
-const std::vector<std::string>& difficultNames() {
-    static const std::vector<std::string> names = {" blanks at the ends ",
-                                                   "\"double\" and 'single' quotes",
-                                                   "100% of %@ and %n",
-                                                   "%20",
-                                                   "a#b?c;d&e=f",
-                                                   "back\\slash",
-                                                   "$HOME `id` $(id) *",
-                                                   "-x",
-                                                   "~",
-                                                   "u\xCC\x88 decomposed",
-                                                   "\xF0\x9F\x8E\xB9 keyboard",
-                                                   "line\nbreak",
-                                                   ".hidden",
-                                                   "ends.in.app"};
-    return names;
+std::vector<std::string> difficultNames() {
+    return {" blanks at the ends ",
+            "\"double\" and 'single' quotes",
+            "100% of %@ and %n",
+            "%20",
+            "a#b?c;d&e=f",
+            "back\\slash",
+            "$HOME `id` $(id) *",
+            "-x",
+            "~",
+            "u\xCC\x88 decomposed",
+            "\xF0\x9F\x8E\xB9 keyboard",
+            "line\nbreak",
+            ".hidden",
+            "ends.in.app"};
 }
 
 }  // namespace morvella::cocoa_tests

@@ -46,6 +46,6 @@ class OrdinaryUser {
 
 /// File names that break careless code. All are decomposed, as Foundation passes names to the disk
 /// and to child processes on a Mac.
-const std::vector<std::string>& difficultNames();
+std::vector<std::string> difficultNames();
 
 }  // namespace morvella::cocoa_tests
