@@ -13,7 +13,6 @@ import sys
 import tempfile
 from pathlib import Path
 
-import library_cfg
 import report
 import windows
 from display import Display
@@ -25,11 +24,16 @@ ROUNDS = 21
 # Payloads, as (files, bytes).
 BIG, MANY, SMALL = (200, GB), (50_000, 100 * MB), (200, 10 * MB)
 USUAL_CONFIGURATION, LARGE_CONFIGURATION = 10 * KB, 100 * MB
+LIBRARY_CFG_ENTRY = """\t\t<{kind}>
+\t\t\t<ProjectName Value="{name}" />
+\t\t\t<ProjectPath Value="/Users/musician/Music" />
+\t\t</{kind}>
+"""
 BUILD = ROOT / "build/linux"
 
 
 def repeated(rounds, measure):
-    """What the function returns in each round, after one to warm up."""
+    """What the function returns in each round, after a warm-up."""
     return [measure() for _ in range(1 + rounds)][1:]
 
 
@@ -64,10 +68,13 @@ def memory(work, rounds):
 
 
 def configuration(work, rounds):
-    """The User Library from a Library.cfg: of its usual size, and of one far beyond."""
+    """Looking up the User Library, the last entry of a Library.cfg of usual and of extreme size."""
+    other = LIBRARY_CFG_ENTRY.format(kind="LibraryProject", name="Klänge")
+    user_library = LIBRARY_CFG_ENTRY.format(kind="UserLibrary", name="User Library")
     for size in (USUAL_CONFIGURATION, LARGE_CONFIGURATION):
-        written = library_cfg.write(work, size)
-        runs = repeated(rounds, lambda: library_cfg.look_up(BUILD, work))
+        text = other * (size // len(other.encode())) + user_library
+        written = (work / "Library.cfg").write_bytes(text.encode())
+        runs = repeated(rounds, lambda: look_up(work))
         name = f"a Library.cfg of {report.amount(written)}"
         times = [(seconds, 1) for seconds, _ in runs]
         yield report.compared(f"User Library from {name}", "one second", times, limit=1)
@@ -75,6 +82,16 @@ def configuration(work, rounds):
             growth = [(grown, written) for _, grown in runs]
             figure = f"memory for {name}"
             yield report.compared(figure, "the file", growth, limit=2, unit=report.amount)
+
+
+def look_up(folder):
+    """The seconds of one lookup, and by how many bytes the process grew."""
+    command = [BUILD / "bench_lookup", folder]
+    answer = subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True).stdout
+    nanoseconds, kilobytes, found = answer.splitlines()
+    if found != "/Users/musician/Music/User Library":
+        raise RuntimeError(f"found {found!r}")
+    return int(nanoseconds) / 1e9, int(kilobytes) * 1024
 
 
 ROWS = {"start": start, "install": install, "memory": memory, "library-cfg": configuration}

@@ -1,6 +1,7 @@
-"""Runs in a real window: starts, whole installations, and the memory of both."""
+"""Measures the start, the installation and the peak memory of the installer in its real window."""
 
 import os
+import re
 import shutil
 import time
 from pathlib import Path
@@ -32,8 +33,7 @@ class Screen:
             return time.monotonic() > since + 0.5
 
         wait_until(rests, "the screen to rest", seconds=60)
-        # The middle line is compared first: comparing the whole screen each time would slow down
-        # what is measured.
+        # The middle line is compared first, because comparing the whole screen is slow.
         screen = display.screen
         line = Rectangle(0, screen.height // 2, screen.width, 1)
         self._display = display
@@ -46,15 +46,7 @@ class Screen:
         wait_until(self.is_shown, what, seconds=600, interval=LOOK)
 
 
-def peak_memory(process):
-    """The most memory that a running process has held so far, in bytes."""
-    with open(f"/proc/{process.pid}/status", encoding="ascii") as status:
-        return next(int(line.split()[1]) * 1024 for line in status if line.startswith("VmHWM:"))
-
-
 class Start:
-    """The installer, to be started again and again."""
-
     def __init__(self, work, build, display):
         stage = stages.make(work / "stage")
         self._launch = lambda: Application(display, build / BUNDLE, stage)
@@ -73,7 +65,7 @@ class Start:
 
 
 class Installation:
-    """A bundle with a payload of a given size, to be installed on one fresh stage after another."""
+    """A bundle with a payload of a given size. Each measurement installs it on a new stage."""
 
     def __init__(self, work, build, display, files, size):
         self._work, self._build, self._display = work, build, display
@@ -87,17 +79,13 @@ class Installation:
         self._times = Path(f"{archiver}.times")
         self._last_page = None
 
-    def _fresh_stage(self):
-        shutil.rmtree(self._work / "stage", ignore_errors=True)
-        stage = stages.make(self._work / "stage")
-        self._times.unlink(missing_ok=True)
-        os.sync()  # so that the disk has no work left from the run before
-        return stage
-
     def measure(self):
         """The seconds from the release of the settings page's button until the last page is drawn,
         without the archiver's runs and with them, and the installer's peak memory."""
-        stage = self._fresh_stage()
+        shutil.rmtree(self._work / "stage", ignore_errors=True)
+        stage = stages.make(self._work / "stage")
+        self._times.unlink(missing_ok=True)
+        os.sync()  # so that no writes of the last run are pending
         with Installer(self._display, self._bundle, stage, build=self._build) as installer:
             installer.go_to(SETTINGS)
             installer.wait_for_button("Next")
@@ -109,7 +97,8 @@ class Installation:
                 self._last_page = Screen(self._display)
             self._last_page.wait("the last page")
             seconds = time.perf_counter() - began
-            memory = peak_memory(installer.process)
+            status = Path(f"/proc/{installer.process.pid}/status").read_text()
+        memory = int(re.search(r"^VmHWM:\s*(\d+)", status, re.MULTILINE)[1]) * 1024
         archiver = [int(line) / 1e9 for line in self._times.read_text().splitlines()]
         if len(archiver) != len(payload.ARCHIVES):
             raise RuntimeError(f"the archiver ran {len(archiver)} times")

@@ -3,8 +3,7 @@
 import zipfile
 
 import pytest
-from conftest import SHADERS, SUITE, UTILITY, check, findings
-from sample_payload import FILE, FOLDER, LINK
+from conftest import FILE, FOLDER, LINK, SHADERS, SUITE, UTILITY, check, findings
 
 FIFO = 0o010644
 

@@ -1,8 +1,7 @@
 """What script/check-payload requires each archive to hold."""
 
 import pytest
-from conftest import SHADERS, SUITE, UTILITY, findings
-from sample_payload import information
+from conftest import SHADERS, SUITE, UTILITY, findings, information
 
 APPLICATION = "Morvella/Morvella.app/"
 DEVICE = "Morvella/Sources/Vellicor.amxd"

@@ -4,7 +4,7 @@ import re
 
 import pytest
 from product import FONTS, ROOT, VERSION
-from source_rules import sources
+from test_rules import sources
 
 LITERAL = r'"(?:\\.|[^"\\])*"'
 MESSAGE = re.compile(
