@@ -1,9 +1,7 @@
 #!/usr/bin/env python3
-"""A whole tour of an installer that was built with the address sanitizer leaves no memory behind.
+"""Takes a whole tour of an installer built with the address sanitizer, and fails if it leaks.
 
-Prints what the installer leaked and ends with status 1 if it leaked anything: whatever its own code
-made or asked the frameworks for. What they lose by themselves, inside the calls that are named in
-tests/support/leaks.supp, is theirs.
+Leaks inside the frameworks' own calls, which tests/support/leaks.supp names, are only counted.
 """
 
 import argparse
@@ -27,7 +25,7 @@ SANITIZER = "detect_leaks=1:fast_unwind_on_malloc=0:malloc_context_size=24"
 
 
 def leaks(report):
-    """The title and the call stack, innermost first, of each block that nothing points to."""
+    """The title and the call stack, innermost first, of each direct leak."""
     for block in re.split(r"\n\s*\n", report):
         title, *frames = block.strip().split("\n")
         if title.startswith("Direct leak"):
@@ -35,10 +33,9 @@ def leaks(report):
 
 
 def is_ours(frames, frameworks, sources):
-    """Whether the installer's own code made what leaked, or asked for it directly enough."""
-    named = re.compile("|".join(map(re.escape, frameworks)))
+    """Whether the installer's own code allocated the block, not a framework's call on its own."""
     for frame in frames[1:]:  # The first is the sanitizer's.
-        if named.search(frame):
+        if any(name in frame for name in frameworks):
             return False
         if f"{sources}/" in frame:
             return True
@@ -46,14 +43,14 @@ def is_ours(frames, frameworks, sources):
 
 
 def take_tour(executable, folder):
-    """What the installer wrote, the sanitizer's report at its end included."""
+    """Returns the installer's output, which ends with the sanitizer's report."""
     stage = stages.make(folder / "stage", previous=True, unmounted=True)
     environment = {"ASAN_OPTIONS": SANITIZER, "LSAN_OPTIONS": "exitcode=0:max_leaks=0"}
     gate = Gate(folder / "gate", stage)
     options = {"environment": environment, "gate": gate}
     with Display() as display:
         with Installer(display, executable.parent, stage, **options) as installer:
-            Tour(installer, gate, previous=True).walk()
+            Tour(installer, gate, lambda name, picture: None).walk()
             return installer.output
 
 
@@ -71,10 +68,8 @@ def main():
         report = take_tour(options.executable.resolve(), folder)
     found = list(leaks(report))
     if not found:
-        sys.exit("The sanitizer reported nothing at all, not even what the frameworks lose.")
-    own = [
-        (title, frames) for title, frames in found if is_ours(frames, frameworks, options.sources)
-    ]
+        sys.exit("The sanitizer reported nothing at all, not even the leaks of the frameworks.")
+    own = [block for block in found if is_ours(block[1], frameworks, options.sources)]
     for title, frames in own:
         print(title, *frames, "", sep="\n")
     print(f"{len(found) - len(own)} leaks of frameworks, {len(own)} of the installer")

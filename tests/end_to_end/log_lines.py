@@ -23,7 +23,7 @@ def unpacking_line(bundle, archive):
 
 
 def refused_line(archive):
-    """What the archiver says, in its own words, about an archive that it could not unpack."""
+    """The archiver's own message about an archive that it could not unpack."""
     copying = rf"(>>> Copying .*{re.escape(archive)}\n)?"
     return re.compile(rf"decompress status={copying}.*\S.*", re.DOTALL)
 
@@ -32,20 +32,20 @@ def failed_line(archive):
     return f"Decompressing resource failed: {archive}"
 
 
-def installation_lines(bundle, stage, *, previous=False):
-    """The whole log of an installation, perhaps over that of `stage.make(previous=True)`."""
+def installation_lines(bundle, stage):
+    """All lines that an installation logs."""
     lines = []
     for font in fonts(bundle):
         source, target = file_url(bundle / "Resources" / font), file_url(stage.fonts / font)
-        is_present = previous and font == "OpenSans-Regular.ttf"
+        is_present = stage.previous and font == "OpenSans-Regular.ttf"
         copying = f"Copying: ({source}) To: ({target})"
         lines.append(f"Font already installed:{font}" if is_present else copying)
     lines.append(unpacking_line(bundle, "morvella.zip"))
-    if previous:
+    if stage.previous:
         lines.append(f"Deleting {stage.utilities}")
     lines.append(f"Installing Tressimo.zip to {stage.utilities}...")
     lines.append(unpacking_line(bundle, "Tressimo.zip"))
-    if not previous:
+    if not stage.previous:
         lines += ["Installing ISF.zip...", unpacking_line(bundle, "ISF.zip")]
     return [*lines, "Hiding the morvella.app to declutter the user library browser..."]
 

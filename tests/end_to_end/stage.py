@@ -1,7 +1,7 @@
 """A stage: a folder shaped like a Mac's disk, with a user, Ableton Live and the suite's kit.
 
-The installer never looks outside the stage that MORVELLA_STAGE and HOME name, so a run on it
-touches nothing of the machine. `make` builds one, `Stage` knows where everything on it lies.
+The installer never looks outside the stage named by MORVELLA_STAGE and HOME, so a run changes
+nothing else on this machine.
 """
 
 import plistlib
@@ -12,7 +12,7 @@ LIVE_VERSION = "11.3.4"
 DEMO_SET = "Morvella Basic Demo Project/Morvella Basic Demo.als"
 
 LIVE_STUB = """#!/bin/sh
-# Stands in for Ableton Live: writes down every document that it is asked to open, one per line.
+# Stands in for Ableton Live: records every document that it is asked to open, one per line.
 bundle=${0%/Contents/MacOS/Live}
 stage=${bundle%/*/*}
 for document in "$@"; do
@@ -58,10 +58,11 @@ class Names:
 
 
 class Stage:
-    """Where everything on it lies."""
+    """Where everything on it lies, and how `make` made it."""
 
-    def __init__(self, root, names=Names(), unmounted=False):
+    def __init__(self, root, previous, obstructed, unmounted, demo, names):
         self.root, self.names, self.unmounted = root, names, unmounted
+        self.previous, self.obstructed, self.demo = previous, obstructed, demo
         self.home = root / "Users" / names.user
         self.documents = self.home / "Documents"
         self.fonts = self.home / "Library/Fonts"
@@ -106,16 +107,18 @@ class Stage:
 
 
 def make(root, *, previous=False, obstructed=False, unmounted=False, demo=True, names=Names()):
-    """Builds a stage in the folder `root`, which must be empty or not be there yet."""
+    """Builds a stage in the folder `root`, which must be empty or not exist yet."""
     root = Path(root).resolve()
     if any(mark in str(root / names.library) for mark in '"\n\r'):
         raise ValueError("a User Library's path cannot hold a double quote or a line break")
     if root.exists() and (not root.is_dir() or any(root.iterdir())):
         raise ValueError(f"{root} exists and is not an empty folder")
-    stage = Stage(root, names, unmounted)
+    stage = Stage(root, previous, obstructed, unmounted, demo, names)
     _make_folders(stage)
     _make_live(stage)
-    _write(stage.library_cfg, library_cfg(stage))
+    folder = {"name": names.library, "parent": stage.user_library.parent}
+    content = LIBRARY_CFG.format(version=LIVE_VERSION, home=stage.home, **folder)
+    _write(stage.library_cfg, content)
     if demo:
         _write(stage.demo_set, "the demo Live Set of the Morvella kit\n")
     if previous:
@@ -128,8 +131,8 @@ def make(root, *, previous=False, obstructed=False, unmounted=False, demo=True, 
 
 
 OPTIONS = {
-    "previous": "an earlier installation is there already, with files of the user's own in it",
-    "obstructed": "a link to nothing stands where the suite's folder will be; no backup is made",
+    "previous": "there is an earlier installation, with the user's own files in it",
+    "obstructed": "a dangling link is in the way of the suite's folder; no backup can be made",
     "unmounted": "the User Library's volume is not mounted",
     "no-demo": "the kit folder lacks the demo Live Set",
 }
@@ -145,15 +148,6 @@ def chosen(options):
     """What `make` takes, from the options that `add_options` added."""
     names = ("previous", "obstructed", "unmounted")
     return {**{name: getattr(options, name) for name in names}, "demo": not options.no_demo}
-
-
-def library_cfg(stage):
-    return LIBRARY_CFG.format(
-        version=LIVE_VERSION,
-        home=stage.home,
-        name=stage.names.library,
-        parent=stage.user_library.parent,
-    )
 
 
 def _write(path, content):

@@ -16,22 +16,20 @@ class TestTours(Scenario):
         shown = {}
         gate = self.hold(stage)
         with self.launch(stage, gate=gate) as installer:
-            options.pop("unmounted", None)  # The stage itself tells that.
-            tour = Tour(installer, gate, keep=shown.__setitem__, **options)
+            tour = Tour(installer, gate, shown.__setitem__)
             tour.walk()
             tour.expect_complete()
             found = installer.log
         expected = []
         for page in WAY:
             expected += [*(shown_between if page.title == before else ()), page.picture]
-        if options.get("obstructed"):  # Its critical sheet ends it.
+        if stage.obstructed:  # The critical sheet is the last.
             expected = expected[: expected.index("critical-sheet") + 1]
         assert list(shown) == expected
-        previous = options.get("previous", False)
         assert found == [
             *log_lines.start_lines(stage),
             *log,
-            *log_lines.installation_lines(self.bundle, stage, previous=previous),
+            *log_lines.installation_lines(self.bundle, stage),
         ]
 
     def test_first_installation(self):

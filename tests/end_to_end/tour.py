@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""A tour through all pages, as a person would go: by the real buttons of the real window.
+"""Clicks through all pages of the installer in its real window, from the first to the last.
 
-Prints the installer's log and the tree of what was installed, and ends with status 0 only if the
-installation is complete, the demo Live Set was handed to the Live application, and the installer
-ended by itself. Where no backup could be made, it is the critical sheet that ends it.
+Prints the installer's log and what was installed. Succeeds only if the installation is complete,
+the demo Live Set was passed to the Live application, and the installer quit by itself. If no backup
+can be made, the tour ends at the critical sheet.
 """
 
 import argparse
@@ -31,11 +31,9 @@ class Tour:
     `keep(name, picture)` is given a picture of each page and sheet.
     """
 
-    def __init__(self, installer, gate, *, previous=False, obstructed=False, demo=True, keep=None):
+    def __init__(self, installer, gate, keep):
         self.installer, self.gate, self.stage = installer, gate, installer.stage
-        self._previous, self._obstructed = previous, obstructed
-        self._demo = demo and not obstructed
-        self._keep = keep or (lambda name, picture: None)
+        self._keep = keep
         self._before = snapshot.of_folder(self.stage.root)
 
     def walk(self):
@@ -46,7 +44,7 @@ class Tour:
                 self._bring_the_volume()
             if page.title == INSTALLATION:
                 self._watch_installation()
-                if self._obstructed:
+                if self.stage.obstructed:
                     installer.click("Quit")
                     break
             else:
@@ -54,9 +52,8 @@ class Tour:
                 installer.wait_for_button(page.button)
             self._show(page.picture)
             if page.title == SETTINGS:
-                self.gate.hold_next(
-                    TRASH if self._obstructed else BACKUP if self._previous else SUITE
-                )
+                first = BACKUP if self.stage.previous else SUITE
+                self.gate.hold_next(TRASH if self.stage.obstructed else first)
             if page.button:
                 installer.click(page.button)
             else:
@@ -75,17 +72,17 @@ class Tour:
         self.stage.mount()
 
     def _watch_installation(self):
-        """Holds the installation for a moment, to take a picture of what is shown meanwhile."""
-        if self._previous or self._obstructed:
+        """Holds the installation while its pictures are taken."""
+        if self.stage.previous or self.stage.obstructed:
             self.installer.wait_for(PREVIOUS_INSTALLATION)
             self._show("previous-installation-sheet")
             self.installer.click("Continue")
         self.gate.wait()
-        if self._obstructed:
+        if self.stage.obstructed:
             self._show("critical-sheet")
             self.gate.open()
             self.installer.wait_for(NO_BACKUP)
-        elif self._previous:
+        elif self.stage.previous:
             self._show("backup")
             self.gate.hold_next(SUITE)
             self.gate.wait()
@@ -94,34 +91,30 @@ class Tour:
         """Everything lies where it belongs, nothing of the user's is lost, the demo is open."""
         stage, bundle = self.stage, self.installer.bundle
         asked = log_lines.criticals(self.installer.log)
-        assert asked == ([NO_BACKUP] if self._obstructed else []), asked
+        assert asked == ([NO_BACKUP] if stage.obstructed else []), asked
         expected, trashed = dict(self._before), {}
         if stage.unmounted:
-            places = stage.unmounted_volume, stage.volume
-            expected = snapshot.moved(
-                expected, *(place.relative_to(stage.root) for place in places)
-            )
-        if self._previous:
+            old, new = (p.relative_to(stage.root) for p in (stage.unmounted_volume, stage.volume))
+            expected = snapshot.moved(expected, old, new)
+        if stage.previous:
             for name, old in (("Morvella", stage.destination), ("Morvella.2", stage.utilities)):
                 place = old.relative_to(stage.root)
                 trashed[name] = snapshot.below(expected, place)
                 expected = snapshot.without(expected, place)
             expected.update(expectations.expect_backup(stage, trashed["Morvella"]))
-        if self._obstructed:
+        if stage.obstructed:
             place = stage.destination.relative_to(stage.root)
             trashed["Morvella"] = {Path(): expected.pop(place)}
-        shaders = None if self._previous else True
+        shaders = None if stage.previous else True
         added = expectations.installed(bundle, stage, shaders_to=shaders)
         # What was there before and has not gone to the Trash stays as it was.
         expectations.expect_files(stage, {**added, **expected}, trashed=trashed)
-        expectations.expect_opened(stage, [stage.demo_set] if self._demo else [])
+        expectations.expect_opened(stage, [stage.demo_set] if stage.demo and not asked else [])
 
 
 def take(executable, folder, options, pictures):
     """Makes a stage in `folder` and takes the tour that the options ask for."""
-    chosen = stages.chosen(options)
-    stage = stages.make(folder, **chosen)
-    chosen.pop("unmounted")  # The stage itself tells that.
+    stage = stages.make(folder, **stages.chosen(options))
 
     def keep(name, picture):
         picture.save(pictures / f"{name}.png")
@@ -129,7 +122,7 @@ def take(executable, folder, options, pictures):
     with Display() as display, folders.temporary_folder("tour") as work:
         gate = Gate(work / "gate", stage)
         with Installer(display, executable.parent, stage, gate=gate) as installer:
-            tour = Tour(installer, gate, keep=keep, **chosen)
+            tour = Tour(installer, gate, keep)
             try:
                 tour.walk()
             finally:
@@ -137,19 +130,13 @@ def take(executable, folder, options, pictures):
                 print("".join(f"    {line}\n" for line in installer.output.splitlines()))
             tour.expect_complete()
     print("Installed:")
-    print_tree(stage, expectations.fonts(executable.parent))
+    tops = [stage.user_library, stage.utilities, stage.shared_data]
+    for top in [*tops, *(stage.fonts / font for font in expectations.fonts(executable.parent))]:
+        for path in [top, *sorted(top.rglob("*"))]:
+            print(f"    {path.relative_to(stage.root)}{'/' if path.is_dir() else ''}")
     print(f"Stage: {stage.root}")
     print(f"Pictures: {pictures}")
     print("The tour is complete: everything is installed and verified.")
-
-
-def print_tree(stage, fonts):
-    tops = [stage.user_library, stage.utilities, stage.shared_data]
-    for top in [*tops, *(stage.fonts / font for font in fonts)]:
-        print(f"    {top.relative_to(stage.root)}")
-        for path in sorted(top.rglob("*")):
-            depth = len(path.relative_to(top).parts)
-            print("    " + "    " * depth + path.name + ("/" if path.is_dir() else ""))
 
 
 def main():
