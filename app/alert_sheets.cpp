@@ -34,7 +34,7 @@ void MorvellaInstallerViewController::alertSheet() {
     const std::shared_ptr<Window> window = this->window();
     window->makeKeyAndOrderFront(self.get());
     window->beginSheet(alert, [this, self](const AlertAnswer& answer) {
-        // "Replace" and "Overwrite" both go on: their codes differ in the lowest bit alone.
+        // Both "Replace" and "Overwrite" proceed: their codes differ only in the lowest bit.
         if ((answer.response & ~1) != alertFirstButtonReturn) {
             platform_.application.terminate(self.get());
         }

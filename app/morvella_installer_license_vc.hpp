@@ -15,7 +15,7 @@ class MorvellaInstallerLicenseVC {
 
     /// Connected by the interface file before `viewDidLoad`.
     MORVELLA_PROPERTY(TextView, licenseView, setLicenseView)
-    /// Not written by the installer: the document goes into the text view only.
+    /// Never set by the installer: the document goes only into the text view.
     MORVELLA_PROPERTY(AttributedString, licenseText, setLicenseText)
 
     /// Fills the text view; a document that cannot be read leaves it empty.

@@ -10,18 +10,18 @@
 
 namespace morvella {
 
-/// The installer: all of its state, and every operation of it. The operations are grouped by the
-/// folder that implements them. Everything is called on the main thread. The interface file
-/// connects every view and control before `viewDidLoad`.
+/// The installer's whole state and all of its operations, grouped by the folder that implements
+/// them. Everything is called on the main thread. The interface file connects every view and
+/// control before `viewDidLoad`.
 ///
 /// Operations that can fail return whether they succeeded and report only through the log; the
 /// caller decides what a failure means.
 class MorvellaInstallerViewController {
   public:
-    /// A text that is null when there is none.
+    /// Null if there is no text.
     using Text = std::shared_ptr<const std::string>;
 
-    /// `viewController` is this controller as the platform sees it and outlives it.
+    /// `viewController` is this controller's counterpart on the platform and outlives it.
     MorvellaInstallerViewController(ViewController& viewController, const Platform& platform);
     MorvellaInstallerViewController(const MorvellaInstallerViewController&) = delete;
     MorvellaInstallerViewController& operator=(const MorvellaInstallerViewController&) = delete;
@@ -52,9 +52,9 @@ class MorvellaInstallerViewController {
 
     // app/page_flow.cpp
     /// Resets the state and checks the bundle's resources; shows the welcome page if they are
-    /// there.
+    /// complete.
     void viewDidLoad();
-    /// Starts the work of the page that the controller shows.
+    /// Starts the current page's work.
     void viewDidAppear();
     void welcomeViewAppeared();
     void settingsViewAppeared();
@@ -72,8 +72,8 @@ class MorvellaInstallerViewController {
     bool checkAndLoadResources();
 
     // app/alert_sheets.cpp
-    /// Shows a critical sheet with `message` whose only button quits. Returns at once: what the
-    /// caller does next goes on behind the sheet.
+    /// Shows a critical sheet with `message` and a single button, which quits. Returns at once: the
+    /// caller continues behind the sheet.
     void terminateAppWithAlertSheet(const std::string& message);
     void unknownStateReached();
     /// Asks what to do with an existing installation. Not called by the installer.
@@ -90,8 +90,8 @@ class MorvellaInstallerViewController {
     bool setDemoSetURLFromArgs();
 
     // live/live_application.cpp
-    /// Finds the User Library of the Live application at `liveApplication`, its bundle or the
-    /// executable inside, and shows it. True also if its volume is not mounted now.
+    /// Finds and shows the User Library of the Live application at `liveApplication`, a bundle or
+    /// the executable inside it. Also true if the library's volume is not mounted.
     bool setUserLibUsingLiveApp(const Text& liveApplication);
     void enableOpenDemoSetUI(bool enable);
     void openDemoSet();
@@ -105,7 +105,7 @@ class MorvellaInstallerViewController {
     void endInstall();
 
     // install/procedure.cpp, install/shared_data.cpp
-    /// Puts every piece in its place. Where the suite goes depends on `userLibPath` alone.
+    /// Installs every part. The suite's destination depends only on `userLibPath`.
     void installTo(const FileUrl& destination);
     /// Replaces an existing shared product folder instead of leaving it. Not called by the
     /// installer.
@@ -119,7 +119,7 @@ class MorvellaInstallerViewController {
     bool installFontList(const std::vector<std::string>& fontNames);
 
     // install/removal.cpp
-    /// Moves the items at the relative `paths` to the Trash, up to the first that cannot be moved.
+    /// Moves the items at `paths`, relative to `folder`, to the Trash; stops at the first failure.
     bool removeFilesFromFolder(const std::vector<std::string>& paths, const FileUrl& folder);
 
     // archive/archiver.cpp
@@ -130,7 +130,7 @@ class MorvellaInstallerViewController {
     bool makeZipBackup();
 
     // archive/trash.cpp
-    /// The installer's only way of removing anything.
+    /// The only way the installer removes anything.
     bool moveToTrash(const FileUrl& item);
 
   private:
@@ -138,15 +138,15 @@ class MorvellaInstallerViewController {
     /// Never null.
     [[nodiscard]] std::shared_ptr<Window> window() const;
 
-    /// Returns `condition`, after calling `unknownStateReached` if it is false: the operation
-    /// called lacks what an earlier page should have found.
+    /// Returns `condition`, which an earlier page should have established; if it is false, calls
+    /// `unknownStateReached` first.
     bool require(bool condition);
     /// Whether the User Library and the Applications folder are known.
     [[nodiscard]] bool isReadyToInstall() const;
 
     void pollUntilReachable(const FileUrl& userLibrary, const std::shared_ptr<const Object>& self);
     void userLibraryBecameReachable(const Object* sender);
-    /// Shows the line below the User Library and announces it.
+    /// Shows `status` in the line below the User Library and announces it.
     void showStatus(const std::string& status);
 
     void askToDeletePreviousInstallation();

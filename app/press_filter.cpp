@@ -14,7 +14,7 @@ bool PressFilter::counts(double time, bool isRepeat) {
     if (!isRepeat && time - last_ >= pause) {
         ignoring_ = false;
     }
-    // A press that waited for the work of a page is older than what has been shown since.
+    // A press queued during a page's work is older than what has been shown since.
     last_ = std::max(last_, time);
     return !ignoring_ && !isRepeat;
 }

@@ -2,18 +2,18 @@
 
 namespace morvella {
 
-/// Decides which presses of buttons and keys count: only those made for what the user saw. Presses
-/// less than half a second apart form a series. A series counts as a whole, if it began at least
-/// half a second after the page or sheet was drawn.
+/// Decides which button and key presses count: only those meant for what the user saw. Presses less
+/// than half a second apart form a series. The whole series counts if it began at least half a
+/// second after the page or sheet was drawn.
 ///
-/// Times are in seconds since the system was started.
+/// Times are in seconds since system start-up.
 class PressFilter {
   public:
     /// Call when a page or sheet has been drawn, or a sheet has closed.
     void shown(double time);
 
-    /// Call once for every press, in the order the presses arrive. The repeats of a held key belong
-    /// to the series of its press, however far apart they are, and never count themselves.
+    /// Call once for every press, in the order the presses arrive. Repeats of a held key belong to
+    /// the series of its first press, however far apart they are, and never count themselves.
     [[nodiscard]] bool counts(double time, bool isRepeat);
 
   private:

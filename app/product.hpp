@@ -21,7 +21,7 @@ inline constexpr std::array shaderArchives = {"ISF.zip"};
 /// Obsolete items below the suite's folder, which an update removes. None in this version.
 inline constexpr std::array<const char*, 0> obsoleteItems = {};
 
-/// The suite's application in its folder, as it is unpacked and as it is hidden.
+/// The name of the application in the suite's folder, when unpacked and when hidden.
 inline constexpr const char* application = "Morvella.app";
 inline constexpr const char* hiddenApplication = ".Morvella.app";
 /// A device below the suite's folder. If it is present, the whole suite was unpacked.
@@ -31,7 +31,7 @@ inline constexpr const char* device = "Sources/Vellicor.amxd";
 inline constexpr const char* shaderFolder = "ISF";
 inline constexpr std::array shaderSubfolders = {"Dariwent", "Standard"};
 
-/// Below the folder of the Live Set that starts the installer.
+/// Relative to the folder of the Live Set that starts the installer.
 inline constexpr const char* demoSet = "Morvella Basic Demo Project/Morvella Basic Demo.als";
 
 }  // namespace morvella::product

@@ -6,8 +6,8 @@
 
 namespace morvella {
 
-/// An atomic property that holds a strong reference; null is "nothing". A reader keeps what it got
-/// alive, whatever is written meanwhile.
+/// An atomic property that holds a strong reference, or null. A value that a reader got stays alive
+/// even if the property changes.
 template <class T>
 class Property {
   public:
@@ -36,7 +36,7 @@ class Property<bool> {
 
 }  // namespace morvella
 
-/// Declares a property with a public getter and setter. What follows it in the class is public.
+/// Declares a property with a public getter and setter. Members declared after it are public.
 #define MORVELLA_PROPERTY(T, name, setName)         \
   private:                                          \
     Property<T> name##_;                            \

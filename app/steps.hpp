@@ -6,7 +6,7 @@ namespace morvella {
 
 enum class StepState { done, current, toCome };
 
-/// One of the installation's steps, which are listed beside its pages.
+/// One of the installation steps listed beside the pages.
 struct Step {
     std::string name;
     StepState state = StepState::toCome;

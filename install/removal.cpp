@@ -7,7 +7,7 @@ bool MorvellaInstallerViewController::removeFilesFromFolder(const std::vector<st
     bool removed = true;
     for (const std::string& path : paths) {
         const FileUrl item = platform_.files.fileUrl(FileUrl::fileRelativeTo(path, folder).path());
-        // After the first failure the rest stays where it is.
+        // After the first failure, the remaining items stay in place.
         if (platform_.files.isReachable(item) && removed) {
             removed = moveToTrash(item);
         }

@@ -3,10 +3,9 @@
 
 namespace morvella {
 
-// This whole stage shares one error, which is never cleared: the log line of a later step may show
-// an earlier error. Each folder's URL is made to name a directory, without asking the disk: for a
-// product folder that does not exist yet, a URL from the disk would resolve "ISF" to a folder of
-// the user's own beside it.
+// The steps here share one error, which is never cleared, so a later step may log an earlier error.
+// Folder URLs are built as directories without querying the disk: if the product folder does not
+// exist yet, a queried URL would resolve "ISF" beside it, where the user may have such a folder.
 
 namespace {
 

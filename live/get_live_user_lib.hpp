@@ -8,7 +8,7 @@
 
 namespace morvella {
 
-/// The status that `getUserLibraryErrorInt` gives.
+/// The status values of `getUserLibraryErrorInt`.
 namespace user_library_status {
 constexpr int32_t found = 0;
 constexpr int32_t noConfiguration = 1;
@@ -17,9 +17,9 @@ constexpr int32_t undecided = 3;
 constexpr int32_t noEntry = 4;
 }  // namespace user_library_status
 
-/// Looks up Live's preferences folders and the User Library that they name. Holds nothing between
-/// calls; main thread only. The lower-case class name is part of the interface and is kept as it
-/// is. All paths are absolute; a function that finds nothing returns nothing.
+/// Looks up Live's preferences folders and the User Library that they name. Stateless; main thread
+/// only. The lower-case class name is part of the interface and is kept as it is. All paths are
+/// absolute; a function that finds nothing returns nothing.
 class getLiveUserLib {
   public:
     explicit getLiveUserLib(const Platform& platform) : platform_(platform) {}
@@ -31,12 +31,12 @@ class getLiveUserLib {
     [[nodiscard]] std::string getPreferenceFolderUsingVersionIdentifier(
         const std::string& version) const;
     /// The preferences folder of the latest version of Live below `homeDirectory`. Among equal
-    /// versions it is the one that the system lists first.
+    /// versions, the one that the system lists first wins.
     [[nodiscard]] std::optional<std::string> getLatestPreferenceFolderUsingHomeDirectory(
         const std::string& homeDirectory) const;
 
     // live/user_library.cpp
-    /// The User Library that the `Library.cfg` in `preferenceFolder` names. Writes the status to
+    /// The User Library named in the `Library.cfg` in `preferenceFolder`. Writes the status to
     /// `errorInt`; a path is returned for `found` and for `notReachable`.
     std::optional<std::string> getUserLibraryErrorInt(const std::string& preferenceFolder,
                                                       int32_t* errorInt) const;

@@ -12,7 +12,7 @@ namespace {
 
 using Pieces = std::vector<std::string_view>;
 
-/// The part of a Live application's path that is its bundle; nothing if no part is one.
+/// The bundle in a Live application's path; nothing if there is none.
 std::optional<FileUrl> bundleUrl(std::string_view liveApplication) {
     const auto pieces = componentsSeparatedBy<Pieces>(liveApplication, "/Contents/MacOS/Live");
     const auto isBundle = [](std::string_view piece) { return pathExtension(piece) == "app"; };
@@ -20,7 +20,7 @@ std::optional<FileUrl> bundleUrl(std::string_view liveApplication) {
     return bundle == pieces.end() ? std::nullopt : std::optional(FileUrl::directory(*bundle));
 }
 
-/// The version stands before the first blank; a date or build may follow.
+/// The version ends at the first blank; a date or build may follow.
 std::optional<std::string> liveVersion(const Bundles& bundles, std::string_view liveApplication) {
     const std::optional<FileUrl> url = bundleUrl(liveApplication);
     const std::shared_ptr<const Bundle> bundle = url ? bundles.bundleWithUrl(*url) : nullptr;
@@ -35,7 +35,7 @@ bool MorvellaInstallerViewController::setUserLibUsingLiveApp(const Text& liveApp
         platform_.log("Couldn't get executable");
         return false;
     }
-    // Without a version the folder is one that does not exist.
+    // Without a version, this names a folder that does not exist.
     const auto version = liveVersion(platform_.bundles, *liveApplication);
     const std::string folder =
         preferenceFolder(platform_.folders.homeDirectory(), version.value_or("(null)"));

@@ -17,7 +17,7 @@ std::string withoutPrefixes(std::string name) {
     return name;
 }
 
-/// Cuts off what comes before the first dot, and the dot, and returns the number there.
+/// Removes `text` up to its first dot, inclusive, and returns the number that was there.
 int32_t takeNumber(std::string_view& text) {
     const size_t dot = std::min(text.find('.'), text.size());
     const int32_t number = intValue(text.substr(0, dot));

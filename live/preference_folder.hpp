@@ -4,8 +4,8 @@
 
 namespace morvella {
 
-/// Where Live keeps its preferences below a home folder, one folder for each version; ends with
-/// "/".
+/// The folder in a home folder where Live keeps its preferences, one subfolder per version. Ends
+/// with "/".
 std::string preferencesRoot(const std::string& homeDirectory);
 
 /// The preferences folder of one version of Live. It need not exist.

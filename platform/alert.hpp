@@ -13,10 +13,10 @@ namespace morvella {
 /// The values are the platform's own.
 enum class AlertStyle { warning = 0, informational = 1, critical = 2 };
 
-/// The response code of the button that was added first; each later one has the next number.
+/// The response code of the first button; each later button has the next number.
 constexpr int alertFirstButtonReturn = 1000;
 
-/// The check box that the platform offers for suppressing an alert.
+/// The platform's check box for suppressing an alert.
 struct SuppressionButton {
     std::string title;
     ControlState state = ControlState::off;
@@ -38,7 +38,7 @@ struct Alert {
 struct AlertAnswer {
     /// The response code of the button that was pressed.
     int response = 0;
-    /// What the suppression button was when the alert was answered; off if there was none.
+    /// The suppression button's state when the alert was answered; off if there was none.
     ControlState suppressionState = ControlState::off;
 };
 

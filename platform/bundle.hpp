@@ -23,7 +23,7 @@ class Bundle {
     [[nodiscard]] virtual std::shared_ptr<AttributedString> attributedStringForResource(
         const std::string& name) const = 0;
 
-    /// A text of the information dictionary; nothing if it is missing or not a text.
+    /// A string from the information dictionary; nothing if it is missing or not a string.
     [[nodiscard]] virtual std::optional<std::string> infoDictionaryText(
         const std::string& key) const = 0;
 };

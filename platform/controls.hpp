@@ -7,7 +7,7 @@
 
 namespace morvella {
 
-/// The values are the platform's own; `mixed` is neither.
+/// The values are the platform's own; `mixed` is neither on nor off.
 enum class ControlState { mixed = -1, off = 0, on = 1 };
 
 class Button : public Object {
@@ -32,7 +32,7 @@ class TextView : public Object {
     virtual void setAttributedString(const std::shared_ptr<AttributedString>& text) = 0;
 };
 
-/// `sender` has no effect on an indicator; it may be null.
+/// An indicator ignores `sender`, which may be null.
 class ProgressIndicator : public Object {
   public:
     virtual void startAnimation(const Object* sender) = 0;
@@ -56,7 +56,7 @@ struct ProgressIndicatorSettings {
     bool operator==(const ProgressIndicatorSettings&) const = default;
 };
 
-/// Makes controls that the interface file does not hold.
+/// Creates controls that are not in the interface file.
 class ControlFactory {
   public:
     virtual ~ControlFactory() = default;

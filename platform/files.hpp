@@ -9,8 +9,8 @@
 
 namespace morvella {
 
-/// Read-only queries. A path that is empty or contains NUL matches nothing, here and below: every
-/// query answers no, and every change fails.
+/// Read-only queries. A path that is empty or contains NUL matches nothing: every query returns no,
+/// and every change below fails.
 class Files {
   public:
     virtual ~Files() = default;
@@ -48,11 +48,11 @@ class FileChanges {
   public:
     virtual ~FileChanges() = default;
 
-    /// Makes the folder and those above it that are missing. An existing folder is a success.
+    /// Creates the folder and any missing parents. Succeeds if the folder already exists.
     virtual bool createDirectory(const FileUrl& url, ErrorOut error) = 0;
 
-    /// Fails if anything is at `target` already, and leaves that alone. A copy that fails later
-    /// stays if it equals the source, as where a volume only lacks extended attributes.
+    /// Fails if anything is at `target` already, and leaves that alone. A copy that fails later is
+    /// kept if it equals the source, as on a volume without extended attributes.
     virtual bool copyItem(const FileUrl& source, const FileUrl& target, ErrorOut error) = 0;
 
     /// Fails if anything is at `target` already.
@@ -62,7 +62,7 @@ class FileChanges {
     virtual bool trashItem(const FileUrl& url, ErrorOut error) = 0;
 };
 
-/// The values are those of Foundation.
+/// The values are Foundation's.
 enum class StandardDirectory { applications = 1, users = 7, documents = 9 };
 enum class Domain { user = 1, local = 2 };
 

@@ -2,8 +2,8 @@
 
 namespace morvella {
 
-/// A C++ handle to an object of the platform. The handle owns a strong reference to it. Created,
-/// used and destroyed on the main thread only, like everything in this folder.
+/// A C++ handle that owns a strong reference to an object of the platform. Created, used and
+/// destroyed on the main thread only.
 class Object {
   public:
     virtual ~Object() = default;

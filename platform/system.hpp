@@ -26,7 +26,7 @@ class Application {
     virtual void announce(const std::string& text) = 0;
 
     /// Asks the system to open the document at `path` with the application at `application`, given
-    /// by its bundle or by an executable inside of it. False if the system refused.
+    /// by its bundle or by an executable inside it. False if the system refused.
     virtual bool openFile(const std::string& path, const std::string& application) = 0;
 };
 
@@ -75,7 +75,7 @@ struct Command {
 struct TaskResult {
     /// The exit status, or the number of the signal that ended the child.
     int terminationStatus = 0;
-    /// What the child wrote to standard output and standard error together, as it came.
+    /// The child's standard output and standard error, interleaved as written.
     std::string output = {};
 };
 
@@ -83,9 +83,9 @@ class TaskRunner {
   public:
     virtual ~TaskRunner() = default;
 
-    /// Runs the child and waits for it to end, without a time-out. Its output is read only then, so
-    /// it must fit in a pipe's buffer. Returns nothing if the child could not be started, which
-    /// includes a NUL in the path, the directory or an argument.
+    /// Runs the child and waits for it to end, without a time-out. Its output is read only
+    /// afterwards, so it must fit in a pipe's buffer. Returns nothing if the child could not be
+    /// started, which includes a NUL in the path, the directory or an argument.
     virtual std::optional<TaskResult> run(const Command& command) = 0;
 };
 

@@ -13,7 +13,7 @@ bool isBetween(std::string_view bytes, size_t at, unsigned char low, unsigned ch
 }
 
 /// The length of the character at the start of `bytes`, which is not empty; 0 if it is malformed.
-/// The second byte's range leaves out overlong forms, surrogates and what lies beyond U+10FFFF.
+/// The second byte's range excludes overlong forms, surrogates and anything beyond U+10FFFF.
 size_t characterLength(std::string_view bytes) {
     const auto lead = static_cast<unsigned char>(bytes[0]);
     if (lead < 0x80) {
@@ -36,9 +36,8 @@ size_t characterLength(std::string_view bytes) {
     return 0;
 }
 
-/// How many bytes the white space character at the start of `text` takes; 0 if none stands there.
-/// To Foundation's integers these are U+0000 to U+0020, U+007F to U+00A0, U+2000 to U+200B and
-/// U+3000.
+/// The length in bytes of the white space character at the start of `text`; 0 if there is none. For
+/// integers, Foundation skips U+0000 to U+0020, U+007F to U+00A0, U+2000 to U+200B and U+3000.
 size_t whiteSpaceLength(std::string_view text) {
     const auto isBetween = [](char byte, char first, char last) {
         return static_cast<unsigned char>(first) <= static_cast<unsigned char>(byte) &&

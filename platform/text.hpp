@@ -7,10 +7,10 @@
 /// Texts are UTF-8; these functions follow Foundation's rules for them.
 namespace morvella {
 
-/// Whether `bytes` are well-formed UTF-8 from the first to the last.
+/// Whether all of `bytes` is well-formed UTF-8.
 bool isUtf8(std::string_view bytes);
 
-/// How many UTF-16 code units the well-formed UTF-8 `text` takes: the platform's length of a text.
+/// The length of the well-formed UTF-8 `text` in UTF-16 code units, as the platform counts it.
 size_t utf16Length(std::string_view text);
 
 /// The number at the start of `text`, after white space and with an optional sign; the rest is

@@ -7,7 +7,7 @@
 
 namespace morvella {
 
-/// A value of the user defaults: mostly a text.
+/// A value of the user defaults, usually a text.
 class DefaultsValue : public Object {
   public:
     /// The text itself if the value is one, else the platform's description of it.

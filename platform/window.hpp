@@ -19,9 +19,9 @@ class Window : public Object {
 
 class View : public Object {
   public:
-    /// The window that shows the view; never null. If none does, the result ignores messages as
-    /// nil would, but shows an alert in a window of its own: the user must see why the installer
-    /// cannot go on, and be able to quit it.
+    /// The window that shows the view; never null. If none does, the result ignores messages as nil
+    /// would, but shows an alert in a window of its own: the user must see why the installer cannot
+    /// continue, and be able to quit it.
     [[nodiscard]] virtual std::shared_ptr<Window> window() const = 0;
 };
 
@@ -33,7 +33,7 @@ class ViewController {
     /// The view controller as an object; holding it keeps the C++ controller alive.
     [[nodiscard]] virtual std::shared_ptr<const Object> self() const = 0;
 
-    /// The view that the controller has now; never null.
+    /// The controller's current view; never null.
     [[nodiscard]] virtual std::shared_ptr<View> view() const = 0;
 
     /// Makes `view` the controller's view: the window shows it, then `viewDidAppear` of the C++

@@ -38,8 +38,8 @@ MORVELLA_OUTLET(AttributedString, licenseText, setLicenseText)
     [self viewDidLoad];
 }
 
-/// The platform may call this before the outlets are connected, repeatedly, or not at all: the
-/// first call once they are connected counts.
+/// The platform may call this before the outlets are connected, repeatedly, or not at all: only the
+/// first call after that takes effect.
 - (void)viewDidLoad {
     [super viewDidLoad];
     if (_connected && !_loaded) {

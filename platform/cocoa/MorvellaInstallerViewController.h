@@ -11,14 +11,14 @@ class ViewController;
 
 /// The door to the C++ controller of the same name, which holds the state. It guarantees that the
 /// controller is loaded exactly once, and that each page's work starts exactly once, after the page
-/// has been drawn, whatever life-cycle methods the platform calls.
+/// has been drawn, whichever life-cycle methods the platform calls.
 @interface MorvellaInstallerViewController : NSViewController {
     morvella::ViewController* _viewController;
     morvella::MorvellaInstallerViewController* _controller;
     BOOL _connected;
     BOOL _loaded;
     BOOL _windowIsOnScreen;
-    /// The page that has been drawn and whose work has not started. Not retained.
+    /// The page that has been drawn but has not started its work. Not retained.
     NSView* _pageToStart;
     /// An outlet, retained by the window.
     IBOutlet StepsSidebar* stepsSidebar;

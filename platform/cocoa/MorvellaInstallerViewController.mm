@@ -83,12 +83,12 @@ using morvella::stringOf;
     [NSWindow setAllowsAutomaticWindowTabbing:NO];
     [[[self view] window] center];
     [self viewDidLoad];
-    // The interface file's windows are ordered in only after all of it has been loaded.
+    // Windows are ordered in only after the whole interface file has been loaded.
     [self performSelector:@selector(windowIsOnScreen) withObject:nil afterDelay:0];
 }
 
-/// The platform may call this before the outlets are connected, repeatedly, or not at all: the
-/// first call once they are connected counts.
+/// The platform may call this before the outlets are connected, repeatedly, or not at all: only the
+/// first call after that takes effect.
 - (void)viewDidLoad {
     [super viewDidLoad];
     if (_connected && !_loaded) {
@@ -109,7 +109,7 @@ using morvella::stringOf;
     guarded([&] { [self drawAndAppear]; });
 }
 
-/// Replaces the page in the window, so that the controller's view is in it at any time.
+/// Replaces the page in the window, so that the controller's view is always in it.
 - (void)setView:(NSView*)view {
     NSView* shown = _loaded ? [self view] : nil;
     NSWindow* window = [shown window];
@@ -120,7 +120,7 @@ using morvella::stringOf;
     [view setFrame:[shown frame]];
     [[shown superview] replaceSubview:shown with:view];
     [super setView:view];
-    // Where Tab begins while no control has the keys.
+    // Tab starts here while no control is first responder.
     [window setInitialFirstResponder:view];
     [window makeFirstResponder:[view nextValidKeyView]];
     if (_windowIsOnScreen) {
@@ -128,13 +128,13 @@ using morvella::stringOf;
     }
 }
 
-/// The work of a page blocks the main thread, so the page must be on the screen before it starts.
+/// A page's work blocks the main thread, so the page must be on the screen before it starts.
 - (void)drawAndAppear {
     [self showSteps];
     NSWindow* window = [[self view] window];
     [window displayIfNeeded];
     [CATransaction flush];
-    // Presses now are meant for the sheet, if there is one, and the user has seen it.
+    // If there is a sheet, presses are meant for it, and the user has already seen it.
     if (![window attachedSheet]) {
         [PressMonitor screenChanged];
     }
@@ -150,8 +150,8 @@ using morvella::stringOf;
     stepsSidebar = sidebar;
 }
 
-/// The platform may also call this before the page has been drawn, and again when the window comes
-/// back.
+/// The platform may also call this before the page has been drawn, and again when the window
+/// reappears.
 - (void)viewDidAppear {
     if (_pageToStart == [self view]) {
         _pageToStart = nil;

@@ -2,9 +2,9 @@
 
 #import <AppKit/AppKit.h>
 
-/// Discards presses that were not meant for the page or sheet on the screen (see
-/// app/press_filter.hpp), where events are delivered: VoiceOver and `performClick:` send none and
-/// always work. Closing and quitting are never blocked.
+/// Discards events of presses that were not meant for the page or sheet on the screen (see
+/// app/press_filter.hpp). VoiceOver and `performClick:` send no events and always work. Closing and
+/// quitting are never blocked.
 @interface PressMonitor : NSObject
 
 /// Call once, at start-up.

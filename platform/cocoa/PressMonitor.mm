@@ -25,8 +25,8 @@ bool isInTitleBar(NSView* button) {
     });
 }
 
-/// Searches the whole window: a sheet may lie beside the view that holds the page. Newer systems
-/// build buttons out of views.
+/// Searches the whole window: a sheet may be beside the view that holds the page. On newer systems,
+/// a button may have subviews.
 bool hitsButton(NSEvent* event) {
     NSView* frame = [[[event window] contentView] superview];
     NSView* hit = [frame hitTest:[event locationInWindow]];
@@ -48,7 +48,7 @@ bool isDiscarded(NSEvent* event) {
     if (!(isKey ? isButtonKey(event) : hitsButton(event))) {
         return false;
     }
-    // Remote control and macro tools send events without a time.
+    // Remote control and macro tools send events without a timestamp.
     const NSTimeInterval time = [event timestamp] > 0 ? [event timestamp] : now();
     return !filter().counts(time, isKey && [event isARepeat]);
 }
@@ -62,7 +62,7 @@ bool isDiscarded(NSEvent* event) {
                                           handler:^NSEvent*(NSEvent* event) {
                                               return isDiscarded(event) ? nil : event;
                                           }];
-    // A sheet queued behind another one begins without a call of ours.
+    // A sheet queued behind another one begins without a call from the installer.
     NSNotificationCenter* center = [NSNotificationCenter defaultCenter];
     for (NSString* name in
          @[ NSWindowWillBeginSheetNotification, NSWindowDidEndSheetNotification ]) {

@@ -6,8 +6,8 @@
 
 #include "app/steps.hpp"
 
-/// Stands beside the pages and shows which step of the installation is being taken. The product
-/// above the steps is drawn in the interface file.
+/// The sidebar beside the pages, which shows the current step of the installation. The branding
+/// above the steps is part of the interface file.
 @interface StepsSidebar : NSView {
     NSMutableArray* _rows;
     NSRect _currentArea;

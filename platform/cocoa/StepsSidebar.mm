@@ -8,7 +8,7 @@ using morvella::stringOf;
 
 namespace {
 
-/// The area of a row, which is coloured behind the current step.
+/// The area of a row; it is filled behind the current step.
 NSRect areaOfRow(NSUInteger row) {
     return NSMakeRect(12, 262 - 36 * CGFloat(row), 176, 30);
 }
@@ -82,8 +82,8 @@ NSColor* colorOf(StepState state) {
     [self addToRow:name frame:NSMakeRect(50, NSMinY(area) + 6, 130, 18)];
 }
 
-/// Hidden from VoiceOver: the name's spoken label tells the state. Of a control, VoiceOver may see
-/// the cell, too.
+/// Hidden from VoiceOver: the name's spoken label includes the state. VoiceOver may see the
+/// control's cell, so that is hidden, too.
 - (void)addMark:(NSControl*)mark frame:(NSRect)frame {
     [mark setAccessibilityElement:NO];
     [[mark cell] setAccessibilityElement:NO];
@@ -103,7 +103,7 @@ NSColor* colorOf(StepState state) {
 - (void)drawRect:(NSRect)dirtyRect {
     [[NSColor controlBackgroundColor] set];
     [NSBezierPath fillRect:[self bounds]];
-    // Deprecated for a name that macOS 10.13 does not know.
+    // Deprecated in favour of a name that macOS 10.13 does not have.
     [[NSColor alternateSelectedControlColor] set];
     [[NSBezierPath bezierPathWithRoundedRect:_currentArea xRadius:6 yRadius:6] fill];
 }

@@ -35,7 +35,7 @@ class CocoaTextView : public Handle<TextView, NSTextView*> {
 
 class CocoaProgressIndicator : public Handle<ProgressIndicator, NSProgressIndicator*> {
   public:
-    /// The indicator animates in its own thread from now on, where the platform can.
+    /// Makes the indicator animate in its own thread where the platform supports that.
     explicit CocoaProgressIndicator(NSProgressIndicator* indicator);
     void startAnimation(const Object* sender) override;
     void stopAnimation(const Object* sender) override;

@@ -4,7 +4,7 @@
 
 namespace morvella {
 
-// The values are handed to the platform as they are.
+// The values are passed to the platform unchanged.
 static_assert(static_cast<int>(ControlState::mixed) == NSControlStateValueMixed);
 static_assert(static_cast<int>(ControlState::off) == NSControlStateValueOff);
 static_assert(static_cast<int>(ControlState::on) == NSControlStateValueOn);
@@ -34,7 +34,7 @@ void CocoaTextFieldCell::setTitle(const std::string& title) {
 
 namespace {
 
-/// Text without a colour of its own is black, on a dark background too.
+/// Text without a colour of its own is black even on a dark background.
 void colorWhatHasNoColor(NSMutableAttributedString* text) {
     NSRange range = NSMakeRange(0, 0);
     for (NSUInteger start = 0; start < [text length]; start = NSMaxRange(range)) {

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-/// Conversions between C++ values and Foundation's. Texts are UTF-8 and keep their normal form.
-/// Returned objects are autoreleased.
+/// Conversions between C++ values and Foundation's. Texts are UTF-8 and keep their Unicode normal
+/// form. Returned objects are autoreleased.
 namespace morvella {
 
 /// nil gives an empty text.
@@ -28,7 +28,7 @@ NSString* stringOf(const std::string& text);
 /// ever exist.
 NSString* pathOf(const std::string& path);
 
-/// Null stands for nil.
+/// nil gives null.
 std::shared_ptr<const std::string> sharedTextOf(NSString* text);
 NSString* stringOf(const std::shared_ptr<const std::string>& text);
 

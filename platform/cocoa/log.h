@@ -7,7 +7,7 @@
 namespace morvella {
 
 /// Writes one line to the system's log and to standard error. If standard error is a pipe or socket
-/// whose reader has ended, or does not read, the line is lost there and the installer goes on.
+/// whose reader has exited or stalled, the line may be lost there and the installer continues.
 void writeLogLine(NSString* line);
 
 class CocoaLog : public Log {

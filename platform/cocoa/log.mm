@@ -19,8 +19,8 @@ namespace morvella {
 
 namespace {
 
-/// Standard error while it is a pipe or socket. NSLog would wait in there for a reader that does
-/// not read, so it is given /dev/null meanwhile and the lines are written from here.
+/// Standard error, if it is a pipe or socket. A stalled reader would block NSLog, so NSLog writes
+/// to /dev/null and this class writes the lines.
 class ReaderOfStandardError {
   public:
     /// Returns false if standard error is something else, which never blocks for long.
@@ -40,7 +40,7 @@ class ReaderOfStandardError {
         return true;
     }
 
-    /// Writes `text` as far as the reader takes it, and gives standard error back if that is all.
+    /// Writes as much of `text` as the reader accepts; restores standard error if that is all.
     void write(const std::string& text) {
         constexpr int patience = 250;  // milliseconds
         pending_ += text;
@@ -52,9 +52,9 @@ class ReaderOfStandardError {
         }
     }
 
-    /// Waits up to `milliseconds` each time the reader stops. What is not taken is kept.
+    /// Waits up to `milliseconds` each time the reader stalls. Unsent text is kept.
     void send(int milliseconds) {
-        constexpr size_t chunk = 512;  // A pipe that is ready takes this much without blocking.
+        constexpr size_t chunk = 512;  // A pipe that is ready accepts this much without blocking.
         pollfd reader = {.fd = original_, .events = POLLOUT, .revents = 0};
         while (!pending_.empty()) {
             stalled_ = poll(&reader, 1, milliseconds) <= 0;
@@ -66,7 +66,7 @@ class ReaderOfStandardError {
             if (written >= 0) {
                 pending_.erase(0, static_cast<size_t>(written));
             } else if (errno != EINTR && errno != EAGAIN) {
-                pending_.clear();  // The reader has ended.
+                pending_.clear();  // The reader has exited.
             }
         }
     }
@@ -106,7 +106,7 @@ void writeLogLine(NSString* line) {
     const bool tookOver = reader.takeOver();
     NSLog(@"%@", line);
 #ifdef __APPLE__
-    // From this version on the system's log shows what NSLog formats as "<private>".
+    // From this version on, the system log shows NSLog's arguments as "<private>".
     if (@available(macOS 26.0, *)) {
         os_log(OS_LOG_DEFAULT, "%{public}s", [line UTF8String]);
     }

@@ -24,7 +24,7 @@ std::shared_ptr<void> CocoaApplication::beginActivity(const std::string& reason)
 }
 
 void CocoaApplication::announce(const std::string& text) {
-    // The focus moves at the same time, and what VoiceOver says of it would drown a lower priority.
+    // The focus moves at the same time, and VoiceOver would speak that over a lower priority.
     NSAccessibilityPostNotificationWithUserInfo(
         NSApp, NSAccessibilityAnnouncementRequestedNotification, @{
             NSAccessibilityAnnouncementKey : stringOf(text),
@@ -33,8 +33,8 @@ void CocoaApplication::announce(const std::string& text) {
 }
 
 bool CocoaApplication::openFile(const std::string& path, const std::string& application) {
-    // Deprecated since 10.15; what replaces it needs the application's bundle and answers later,
-    // when the installer has ended already.
+    // Deprecated since 10.15, but its replacement needs the application's bundle and completes
+    // after the installer has quit.
     return [[NSWorkspace sharedWorkspace] openFile:pathOf(path)
                                    withApplication:pathOf(application)];
 }
@@ -84,7 +84,7 @@ std::optional<TaskResult> CocoaTaskRunner::run(const Command& command) {
     const auto holdsNul = [](const std::string& argument) {
         return argument.find('\0') != std::string::npos;
     };
-    // It would reach the child cut short.
+    // An argument containing NUL would be truncated.
     if (std::any_of(command.arguments.begin(), command.arguments.end(), holdsNul)) {
         return std::nullopt;
     }
@@ -98,8 +98,8 @@ std::optional<TaskResult> CocoaTaskRunner::run(const Command& command) {
         [task setCurrentDirectoryPath:pathOf(*command.currentDirectoryPath)];
     }
     NSFileHandle* output = [pipe fileHandleForReading];
-    // This and the two setters of paths are announced as deprecated, but GNUstep has nothing newer.
-    // It raises an exception when the child cannot be started.
+    // `launch` and the two path setters are soft-deprecated, but GNUstep has no replacement.
+    // `launch` raises an exception if the child cannot be started.
     @try {
         [task launch];
     } @catch (NSException* exception) {

@@ -5,7 +5,7 @@
 namespace morvella {
 
 std::string CocoaDefaultsValue::text() const {
-    // A text describes itself as it stands.
+    // The description of a string is the string itself.
     return textOf([object() description]);
 }
 

@@ -7,8 +7,8 @@
 
 namespace morvella {
 
-/// Bounces the icon in the Dock while another application is active, whose windows stay in front:
-/// once, or until the user comes if `critical`.
+/// Bounces the Dock icon if another application is active and so keeps its windows in front: once,
+/// or, if `critical`, until the user switches to the installer.
 void requestAttention(bool critical);
 
 class CocoaWindow : public Handle<Window, NSWindow*> {

@@ -7,7 +7,7 @@
 + (void)flush {
     [[NSApp windows] makeObjectsPerformSelector:@selector(displayIfNeeded)];
     [[NSApp windows] makeObjectsPerformSelector:@selector(flushWindow)];
-    // The display server answers this question only after it has drawn what it was sent before.
+    // The display server replies only after it has drawn everything sent before.
     [GSCurrentServer() mouselocation];
 }
 

@@ -5,12 +5,12 @@
 
 @implementation CompletedApplication
 
-/// No window with the application's icon, which GNUstep would show.
+/// GNUstep would show a window with the application's icon.
 - (void)_appIconInit {
 }
 
-/// GNUstep offers a key to every button in the window first. While a sheet is up, the keys are the
-/// sheet's and the main menu's.
+/// GNUstep offers a key to every button in the window first. While a sheet is up, only the sheet
+/// and the main menu get keys.
 - (void)sendEvent:(NSEvent*)event {
     event = [NSEvent watched:event];
     if (!event) {
@@ -25,7 +25,7 @@
     }
 }
 
-/// GNUstep sometimes sleeps although a click is in its queue, until something else happens.
+/// GNUstep sometimes sleeps with a click in its queue until another event arrives.
 - (NSEvent*)nextEventMatchingMask:(NSUInteger)mask
                         untilDate:(NSDate*)date
                            inMode:(NSString*)mode

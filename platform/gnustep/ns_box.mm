@@ -1,6 +1,6 @@
 #import <AppKit/AppKit.h>
 
-/// GNUstep's loader of interface files leaves out what custom boxes look like.
+/// GNUstep's interface file loader ignores the appearance of custom boxes.
 @implementation NSBox (Complement)
 
 - (id)initWithCoder:(NSCoder*)coder {

@@ -5,7 +5,7 @@
 
 @implementation MacBundle
 
-/// GNUstep does not look for it in Contents. nil if there is none or if it is damaged.
+/// In Contents, where GNUstep does not look. nil if it is missing or damaged.
 - (NSDictionary*)infoDictionary {
     if (!_infoDict) {
         NSString* path = [[self bundlePath] stringByAppendingPathComponent:@"Contents/Info.plist"];

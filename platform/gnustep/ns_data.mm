@@ -1,8 +1,8 @@
 #import <Foundation/Foundation.h>
 #include <glib.h>
 
-/// GNUstep's methods log when they fail, and wait at a pipe forever. The reason for a failure is
-/// not reported.
+/// GNUstep's methods log their failures and block on a pipe forever. These do not report the reason
+/// for a failure.
 @implementation NSData (Complement)
 
 + (instancetype)dataWithContentsOfFile:(NSString*)path

@@ -25,8 +25,8 @@ NSMutableArray* monitors() {
     return monitor;
 }
 
-/// The X server repeats a held key by presses without a release in between, or with one at the same
-/// time. GNUstep marks none of them as a repeat. Programs may send events with the time 0.
+/// For a held key, the X server sends presses with no release in between, or with one at the same
+/// time. GNUstep marks none of them as repeats. Programs may send events with the time 0.
 - (void)markRepeat {
     static LastKey last;
     if ([self type] == NSKeyUp && [self keyCode] == last.code) {

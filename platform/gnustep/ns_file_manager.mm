@@ -18,7 +18,7 @@ fs::path pathOf(NSURL* url) {
     return [[url path] UTF8String];
 }
 
-/// Sets `error` if it is asked for and returns NO. `code` is the system's reason.
+/// Sets `error` unless it is null, and returns NO. `code` is an errno value.
 BOOL failed(NSError** error, int code, NSString* what) {
     if (error) {
         NSString* description = [NSString stringWithFormat:@"%@: %s.", what, std::strerror(code)];
@@ -44,7 +44,7 @@ std::error_code copyItem(const fs::path& source, const fs::path& target) {
     return code;
 }
 
-/// Within one file system, as everything the installer moves.
+/// Works only within one file system, which is all that the installer needs.
 std::error_code moveItem(const fs::path& source, const fs::path& target) {
     const int failed =
         renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE);
@@ -53,8 +53,8 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
 
 }  // namespace
 
-/// GNUstep's own copy, move and create methods succeed on a file in a folder's place, and give
-/// wrong reasons or none.
+/// GNUstep's own copy, move and create methods succeed if a file is in the folder's place, and
+/// report wrong errors or none.
 @implementation NSFileManager (Complement)
 
 - (BOOL)copyItemAtURL:(NSURL*)source toURL:(NSURL*)target error:(NSError**)error {
@@ -65,7 +65,7 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
     return done(moveItem(pathOf(source), pathOf(target)), [source path], @"moved", error);
 }
 
-/// Always creates the folders above it, and sets no attributes.
+/// Always creates missing parents, and sets no attributes.
 - (BOOL)createDirectoryAtURL:(NSURL*)url
     withIntermediateDirectories:(BOOL)intermediates
                      attributes:(NSDictionary*)attributes
@@ -95,7 +95,7 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
 
 #pragma mark Standard folders
 
-/// The stage takes the place of a Mac's root; without one there are no standard folders.
+/// The stage is the root of the Mac's disk; without a stage there are no standard folders.
 - (NSArray*)URLsForDirectory:(NSSearchPathDirectory)directory
                    inDomains:(NSSearchPathDomainMask)domains {
     const bool isUsers = domains == NSUserDomainMask;
@@ -110,7 +110,7 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
     return @[ [NSURL fileURLWithPath:path isDirectory:YES] ];
 }
 
-/// Creates nothing.
+/// Never creates the folder.
 - (NSURL*)URLForDirectory:(NSSearchPathDirectory)directory
                  inDomain:(NSSearchPathDomainMask)domain
         appropriateForURL:(NSURL*)url

@@ -1,6 +1,6 @@
 #import <AppKit/AppKit.h>
 
-/// GNUstep's loader of interface files knows no bold system font.
+/// GNUstep's interface file loader does not know the bold system font.
 @implementation NSFont (Complement)
 
 - (id)initWithCoder:(NSCoder*)coder {

@@ -2,8 +2,8 @@
 
 #import <Foundation/Foundation.h>
 
-/// GNUstep's own ignores HOME. This one replaces it in GNUstep's libraries too, because the
-/// executable's symbols come first.
+/// GNUstep's own ignores HOME. This one also replaces it in GNUstep's libraries, because the
+/// executable's symbols take precedence.
 NSString* NSHomeDirectory() {
     const char* home = std::getenv("HOME");
     return home && *home ? [NSString stringWithUTF8String:home]

@@ -2,7 +2,7 @@
 
 @implementation NSProgressIndicator (Complement)
 
-/// GNUstep draws in no thread, so the indicator would stand still. A timer turns it instead.
+/// GNUstep does not animate in a thread, so a timer animates the indicator instead.
 - (void)setUsesThreadedAnimation:(BOOL)threaded {
 }
 

@@ -5,14 +5,14 @@
 #include <csignal>
 #include <vector>
 
-// This header does not say that it is C.
+// This header lacks extern "C".
 extern "C" {
 #include <sys/pidfd.h>
 }
 
 namespace {
 
-/// Where the stand-in for a tool of macOS lies; any other tool's own path.
+/// The path of the stand-in for a macOS tool; returns any other path unchanged.
 NSString* standInFor(NSString* tool) {
     return
         [tool isEqualToString:@"/usr/bin/ditto"]
@@ -20,22 +20,22 @@ NSString* standInFor(NSString* tool) {
             : tool;
 }
 
-/// Where a child writes; -1 for where its parent does.
+/// The descriptor that a child writes to; -1 to inherit its parent's.
 int writingEndOf(NSPipe* output) {
     return output ? [[output fileHandleForWriting] fileDescriptor] : -1;
 }
 
 }  // namespace
 
-/// The class of every task. The child's end is an event of the run loop.
+/// The class of every task. The child's exit is a run loop event.
 @interface NSConcreteUnixTask : NSTask <RunLoopEvents>
 @end
 
 @implementation NSConcreteUnixTask (Complement)
 
-/// Raises an exception if the child cannot be started, as on macOS. GNUstep's own child then tears
-/// down what it shares with its parent, and starts elsewhere if its working directory is missing.
-/// Outputs are pipes; input and environment are the parent's.
+/// Raises an exception if the child cannot be started, as on macOS. GNUstep forks: a child that
+/// fails to exec tears down state shared with its parent, and one without its working directory
+/// starts elsewhere. Outputs are pipes; input and environment are inherited.
 - (void)launch {
     NSString* path = standInFor([self launchPath]);
     std::vector<const char*> words = {[path UTF8String]};
@@ -43,7 +43,7 @@ int writingEndOf(NSPipe* output) {
         words.push_back([argument UTF8String]);
     }
     words.push_back(nullptr);
-    // GNUstep's handler makes the run loop collect every child and lose the status of this one.
+    // With GNUstep's handler, the run loop reaps every child and loses this one's status.
     static_cast<void>(std::signal(SIGCHLD, SIG_DFL));
     GError* reason = nullptr;
     g_spawn_async_with_pipes_and_fds(
@@ -58,7 +58,7 @@ int writingEndOf(NSPipe* output) {
                     format:@"“%@” could not be started: %@.", path, text];
     }
     _hasLaunched = YES;
-    // Only the child's own copies keep a reader from seeing the end. One pipe may serve both.
+    // Or the reader would never see end-of-file. Both outputs may be the same pipe.
     [[_standardOutput fileHandleForWriting] closeFile];
     if (_standardError != _standardOutput) {
         [[_standardError fileHandleForWriting] closeFile];
@@ -66,7 +66,7 @@ int writingEndOf(NSPipe* output) {
 }
 
 /// Runs the run loop in its default mode until the child has ended, as on macOS. GNUstep's own does
-/// too, but notices the end up to a tenth of a second late.
+/// too, but notices the exit up to a tenth of a second late.
 - (void)waitUntilExit {
     const int child = pidfd_open(_taskId, 0);
     // NOLINTNEXTLINE(performance-no-int-to-ptr): the run loop takes a descriptor as a pointer.

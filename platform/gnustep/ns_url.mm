@@ -6,8 +6,7 @@
 
 @implementation NSURL (Complement)
 
-/// Whether the item exists, even if it is unreadable or a broken link: GNUstep's own wants to read
-/// it.
+/// Also true for an unreadable item or a broken link, unlike GNUstep's own.
 - (BOOL)checkResourceIsReachableAndReturnError:(NSError**)error {
     struct stat status;
     const BOOL exists = lstat([[self path] UTF8String], &status) == 0;

@@ -1,8 +1,7 @@
 #import "property_list.h"
 
-/// The defaults of one domain: the launch arguments', which cannot be changed, or a suite's, kept
-/// as on macOS. Not a subclass of NSUserDefaults, which would read all of GNUstep's domains each
-/// time.
+/// The defaults of one domain: the read-only launch arguments, or a suite, stored as on macOS. Not
+/// a subclass of NSUserDefaults, which would read all of GNUstep's domains each time.
 @interface DomainDefaults : NSObject {
   @public
     NSString* _file;  // nil for the launch arguments.

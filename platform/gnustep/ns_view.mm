@@ -8,7 +8,7 @@
 - (void)setAccessibilityLabel:(NSString*)label {
 }
 
-/// Redrawing begins at this view: the window's own, so that a sheet over a view is redrawn with it.
+/// Redrawing starts at the window's frame view, so that a sheet over a view is redrawn with it.
 - (NSView*)opaqueAncestor {
     return [[[self window] contentView] superview];
 }

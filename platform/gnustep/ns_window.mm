@@ -2,7 +2,7 @@
 
 @implementation NSWindow (Complement)
 
-/// Not a window; only nil or not nil means anything.
+/// Not a window: use the result only to tell whether there is a sheet.
 - (NSWindow*)attachedSheet {
     return (id)[SheetCover coverOfWindow:self];
 }

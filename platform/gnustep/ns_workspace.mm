@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The executable of the application at `path`, which is a bundle's or the executable's own.
+/// The executable of the application at `path`, which is a bundle or the executable itself.
 NSString* executableOf(NSString* path) {
     NSBundle* bundle = [NSBundle bundleWithURL:[NSURL fileURLWithPath:path isDirectory:YES]];
     id name = [[bundle infoDictionary] objectForKey:@"CFBundleExecutable"];
@@ -18,7 +18,7 @@ NSString* executableOf(NSString* path) {
 
 @implementation NSWorkspace (Complement)
 
-/// GNUstep runs a tool that writes a list of all applications into the account's home.
+/// Disabled: GNUstep runs a tool that lists all applications in a file in the account's home.
 - (void)findApplications {
 }
 
@@ -27,8 +27,8 @@ NSString* executableOf(NSString* path) {
     return [NSNotificationCenter defaultCenter];
 }
 
-/// Passes the document's path as the only argument. The output goes to /dev/null, or a reader of
-/// the installer's log would wait for this application's end; in its own session it outlives the
+/// Passes the document's path as the only argument. Its output goes to /dev/null, or a reader of
+/// the installer's log would wait for the application to exit. In its own session it outlives the
 /// installer.
 - (BOOL)openFile:(NSString*)document withApplication:(NSString*)application {
     if (![[NSFileManager defaultManager] fileExistsAtPath:document]) {

@@ -2,9 +2,9 @@
 
 #import <AppKit/AppKit.h>
 
-/// A sheet: covers and dims a window's page, takes its mouse and keys, and shows one alert until
-/// the handler of the answer has returned. Sheets are queued, but a critical one is shown on top of
-/// a non-critical one.
+/// A sheet: covers and dims a window's page, takes its mouse and key events, and shows one alert
+/// until the answer's handler has returned. Sheets are queued, but a critical one is shown on top
+/// of a non-critical one.
 @interface SheetCover : NSView {
     NSAlert* _alert;
     AlertCompletionHandler _handler;

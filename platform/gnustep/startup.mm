@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
     _exit(2);
 }
 
-/// GNUstep's libraries raise an exception over anything else while they are being loaded.
+/// GNUstep's libraries raise an exception for anything else while they are being loaded.
 void requireUtf8(int /*count*/, char** arguments, char** environment) {
     for (char** texts : {arguments, environment}) {
         for (; *texts; ++texts) {
@@ -59,8 +59,8 @@ void requireStage() {
     }
 }
 
-/// Configures GNUstep and the tools it starts to keep settings and locks nowhere, neither in the
-/// account's home nor in the stage's. The configuration is in memory, so nothing is left behind.
+/// Keeps GNUstep and the tools it starts from storing settings and locks, be it in the account's
+/// home or the stage's. The configuration is in memory, so nothing is left behind.
 void keepSettingsNowhere() {
     constexpr std::string_view configuration = "GNUSTEP_USER_CONFIG_FILE=\n"
                                                "GNUSTEP_USER_DEFAULTS_DIR=/dev/null\n"
@@ -75,8 +75,8 @@ void keepSettingsNowhere() {
     setenv("GNUSTEP_CONFIG_FILE", path.c_str(), 1);
 }
 
-/// Where the system has no current font cache, fontconfig writes one of its own, by default below
-/// the home folder. It says so on standard error if it cannot.
+/// If the system's font cache is not current, fontconfig writes one, by default below the home
+/// folder, and complains on standard error if it cannot.
 void keepCachesOffTheStage() {
     std::error_code failed;
     const fs::path folder = fs::temp_directory_path(failed);
@@ -89,12 +89,12 @@ void keepCachesOffTheStage() {
     setenv("GNUSTEP_STRING_ENCODING", "NSUTF8StringEncoding", 1);
     // A backslash is not a separator.
     GSPathHandling("unix");
-    // Use the home folder's Trash whatever the desktop has set, without a daemon of the desktop.
+    // Always use the home folder's Trash, without a desktop daemon.
     unsetenv("XDG_DATA_HOME");
     setenv("GIO_USE_VFS", "local", 1);
     keepCachesOffTheStage();
     keepSettingsNowhere();
-    // A write beyond the file size limit fails instead of killing the process, but not a child.
+    // Fail with EFBIG instead of dying from SIGXFSZ; children keep the default.
     static_cast<void>(std::signal(SIGXFSZ, [](int) {}));
 }
 

@@ -27,7 +27,7 @@ NSColor* fillOfButton(NSCell* cell, bool pressed) {
     return pressed ? blended(color, 0.15, [NSColor blackColor]) : color;
 }
 
-/// The interface file's push buttons are 32 points high, and macOS draws less than their frame.
+/// Push buttons in the interface file are 32 points high; macOS draws them smaller than that.
 NSRect bodyOfButton(NSRect frame) {
     return NSHeight(frame) < 32 ? NSInsetRect(frame, 0.5, 0.5) : NSInsetRect(frame, 6.5, 3.5);
 }
@@ -46,7 +46,7 @@ NSRect bodyOfButton(NSRect frame) {
 
 @implementation MorvellaTheme
 
-// GNUstep would draw a Return key into the default button.
+// GNUstep would draw a Return symbol in the default button.
 - (void)setKeyEquivalent:(NSString*)key forButtonCell:(NSButtonCell*)cell {
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// GNUstep's AppKit, and what it lacks of Apple's.
+// GNUstep's AppKit and the parts of Apple's that it lacks.
 
 #pragma GCC system_header
 
@@ -24,8 +24,7 @@
 typedef NSEvent* (^LocalEventHandler)(NSEvent* event);
 
 @interface NSEvent (Complement)
-/// `handler` gets each such event before the application does, and returns the event to send or
-/// nil.
+/// `handler` gets each such event before the application; returns the event to send or nil.
 + (id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(LocalEventHandler)handler;
 @end
 
@@ -33,8 +32,8 @@ typedef void (^AlertCompletionHandler)(NSModalResponse response);
 
 @interface NSAlert (Complement)
 /// Shows the alert inside `window` and returns at once. A second sheet is queued; a critical one is
-/// shown on top of a non-critical one. The sheet stays until its handler has returned, which may
-/// begin others.
+/// shown on top of a non-critical one. The sheet stays until its handler, which may begin others,
+/// has returned.
 - (void)beginSheetModalForWindow:(NSWindow*)window
                completionHandler:(AlertCompletionHandler)handler;
 @property(nonatomic) BOOL showsSuppressionButton;
@@ -43,13 +42,13 @@ typedef void (^AlertCompletionHandler)(NSModalResponse response);
 @end
 
 @interface NSWindow (Complement)
-/// There are no tabs here.
+/// Does nothing: windows have no tabs here.
 + (void)setAllowsAutomaticWindowTabbing:(BOOL)allows;
-/// Nothing to set: a sheet never blocks termination here.
+/// Does nothing: a sheet never blocks termination here.
 - (void)setPreventsApplicationTerminationWhenModal:(BOOL)prevents;
 @end
 
-// Nothing speaks here: what is set for accessibility is not kept.
+// There is no screen reader here: accessibility settings are ignored.
 
 @interface NSView (Complement)
 - (void)setAccessibilityElement:(BOOL)element;

@@ -1,6 +1,6 @@
 #pragma once
 
-// GNUstep's Foundation, and what it lacks of Apple's.
+// GNUstep's Foundation and the parts of Apple's that it lacks.
 
 #pragma GCC system_header
 
@@ -20,7 +20,7 @@
 @end
 
 @interface NSFileManager (Trash)
-/// Where the item went is not told: `resultingUrl` is set to nil.
+/// The item's new location is not reported: `resultingUrl` is set to nil.
 - (BOOL)trashItemAtURL:(NSURL*)url resultingItemURL:(NSURL**)resultingUrl error:(NSError**)error;
 @end
 

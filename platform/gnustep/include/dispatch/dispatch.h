@@ -7,7 +7,7 @@ extern "C" {
 typedef struct MorvellaDispatchQueue* dispatch_queue_t;
 typedef void (^dispatch_block_t)(void);
 
-/// The only queue. Its blocks run in order on later turns of the main run loop, also while that
+/// The only queue. Its blocks run in order on later turns of the main run loop, even while it
 /// tracks the mouse or runs a modal window.
 dispatch_queue_t dispatch_get_main_queue(void);
 

@@ -1,4 +1,4 @@
 #pragma once
 
-// With blocks on, GNUstep's headers ask for this header of another Objective-C runtime.
+// With blocks enabled, GNUstep's headers include this header of another Objective-C runtime.
 #include <Block.h>
