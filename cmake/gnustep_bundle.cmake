@@ -12,7 +12,7 @@ set_target_properties(installer PROPERTIES
   RUNTIME_OUTPUT_DIRECTORY "${bundle}")
 configure_file(platform/gnustep/ditto "${bundle}/Helpers/ditto" COPYONLY)
 
-# One stamp for all of them: each is copied again when one has changed.
+# One stamp for all resources: if any of them changes, all are copied again.
 add_custom_command(
   OUTPUT "${CMAKE_BINARY_DIR}/resources.stamp"
   COMMAND ${CMAKE_COMMAND} -E rm -rf "${bundle}/Resources"

@@ -1,7 +1,7 @@
-# The installer as a macOS application bundle, signed for this machine only, with the hardened runtime.
-# script/package-mac signs it for all others.
+# The installer as a macOS application bundle, signed only for this machine, with the hardened
+# runtime. script/package-mac signs it for distribution.
 if(NOT CMAKE_OSX_DEPLOYMENT_TARGET)
-  message(FATAL_ERROR "Set CMAKE_OSX_DEPLOYMENT_TARGET to the oldest system, as the preset mac does.")
+  message(FATAL_ERROR "Set CMAKE_OSX_DEPLOYMENT_TARGET to the oldest system, like the mac preset.")
 endif()
 foreach(tool ibtool sips iconutil codesign)
   find_program(${tool} ${tool} REQUIRED)

@@ -36,7 +36,7 @@ def problem(case):
 
 
 def googletest_cases(output):
-    """{name: problem} by a program's output; the test in which it crashed has begun, not ended."""
+    """{name: problem} from a program's output; a test that began but did not end has crashed."""
     found = {}
     for word, name in re.findall(r"\[ +(RUN|OK|FAILED|SKIPPED) +\] (\w[^\s,:]*\.[^\s,:]+)", output):
         found[name] = {"RUN": "crashed", "OK": ""}.get(word, word.lower())
@@ -79,7 +79,7 @@ class Run:
         if report:
             found = list(cases(report)) if report.exists() else []
             self.matched |= bool(found)
-            nothing_selected = status in (0, 5)  # 5 is pytest's
+            nothing_selected = status in (0, 5)  # 5 comes from pytest
             empty = may_be_empty and nothing_selected and report.exists() and not found
             if not empty and (not found or (status and not any(why for _, why in found))):
                 found.append((name, status or "no test ran"))
@@ -100,7 +100,7 @@ class Run:
 def unit_tests(run, name, *selection, **options):
     report = (RESULTS / f"{name.replace(' ', '-')}.xml").absolute()
     command = ["ctest", "--preset", "linux-tests", "--output-junit", report, *selection]
-    # The tests are counted by what the programs print.
+    # The tests are counted from the programs' output.
     command += ["--test-output-size-passed", "9999999", "--test-output-size-failed", "9999999"]
     run.part(name, command, report=report, **options)
 
@@ -115,7 +115,7 @@ def build(preset):
     return ["cmake", "--build", "--preset", preset]
 
 
-# The build for users, and the other one configured.
+# Builds the installer for users, and configures the test build.
 BUILD = [
     ["script/build"],
     [*build("linux"), "--target", "gate", "inspector"],
@@ -124,12 +124,12 @@ BUILD = [
 
 
 def checks(run):
-    """Other releases have other versions of these tools, which ask for other things."""
+    """Other releases have other versions of these tools, with different rules."""
     if platform.freedesktop_os_release().get("VERSION_ID") == "12":
         run.part("format", ["script/format", "--check"])
         run.part("clang-tidy", ["script/tidy", "--configured"])
     else:
-        print("== format and clang-tidy: not checked here; Debian 12's versions of them decide")
+        print("== format and clang-tidy: not checked here, only with Debian 12's versions of them")
     python_tests(run, "tests of the scripts", SCRIPT_TESTS)
 
 
@@ -151,7 +151,7 @@ def everything(run, sample):
 
 
 def selected(run, googletest, ctest, scripts, end_to_end):
-    """Runs the tests that a filter for each of the test programs selects."""
+    """Runs the tests selected by a separate filter for each kind of test."""
     os.environ["GTEST_FILTER"] = googletest
     if not run.part("build", *BUILD, build("linux-tests")):
         return

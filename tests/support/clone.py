@@ -1,4 +1,4 @@
-"""The clone's folder, under a path that the build tools can cope with. See script/root."""
+"""The clone's folder, under a path that the build tools can handle. See script/root."""
 
 import os
 import subprocess
@@ -11,5 +11,5 @@ def enter():
     printed = subprocess.run([command], stdout=subprocess.PIPE, text=True, check=True).stdout
     root = printed.removesuffix("\n")
     os.chdir(root)
-    os.environ["PWD"] = root  # or CMake would resolve the link
+    os.environ["PWD"] = root  # otherwise CMake would resolve the link
     return Path(root)

@@ -13,7 +13,7 @@ namespace morvella::tests {
 /// "on", "off" or "mixed".
 std::string textOf(ControlState state);
 
-/// A control that writes what is done to it into the journal.
+/// A control that records in the journal what is done to it.
 template <class Interface>
 class FakeControl : public NamedObject<Interface> {
   public:
@@ -64,7 +64,7 @@ class FakeProgressIndicator : public FakeControl<ProgressIndicator> {
     void setHidden(bool hidden) override { write(hidden ? "hidden" : "shown"); }
 };
 
-/// Calls every progress indicator that it makes "new indicator".
+/// Names every progress indicator that it creates "new indicator".
 class FakeControlFactory : public ControlFactory {
   public:
     explicit FakeControlFactory(Journal& journal) : journal_(journal) {}

@@ -17,26 +17,26 @@ struct DiskItem {
     std::string contents = {};
     bool readable = true;
     bool writable = true;
-    /// A symbolic link that leads nowhere: reachable, but nothing exists there.
+    /// A dangling symbolic link: reachable, but its target does not exist.
     bool isDanglingLink = false;
 };
 
-/// How a change of the disk ends instead of well.
+/// The outcome of a change to the disk that is not a plain success.
 struct Outcome {
     bool result = false;
     std::optional<Error> error = {};
     bool takesEffect = false;
 };
 
-/// A disk made of a map. In the journal a URL that names a directory ends in a slash.
+/// An in-memory disk. In the journal, a URL that names a directory ends in a slash.
 class FakeDisk : public Files, public FileChanges {
   public:
     explicit FakeDisk(Journal& journal) : journal_(journal) {}
 
-    /// Both add the folders above as well.
+    /// Both also add missing parents.
     void addFolder(const std::string& path);
     void addFile(const std::string& path, const std::string& contents = "");
-    /// Takes an item and all below it away.
+    /// Removes an item and everything below it.
     void remove(const std::string& path);
     [[nodiscard]] bool holds(const std::string& path) const { return items.contains(path); }
 
@@ -55,9 +55,9 @@ class FakeDisk : public Files, public FileChanges {
     bool trashItem(const FileUrl& url, ErrorOut error) override;
 
     std::map<std::string, DiskItem> items = {{"/", {.isFolder = true}}};
-    /// What listing a folder gives; no other folder can be listed.
+    /// The result of listing each folder; other folders cannot be listed.
     std::map<std::string, std::vector<std::string>> listings;
-    /// By what the journal says of the change, as in "trashed /x/".
+    /// By the journal's text for the change, such as "trashed /x/".
     std::map<std::string, Outcome> outcomes;
 
   private:
@@ -68,7 +68,7 @@ class FakeDisk : public Files, public FileChanges {
     Journal& journal_;
 };
 
-/// A standard folder that the system names, or why it does not. It may do both.
+/// The system's answer for a standard folder: the folder, an error, or both.
 struct FolderAnswer {
     std::optional<FileUrl> url = {};
     std::optional<Error> error = {};

@@ -7,7 +7,7 @@
 
 namespace morvella::tests {
 
-/// What every fake object has: the name under which the journal mentions it.
+/// Every fake object has a name, which the journal uses.
 class Named {
   public:
     explicit Named(std::string name) : name_(std::move(name)) {}
@@ -18,7 +18,7 @@ class Named {
     std::string name_;
 };
 
-/// `Interface`, which is an `Object`, with a name.
+/// An `Interface` derived from `Object`, with a name.
 template <class Interface>
 class NamedObject : public Interface, public Named {
   public:

@@ -49,7 +49,7 @@ class FakeApplication : public Application {
     std::shared_ptr<void> activity_ = std::make_shared<int>();
 };
 
-/// Stands at one moment and writes every moment as `stamp`.
+/// A stopped clock, which formats every time as `stamp`.
 class FakeClock : public Clock {
   public:
     explicit FakeClock(Journal& journal) : journal_(journal) {}
@@ -62,16 +62,16 @@ class FakeClock : public Clock {
     Journal& journal_;
 };
 
-/// A main queue and timers that move only when the test says so.
+/// A main queue and timers that the test runs by hand.
 class FakeRunLoop : public RunLoop {
   public:
     explicit FakeRunLoop(Journal& journal) : journal_(journal) {}
     void dispatchAsync(std::function<void()> work) override;
     void scheduleRepeatingTimer(double interval, std::function<void(Timer&)> tick) override;
 
-    /// Runs what is on the main queue now.
+    /// Runs the work that is on the main queue now.
     void drainMainQueue();
-    /// Lets every timer tick once that is not invalidated. Returns how many did.
+    /// Ticks every valid timer once. Returns how many ticked.
     size_t tick();
 
   private:
@@ -82,17 +82,17 @@ class FakeRunLoop : public RunLoop {
     std::vector<std::shared_ptr<FakeTimer>> timers_;
 };
 
-/// Runs nothing. A command that unpacks adds what its archive holds to the disk.
+/// Runs nothing. An unpacking command adds its archive's files to the disk.
 class FakeTaskRunner : public TaskRunner {
   public:
     FakeTaskRunner(Journal& journal, FakeDisk& disk) : journal_(journal), disk_(disk) {}
-    /// Writes the launch path and the arguments with " | " between them.
+    /// Records the launch path and the arguments, separated by " | ".
     std::optional<TaskResult> run(const Command& command) override;
 
-    /// By the archive's path, the files in it. Unpacking adds them below the last argument.
+    /// The files in each archive, by its path. Unpacking adds them below the last argument.
     std::map<std::string, std::vector<std::string>> archives;
-    /// By the archive's or zip file's path; any other command prints nothing and succeeds. No
-    /// result stands for a command that cannot be started. What does not succeed unpacks nothing.
+    /// By the archive's or zip file's path; any other command prints nothing and succeeds. nullopt
+    /// means that the command cannot be started. A failed command unpacks nothing.
     std::map<std::string, std::optional<TaskResult>> results;
 
   private:

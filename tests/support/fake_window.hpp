@@ -15,10 +15,10 @@ class FakeWindow : public NamedObject<Window> {
   public:
     explicit FakeWindow(Journal& journal) : NamedObject("window"), journal_(journal) {}
     void makeKeyAndOrderFront(const Object* sender) override;
-    /// Writes the whole alert in one line. What has its default value is left out.
+    /// Records the alert in one line, without what has its default value.
     void beginSheet(const Alert& alert, AlertAnswered answered) override;
 
-    /// Answers the sheet that has waited longest.
+    /// Answers the sheet that was begun first.
     void answer(int response, ControlState suppressionState = ControlState::off);
     [[nodiscard]] size_t sheetsWaiting() const { return waiting_.size(); }
 
@@ -49,8 +49,7 @@ class OtherHandle : public FakeView {
     const void* identity_;
 };
 
-/// Shows views without a screen. `appeared`, if there is one, is called for each, as the platform
-/// does.
+/// Shows views without a screen. Calls `appeared`, if set, for each, as the platform does.
 class FakeViewController : public ViewController {
   public:
     explicit FakeViewController(Journal& journal) : journal_(journal) {}

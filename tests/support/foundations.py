@@ -1,4 +1,4 @@
-"""What the tests need of the machine, tried before they start."""
+"""Checks that the machine has what the tests need, before they start."""
 
 import os
 import subprocess
@@ -33,7 +33,7 @@ def sanitizer(folder):
 
 
 def ordinary_user(folder):
-    """Root passes through all permissions, so it runs some tests as somebody else."""
+    """Permissions do not stop root, so it runs some tests as another user."""
     if os.geteuid() != 0:
         return None
     try:
@@ -46,7 +46,7 @@ def ordinary_user(folder):
 
 
 def require(folder):
-    """Ends with one sentence that names what is missing."""
+    """Exits with one sentence that names what is missing."""
     for missing in (display(), sanitizer(folder), ordinary_user(folder)):
         if missing:
             sys.exit(f"script/test: {missing}")

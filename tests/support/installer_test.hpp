@@ -21,7 +21,7 @@ namespace morvella::tests {
 
 using Controller = MorvellaInstallerViewController;
 
-/// The whole platform, faked, around one journal.
+/// A fake of the whole platform, with one journal.
 struct FakePlatform {
     Journal journal;
     FakeApplication application{journal};
@@ -39,8 +39,8 @@ struct FakePlatform {
                       log,         runLoop, folders, tasks,    userDefaults};
 };
 
-/// The controller on a faked platform, with every view and control connected. The home folder is
-/// "/Users/ann"; the bundle's resources, all there, lie in "/Bundle".
+/// The controller on a fake platform, with every view and control connected. The home folder is
+/// "/Users/ann"; all of the bundle's resources are in "/Bundle".
 class InstallerTest : public ::testing::Test, protected FakePlatform {
   protected:
     InstallerTest();
@@ -69,30 +69,30 @@ class InstallerTest : public ::testing::Test, protected FakePlatform {
     void installLive(const std::string& bundle, const std::string& bundleVersion,
                      const std::string& version);
 
-    /// Sets the User Library to `userLibrary`, which is there.
+    /// Sets the User Library to `userLibrary`, which exists.
     void useUserLibrary();
 
     /// Adds the product's fonts to the user's.
     void addFonts();
 
-    /// The disk refuses a change, named as in the journal: "trashed /x/".
+    /// Makes the disk refuse `change`, named as in the journal: "trashed /x/".
     void refuse(const std::string& change, const std::string& reason) {
         disk.outcomes[change] = {.error = Error{reason}};
     }
 
-    /// The archiver fails on this archive or zip file.
+    /// Makes the archiver fail on this archive or zip file.
     void failArchiver(const std::string& path) {
         tasks.results[path] = TaskResult{.terminationStatus = 1};
     }
 
-    /// The line with which `hideApp` begins. Its text is held by a test of its own.
+    /// The first line that `hideApp` logs. A separate test checks its text.
     static std::string hidingLineOfProduct();
     const std::string hidingLine = hidingLineOfProduct();
 
-    /// Compares what was done since the last comparison, without questions.
+    /// Compares the journal since the last comparison, leaving out questions.
     void expectEffects(std::initializer_list<std::string_view> expected,
                        int line = __builtin_LINE());
-    /// The same with questions.
+    /// The same, including questions.
     void expectEverything(std::initializer_list<std::string_view> expected,
                           int line = __builtin_LINE());
 

@@ -27,20 +27,20 @@ struct Kind {
 /// The text of a journal that holds exactly these lines.
 std::string lines(std::initializer_list<std::string_view> lines);
 
-/// What the installer did to the fakes of the platform, in order, one readable line each: the kind
-/// and what happened, as in "log: unknown state reached." Compare the texts with `lines({...})`.
+/// What the installer did to the fake platform, in order, one readable line each: the kind and what
+/// happened, as in "log: unknown state reached." Compare the texts with `lines({...})`.
 class Journal {
   public:
     void write(std::string_view kind, std::string_view what);
     void clear() { entries_.clear(); }
 
-    /// If set, called with each line before the installer goes on; a test can look at the state at
-    /// that moment.
+    /// If set, called with each line as it is written, so that a test can inspect the state at that
+    /// moment.
     std::function<void(const std::string& line)> watcher;
 
     /// Everything, including questions to the platform.
     [[nodiscard]] std::string everything() const;
-    /// Everything but questions.
+    /// Everything except questions.
     [[nodiscard]] std::string effects() const;
     [[nodiscard]] std::string only(std::initializer_list<std::string_view> kinds) const;
 

@@ -1,4 +1,4 @@
-"""What the tests derive from the sources: the version that is built and the fonts it brings."""
+"""What the tests read from the sources: the product's version and its fonts."""
 
 import re
 from pathlib import Path

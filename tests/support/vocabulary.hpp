@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// Lines of the journal that many tests expect, in the words of what the installer does. None ends
-/// in a newline; some are several lines. `lines({...})` and `expectEffects({...})` take them.
+/// Lines of the journal that many tests expect, named after what the installer does. None ends in a
+/// newline; some are several lines. `lines({...})` and `expectEffects({...})` take them.
 namespace morvella::tests {
 
 std::string logs(const std::string& text);
@@ -12,7 +12,7 @@ std::string unpacks(const std::string& archive, const std::string& folder);
 std::string packs(const std::string& folder, const std::string& zipFile,
                   const std::string& directory);
 
-/// The fonts that the product installs, all of them missing or all of them there.
+/// The product's fonts, all of them missing or all of them present.
 std::string copiesFonts();
 std::string keepsFonts();
 /// Copies the font at `source` to `target`.
@@ -20,14 +20,14 @@ std::string copiesFont(const std::string& source, const std::string& target);
 
 std::string createsFolder(const std::string& path);
 std::string trashes(const std::string& path);
-/// Moves the folder at `path` to the Trash, and says so.
+/// Moves the folder at `path` to the Trash, and logs it.
 std::string deletesFolder(const std::string& path);
 std::string failsToTrashFolder(const std::string& path);
 
-/// Unpacks the utility application into a folder that can be made.
+/// Unpacks the utility application into a folder that can be created.
 std::string installsUtilities();
 
-/// The sheet alone.
+/// Only the sheet.
 std::string criticalSheet(const std::string& message);
 /// Brings the window to the front, logs, and shows the sheet.
 std::string showsCriticalSheet(const std::string& message);
