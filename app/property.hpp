@@ -6,8 +6,8 @@
 
 namespace morvella {
 
-/// An atomic property that holds a strong reference, or null. A value that a reader got stays alive
-/// even if the property changes.
+/// An atomic property that holds a strong reference, or null. A reader's value stays alive even if
+/// the property changes.
 template <class T>
 class Property {
   public:

@@ -28,7 +28,7 @@ class AttributedString : public Object {};
 
 class TextView : public Object {
   public:
-    /// Replaces the whole content. Null stands for an empty text.
+    /// Replaces the whole content. Null means an empty text.
     virtual void setAttributedString(const std::shared_ptr<AttributedString>& text) = 0;
 };
 

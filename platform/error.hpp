@@ -15,7 +15,7 @@ struct Error {
 
 /// An operation that takes an `ErrorOut` sets it if the platform reports an error, whatever the
 /// operation returns, and otherwise leaves it alone, so that an earlier error stays visible. If it
-/// is null, the platform is not asked for an error either.
+/// is null, no error is requested from the platform either.
 using ErrorOut = std::optional<Error>*;
 
 }  // namespace morvella

@@ -8,8 +8,8 @@ class Object {
   public:
     virtual ~Object() = default;
 
-    /// Handles with the same identity stand for the same object. Null only for the window of a view
-    /// that is in none.
+    /// Handles with the same identity wrap the same object. Null only for the window of a view that
+    /// is in none.
     [[nodiscard]] virtual const void* identity() const = 0;
 };
 

@@ -59,7 +59,7 @@ class RunLoop {
     virtual void dispatchAsync(std::function<void()> work) = 0;
 
     /// Calls `tick` on the main run loop every `interval` seconds in the default mode, for the
-    /// first time after one interval. The run loop holds the timer until it is invalidated.
+    /// first time after one interval. The run loop retains the timer until it is invalidated.
     virtual void scheduleRepeatingTimer(double interval, std::function<void(Timer&)> tick) = 0;
 };
 

@@ -31,7 +31,7 @@ class UserDefaults {
                                 const std::string& key) = 0;
 };
 
-/// The domain that holds the launch arguments.
+/// The domain of the launch arguments.
 constexpr const char* argumentDomain = "NSArgumentDomain";
 
 class UserDefaultsSuites {

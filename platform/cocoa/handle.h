@@ -7,7 +7,7 @@
 
 namespace morvella {
 
-/// Implements `Interface`, one of the C++ interfaces, on the Objective-C object it stands for.
+/// Implements `Interface`, one of the C++ interfaces, by wrapping an Objective-C object.
 template <class Interface, class T>
 class Handle : public Interface {
   public:
@@ -21,7 +21,7 @@ class Handle : public Interface {
     Retained<T> object_;
 };
 
-/// The object that `handle` stands for, nil for null. Autoreleased: it outlives the handle.
+/// The object that `handle` wraps, nil for null. Autoreleased: it outlives the handle.
 inline id objectOf(const Object* handle) {
     return handle ? [[(id) const_cast<void*>(handle->identity()) retain] autorelease] : nil;
 }

@@ -53,8 +53,8 @@ std::error_code moveItem(const fs::path& source, const fs::path& target) {
 
 }  // namespace
 
-/// GNUstep's own copy, move and create methods succeed if a file is in the folder's place, and
-/// report wrong errors or none.
+/// GNUstep's copy, move and create methods succeed if a file is in the folder's place, and report
+/// wrong errors or none.
 @implementation NSFileManager (Complement)
 
 - (BOOL)copyItemAtURL:(NSURL*)source toURL:(NSURL*)target error:(NSError**)error {

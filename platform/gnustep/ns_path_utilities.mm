@@ -2,7 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
-/// GNUstep's own ignores HOME. This one also replaces it in GNUstep's libraries, because the
+/// GNUstep's version ignores HOME. This one also replaces it in GNUstep's libraries, because the
 /// executable's symbols take precedence.
 NSString* NSHomeDirectory() {
     const char* home = std::getenv("HOME");

@@ -7,7 +7,7 @@
 
 @implementation NSProcessInfo (Complement)
 
-/// GNUstep's own is a snapshot from process start, without the variables set since.
+/// GNUstep's version is a snapshot from process start, without the variables set since.
 - (NSDictionary*)environment {
     NSMutableDictionary* environment = [NSMutableDictionary dictionary];
     char** names = g_listenv();

@@ -65,8 +65,8 @@ int writingEndOf(NSPipe* output) {
     }
 }
 
-/// Runs the run loop in its default mode until the child has ended, as on macOS. GNUstep's own does
-/// too, but notices the exit up to a tenth of a second late.
+/// Runs the run loop in its default mode until the child has ended, as on macOS. GNUstep's version
+/// does too, but notices the exit up to a tenth of a second late.
 - (void)waitUntilExit {
     const int child = pidfd_open(_taskId, 0);
     // NOLINTNEXTLINE(performance-no-int-to-ptr): the run loop takes a descriptor as a pointer.

@@ -1,6 +1,6 @@
 #import "kept_block.h"
 
-/// GNUstep's own sends messages to the block, which is not an object here.
+/// GNUstep's version sends messages to the block, which is not an object here.
 @implementation NSTimer (Complement)
 
 + (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval

@@ -6,7 +6,7 @@
 
 @implementation NSURL (Complement)
 
-/// Also true for an unreadable item or a broken link, unlike GNUstep's own.
+/// Also true for an unreadable item or a broken link, unlike GNUstep's version.
 - (BOOL)checkResourceIsReachableAndReturnError:(NSError**)error {
     struct stat status;
     const BOOL exists = lstat([[self path] UTF8String], &status) == 0;

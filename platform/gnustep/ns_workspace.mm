@@ -22,7 +22,7 @@ NSString* executableOf(NSString* path) {
 - (void)findApplications {
 }
 
-/// GNUstep's own locks a file, and logs an error if a killed application left it locked.
+/// GNUstep's version locks a file and logs an error if a killed application left it locked.
 - (NSNotificationCenter*)notificationCenter {
     return [NSNotificationCenter defaultCenter];
 }

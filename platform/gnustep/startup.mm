@@ -116,7 +116,7 @@ void requireInterfaceFile() {
 
 }  // namespace
 
-/// Replaces GNUstep's own, which would keep running without a window.
+/// Replaces GNUstep's version, which would keep running without a window.
 int NSApplicationMain(int /*argc*/, const char** /*argv*/) {
     requireStage();
     NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];

@@ -24,7 +24,7 @@ struct Kind {
     static constexpr std::string_view application = "application";
 };
 
-/// The text of a journal that holds exactly these lines.
+/// The text of a journal with exactly these lines.
 std::string lines(std::initializer_list<std::string_view> lines);
 
 /// What the installer did to the fake platform, in order, one readable line each: the kind and what
