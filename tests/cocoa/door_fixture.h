@@ -15,6 +15,10 @@
 - (void)windowIsOnScreen;
 @end
 
+/// Keeps its handler in `answer`, as the platform does. No alert can be run.
+@interface TestSheet : Recorder
+@end
+
 /// Its description is "door".
 @interface TestDoor : MorvellaInstallerViewController
 @end

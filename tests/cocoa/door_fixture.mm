@@ -56,14 +56,11 @@ using namespace morvella::cocoa_tests;
 
 @end
 
-@interface TestSheet : Recorder
-@end
-
 @implementation TestSheet
 
 - (void)beginSheetModalForWindow:(NSWindow*)window
                completionHandler:(void (^)(NSModalResponse))handler {
-    record("sheet begins");
+    record(*_name + " begins on " + [[window description] UTF8String]);
     forgetSheet();
     answer = Block_copy(handler);
     [disturbed viewDidAppear];
@@ -126,7 +123,7 @@ DoorLifeCycleTest::DoorLifeCycleTest()
       place_([[[TestPlace alloc] init] autorelease]) {
     NSApp = static_cast<id>([Recorder named:"application" standingFor:[NSApplication class]]);
     shownWindow = window;
-    replaced_.emplace_back([NSView class], @selector(window), windowOfView, "@@:");
+    replaced_.emplace_back([NSView class], @selector(window), windowOfView);
     for (const auto& [owner, method] : std::initializer_list<std::pair<Class, SEL>>{
              {[NSViewController class], @selector(awakeFromNib)},
              {[NSViewController class], @selector(viewDidLoad)},
@@ -134,7 +131,7 @@ DoorLifeCycleTest::DoorLifeCycleTest()
              {object_getClass([CATransaction class]), @selector(flush)},
              {object_getClass([PressMonitor class]), @selector(start)},
              {object_getClass([PressMonitor class]), @selector(screenChanged)}}) {
-        replaced_.emplace_back(owner, method, recordCall, "v@:");
+        replaced_.emplace_back(owner, method, recordCall);
     }
     [place_ addSubview:initial];
     door = makeDoor();

@@ -63,8 +63,8 @@ TEST_F(DoorLifeCycleTest, StartsTheFirstPageWhenTheWindowIsOnTheScreen) {
     EXPECT_EQ(steps(), (Lines{"application activateIgnoringOtherApps: YES",
                               "application requestUserAttention: 10", "start",
                               "sidebar shows steps", "window displayIfNeeded", "flush",
-                              "screenChanged", "window makeKeyAndOrderFront: door", "sheet begins",
-                              "application requestUserAttention: 0"}));
+                              "screenChanged", "window makeKeyAndOrderFront: door",
+                              "sheet begins on window", "application requestUserAttention: 0"}));
     [door viewDidAppear];
     EXPECT_EQ(steps(), Lines{}) << "the window came back";
 }
@@ -77,7 +77,7 @@ TEST_F(DoorLifeCycleTest, ShowsAndDrawsAPageBeforeItsWorkStarts) {
     EXPECT_EQ(steps(),
               (Lines{"window setInitialFirstResponder: " + page, "window makeFirstResponder: nil",
                      "sidebar shows steps", "window displayIfNeeded", "flush", "screenChanged",
-                     "window makeKeyAndOrderFront: door", "sheet begins",
+                     "window makeKeyAndOrderFront: door", "sheet begins on window",
                      "application requestUserAttention: 0"}));
     EXPECT_EQ([initial superview], nil);
     EXPECT_NE([settings superview], nil);
@@ -90,9 +90,9 @@ TEST_F(DoorLifeCycleTest, ShowsAndDrawsAPageBeforeItsWorkStarts) {
 TEST_F(DoorLifeCycleTest, StartsNoPageBeforeTheWindowIsOnTheScreen) {
     [door awakeFromNib];
     [door setView:settings];
-    EXPECT_EQ(times("sheet begins"), 0);
+    EXPECT_EQ(times("sheet begins on window"), 0);
     [door windowIsOnScreen];
-    EXPECT_EQ(times("sheet begins"), 1);
+    EXPECT_EQ(times("sheet begins on window"), 1);
 }
 
 TEST_F(DoorLifeCycleTest, KeepsPressesForASheetWhenAPageIsDrawnBehindIt) {
@@ -102,19 +102,13 @@ TEST_F(DoorLifeCycleTest, KeepsPressesForASheetWhenAPageIsDrawnBehindIt) {
     EXPECT_EQ(times("screenChanged"), 0);
 }
 
-TEST_F(DoorLifeCycleTest, StartsNoPageOutsideAWindow) {
+TEST_F(DoorLifeCycleTest, WithoutAWindowStartsNoPageAndReportsAFailureByAnAlertOrQuits) {
     start();
     [initial removeFromSuperview];
     takeRecorded();
     [door setView:settings];
     EXPECT_EQ([door view], settings);
     EXPECT_EQ(steps(), Lines{});
-}
-
-TEST_F(DoorLifeCycleTest, ReportsAFailureWithoutAWindowByAnAlertOrQuits) {
-    start();
-    [initial removeFromSuperview];
-    takeRecorded();
     // An object that does not understand a check box's messages.
     [door setPostInstallOpenDemoSetCheck:static_cast<id>([[[NSObject alloc] init] autorelease])];
     [door installDoneButton:nil];
@@ -133,11 +127,11 @@ TEST_F(DoorLifeCycleTest, ReportsPagesThatCannotBeShownAndStartsLaterOnes) {
     [door welcomeButton:nil];
     [door licenseAcceptedButton:nil];
     [door beginInstallButton:nil];
-    EXPECT_EQ(times("sheet begins"), 3);
+    EXPECT_EQ(times("sheet begins on window"), 3);
     pageChangeRaises = false;
     [door licenseAcceptedButton:nil];
     EXPECT_EQ([door view], settings);
-    EXPECT_EQ(times("sheet begins"), 1);
+    EXPECT_EQ(times("sheet begins on window"), 1);
 }
 
 TEST_F(DoorLifeCycleTest, SheetRetainsTheDoorAndQuitsAsItsSender) {
@@ -177,15 +171,15 @@ TEST_F(DoorLifeCycleTest, BacksUpOnceWhileThePlatformCallsItAgain) {
     answer(NSAlertFirstButtonReturn);
     EXPECT_TRUE(turnUntil([lines = Lines()]() mutable {
         std::ranges::move(takeRecorded(), std::back_inserter(lines));
-        if (times("sheet begins", lines) < 1) {
+        if (times("sheet begins on window", lines) < 1) {
             return false;
         }
         std::erase_if(lines, [](const std::string& line) {
             return !line.ends_with("Animation: door") && line != "archiver ended" &&
-                   line != "sheet begins";
+                   line != "sheet begins on window";
         });
         EXPECT_EQ(lines, (Lines{"backup startAnimation: door", "archiver ended",
-                                "backup stopAnimation: door", "sheet begins"}));
+                                "backup stopAnimation: door", "sheet begins on window"}));
         return true;
     }));
 }
@@ -203,7 +197,7 @@ TEST_F(DoorLifeCycleTest, OnlyTheNewestDoorHandlesExceptions) {
     TestDoor* newest = [makeDoor() retain];
     [pool release];
     raiseAndRelease(older);
-    EXPECT_EQ(steps(), (Lines{"window makeKeyAndOrderFront: door", "sheet begins",
+    EXPECT_EQ(steps(), (Lines{"window makeKeyAndOrderFront: door", "sheet begins on window",
                               "application requestUserAttention: 0"}));
     raiseAndRelease(newest);
     EXPECT_EQ(steps(), (Lines{"application terminate: nil"}));
@@ -216,10 +210,9 @@ id anotherInstance(id door, SEL) {
 }
 
 TEST_F(DoorLifeCycleTest, EitherInitializerMakesBothControllers) {
-    const Replaced coding([NSViewController class], @selector(initWithCoder:), anotherInstance,
-                          "@@:@");
+    const Replaced coding([NSViewController class], @selector(initWithCoder:), anotherInstance);
     const Replaced naming([NSViewController class], @selector(initWithNibName:bundle:),
-                          anotherInstance, "@@:@@");
+                          anotherInstance);
     for (Class one :
          {[MorvellaInstallerViewController class], [MorvellaInstallerLicenseVC class]}) {
         EXPECT_EQ([[[[one alloc] initWithCoder:nil] autorelease] licenseView], nil);

@@ -9,30 +9,20 @@
 
 using EventHandler = NSEvent* (^)(NSEvent* event);
 
-/// The whole window. It has at most one thing, under the pointer.
-@interface FrameRecorder : Recorder {
+/// A window or its frame, with at most one view under the pointer and one button in the title bar.
+@interface TestWindow : Recorder {
   @public
     NSView* hit;
-}
-@end
-
-@implementation FrameRecorder
-
-- (NSView*)hitTest:(NSPoint)point {
-    return NSEqualPoints(point, NSMakePoint(30, 40)) ? hit : nil;
-}
-
-@end
-
-/// A window with at most one button in its title bar.
-@interface TitledWindow : Recorder {
-  @public
     NSWindowButton kind;
     id button;
 }
 @end
 
-@implementation TitledWindow
+@implementation TestWindow
+
+- (NSView*)hitTest:(NSPoint)point {
+    return NSEqualPoints(point, NSMakePoint(30, 40)) ? hit : nil;
+}
 
 - (NSButton*)standardWindowButton:(NSWindowButton)asked {
     return asked == kind ? button : nil;
@@ -125,19 +115,19 @@ class PressMonitorTest : public ::testing::Test {
         return passed != nil;
     }
 
-    TitledWindow* window_ = static_cast<TitledWindow*>([TitledWindow named:"window"
-                                                               standingFor:[NSWindow class]]);
+    TestWindow* window_ = static_cast<TestWindow*>([TestWindow named:"window"
+                                                         standingFor:[NSWindow class]]);
     Recorder* content_ = [Recorder named:"content" standingFor:[NSView class]];
-    FrameRecorder* frame_ = static_cast<FrameRecorder*>([FrameRecorder named:"frame"
-                                                                 standingFor:[NSView class]]);
+    TestWindow* frame_ = static_cast<TestWindow*>([TestWindow named:"frame"
+                                                        standingFor:[NSView class]]);
 
   private:
     Replaced watching_ {
         object_getClass([NSEvent class]), @selector(addLocalMonitorForEventsMatchingMask:handler:),
-            addMonitor, "@@:Q@?"
+            addMonitor
     };
-    Replaced windows_ { [NSEvent class], @selector(window), windowOfEvent, "@@:" };
-    Replaced uptimes_ { [NSProcessInfo class], @selector(systemUptime), systemUptime, "d@:" };
+    Replaced windows_ { [NSEvent class], @selector(window), windowOfEvent };
+    Replaced uptimes_ { [NSProcessInfo class], @selector(systemUptime), systemUptime };
 };
 
 TEST_F(PressMonitorTest, WatchesOnlyClicksAndKeys) {

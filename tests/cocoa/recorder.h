@@ -38,11 +38,10 @@ void record(const std::string& line);
 /// Swizzles a method of `owner` during its lifetime. The owner of a class method is the metaclass.
 class Replaced {
   public:
-    /// `function` may have any signature: `void (*)()` converts to all of them.
     template <class Result, class... Arguments>
-    Replaced(Class owner, SEL method, Result (*function)(Arguments...), const char* types)
-        : Replaced(owner, method, reinterpret_cast<void (*)()>(function), types) {}
-    Replaced(Class owner, SEL method, void (*function)(), const char* types);
+    Replaced(Class owner, SEL method, Result (*function)(Arguments...))
+        : Replaced(owner, method, reinterpret_cast<IMP>(function)) {}
+    Replaced(Class owner, SEL method, IMP implementation);
     ~Replaced();
     Replaced(const Replaced&) = delete;
     Replaced& operator=(const Replaced&) = delete;

@@ -74,16 +74,15 @@ void record(const std::string& line) {
     recorded.push_back(line);
 }
 
-Replaced::Replaced(Class owner, SEL method, void (*function)(), const char* types)
+Replaced::Replaced(Class owner, SEL method, IMP implementation)
     : owner_(owner), method_(method), before_(class_getMethodImplementation(owner, method)) {
-    const IMP implementation = reinterpret_cast<IMP>(function);
     // GNUstep's runtime would replace an inherited method in all classes, and would never call a
     // method added beside the class's own.
     const Method own = class_getInstanceMethod(owner_, method_);
     if (own && own != class_getInstanceMethod(class_getSuperclass(owner_), method_)) {
         method_setImplementation(own, implementation);
     } else {
-        class_addMethod(owner_, method_, implementation, types);
+        class_addMethod(owner_, method_, implementation, own ? method_getTypeEncoding(own) : "@@:");
     }
 }
 
@@ -94,9 +93,7 @@ Replaced::~Replaced() {
 }
 
 Answering::Answering(Class receiver, SEL method, id answer)
-    : receiver_(receiver),
-      method_(method),
-      replaced_(object_getClass(receiver), method, answerOf, "@@:") {
+    : receiver_(receiver), method_(method), replaced_(object_getClass(receiver), method, answerOf) {
     answers[{receiver, sel_getName(method)}] = [answer retain];
 }
 
@@ -113,8 +110,7 @@ using namespace morvella::cocoa_tests;
 @implementation Recorder
 
 + (Recorder*)named:(const char*)name standingFor:(Class)replaced {
-    Recorder* recorder = [[[self alloc] initWithName:name standingFor:replaced] autorelease];
-    return recorder;
+    return [[[self alloc] initWithName:name standingFor:replaced] autorelease];
 }
 
 + (int)livingNamed:(const char*)name {

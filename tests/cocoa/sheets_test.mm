@@ -1,36 +1,10 @@
-#import <AppKit/AppKit.h>
-#include <Block.h>
-#include <gtest/gtest.h>
+#include "cocoa/door_fixture.h"
 
-#include "cocoa/recorder.h"
 #include "platform/cocoa/controls.h"
 #include "platform/cocoa/guard.h"
 #include "platform/cocoa/window.h"
 
-#include <algorithm>
 #include <memory>
-
-using AnswerHandler = void (^)(NSModalResponse response);
-
-namespace {
-
-AnswerHandler handler = nil;
-
-}  // namespace
-
-/// Keeps its handler until it is answered, as the platform does.
-@interface AlertRecorder : Recorder
-@end
-
-@implementation AlertRecorder
-
-- (void)beginSheetModalForWindow:(NSWindow*)window completionHandler:(AnswerHandler)given {
-    morvella::cocoa_tests::record("alert begins on " +
-                                  std::string([[window description] UTF8String]));
-    handler = Block_copy(given);
-}
-
-@end
 
 namespace morvella::cocoa_tests {
 
@@ -47,7 +21,7 @@ class SheetsTest : public ::testing::Test {
     void begin(
         const Alert& alert, AlertAnswered answered = [](const AlertAnswer&) {}) {
         NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-        Recorder* made = [AlertRecorder named:"alert" standingFor:[NSAlert class]];
+        Recorder* made = [TestSheet named:"alert" standingFor:[NSAlert class]];
         [made answer:panel_ to:@selector(window)];
         [made answer:checkBox_ to:@selector(suppressionButton)];
         takeRecorded();
@@ -61,9 +35,8 @@ class SheetsTest : public ::testing::Test {
     /// Presses the button with this code; the platform lets go of the handler then.
     static void press(NSModalResponse response) {
         NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-        handler(response);
-        Block_release(handler);
-        handler = nil;
+        cocoa_tests::answer(response);
+        forgetSheet();
         [pool release];
     }
 
@@ -121,26 +94,25 @@ TEST_F(SheetsTest, AreReleasedOnceTheyAreAnswered) {
 
 TEST_F(SheetsTest, AnswerWithTheButtonAndTheStateOfTheCheckBox) {
     for (const int state : {-1, 0, 1}) {
-        AlertAnswer answer;
+        AlertAnswer given;
         begin({.suppressionButton = SuppressionButton{}},
-              [&](const AlertAnswer& given) { answer = given; });
+              [&](const AlertAnswer& answered) { given = answered; });
         [checkBox_ answer:@(state) to:@selector(state)];
         press(1000 + state);
-        EXPECT_EQ(answer.response, 1000 + state);
-        EXPECT_EQ(static_cast<int>(answer.suppressionState), state);
+        EXPECT_EQ(given.response, 1000 + state);
+        EXPECT_EQ(static_cast<int>(given.suppressionState), state);
     }
 }
 
 TEST_F(SheetsTest, AskForTheUsersAttentionByTheirStyle) {
     NSApp = static_cast<id>([Recorder named:"application" standingFor:[NSApplication class]]);
-    begin({.style = AlertStyle::warning});
-    EXPECT_EQ(takeRecorded().back(),
-              "application requestUserAttention: " + std::to_string(NSInformationalRequest));
-    press(NSAlertFirstButtonReturn);
-    begin({.style = AlertStyle::critical});
-    EXPECT_EQ(takeRecorded().back(),
-              "application requestUserAttention: " + std::to_string(NSCriticalRequest));
-    press(NSAlertFirstButtonReturn);
+    for (const auto& [style, request] : {std::pair(AlertStyle::warning, NSInformationalRequest),
+                                         std::pair(AlertStyle::critical, NSCriticalRequest)}) {
+        begin({.style = style});
+        EXPECT_EQ(takeRecorded().back(),
+                  "application requestUserAttention: " + std::to_string(request));
+        press(NSAlertFirstButtonReturn);
+    }
     NSApp = nil;
 }
 

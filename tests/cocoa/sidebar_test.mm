@@ -75,12 +75,6 @@ class SidebarTest : public ::testing::Test {
         [[[StepsSidebar alloc] initWithFrame:NSMakeRect(0, 0, 200, 300)] autorelease];
 
   private:
-    static Replaced hiding(Class owner) {
-        return {
-            owner, @selector(setAccessibilityElement:), setElement, "v@:c"
-        };
-    }
-
     static id recorder(const char* name) {
         return [Recorder named:name standingFor:[NSFont class]];
     }
@@ -88,9 +82,9 @@ class SidebarTest : public ::testing::Test {
     // A real font needs a display.
     Answering font_ { [NSFont class], @selector(systemFontOfSize:), recorder("font") };
     Answering boldFont_ { [NSFont class], @selector(boldSystemFontOfSize:), recorder("bold font") };
-    Replaced hidingView_ = hiding([NSView class]);
-    Replaced hidingCell_ = hiding([NSCell class]);
-    Replaced labelling_ { [NSView class], @selector(setAccessibilityLabel:), setLabel, "v@:@" };
+    Replaced hidingView_ { [NSView class], @selector(setAccessibilityElement:), setElement };
+    Replaced hidingCell_ { [NSCell class], @selector(setAccessibilityElement:), setElement };
+    Replaced labelling_ { [NSView class], @selector(setAccessibilityLabel:), setLabel };
 };
 
 TEST_F(SidebarTest, ShowsEachStepsStateAndSpeaksItOnce) {

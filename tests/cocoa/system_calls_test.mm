@@ -83,9 +83,8 @@ void endActivity(id, SEL, id activity) {
 
 TEST(ActivityTest, LastsAsLongAsItIsHeld) {
     const Class info = [NSProcessInfo class];
-    const Replaced beginning(info, @selector(beginActivityWithOptions:reason:), beginActivity,
-                             "@@:Q@");
-    const Replaced ending(info, @selector(endActivity:), endActivity, "v@:@");
+    const Replaced beginning(info, @selector(beginActivityWithOptions:reason:), beginActivity);
+    const Replaced ending(info, @selector(endActivity:), endActivity);
     takeRecorded();
     std::shared_ptr<void> activity = CocoaApplication().beginActivity("Installation");
     EXPECT_EQ(takeRecorded(), Lines{"user's activity: Installation"});
