@@ -13,6 +13,9 @@ std::optional<std::string> CocoaBundle::pathForResource(const std::string& name)
 std::shared_ptr<AttributedString> CocoaBundle::attributedStringForResource(
     const std::string& name) const {
     NSURL* url = [bundle_.get() URLForResource:stringOf(name) withExtension:nil];
+    if (!url) {
+        return nullptr;
+    }
     NSError* error = nil;
     NSAttributedString* text = nil;
     @try {
@@ -21,7 +24,7 @@ std::shared_ptr<AttributedString> CocoaBundle::attributedStringForResource(
                                      documentAttributes:NULL
                                                   error:&error] autorelease];
     } @catch (NSException* exception) {
-        // A missing or damaged document may raise instead of failing.
+        // A damaged document may raise instead of failing.
     }
     return handleOf<CocoaAttributedString>(text);
 }

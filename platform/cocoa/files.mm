@@ -55,15 +55,14 @@ bool CocoaFileChanges::createDirectory(const FileUrl& url, ErrorOut error) {
 
 bool CocoaFileChanges::copyItem(const FileUrl& source, const FileUrl& target, ErrorOut error) {
     NSFileManager* manager = [NSFileManager defaultManager];
-    NSURL* sourceUrl = urlOf(source);
     NSURL* targetUrl = urlOf(target);
     const bool wasThere = [targetUrl checkResourceIsReachableAndReturnError:NULL];
-    const bool copied = [manager copyItemAtURL:sourceUrl
+    const bool copied = [manager copyItemAtURL:urlOf(source)
                                          toURL:targetUrl
                                          error:ErrorParameter(error)];
     // An incomplete copy must not pass for a complete one.
     if (!copied && !wasThere &&
-        ![manager contentsEqualAtPath:[sourceUrl path] andPath:[targetUrl path]]) {
+        ![manager contentsEqualAtPath:pathOf(source.path()) andPath:pathOf(target.path())]) {
         [manager removeItemAtURL:targetUrl error:NULL];
     }
     return copied;
