@@ -73,9 +73,6 @@ TEST(DoorsTest, DelegateQuitsWithTheLastWindow) {
         [[[MorvellaInstallerAppDelegate alloc] init] autorelease];
     const id application = [Recorder named:"application" standingFor:[NSApplication class]];
     EXPECT_TRUE([delegate applicationShouldTerminateAfterLastWindowClosed:application]);
-    NSNotification* notification = [NSNotification notificationWithName:@"any" object:nil];
-    [delegate applicationDidFinishLaunching:notification];
-    [delegate applicationWillTerminate:notification];
 }
 
 }  // namespace

@@ -108,8 +108,8 @@ TEST_F(FilesTest, EmptyPathAndPathWithNulMatchNothing) {
     const std::string nul(1, '\0');
     const fs::path before = fs::current_path();
     fs::current_path(folder.at("folder"));
-    for (const std::string& path :
-         {folder.at("folder") + nul, folder.at("folder" + nul + "x"), nul, std::string()}) {
+    for (const std::string& path : {folder.at("folder") + nul, folder.at("folder" + nul + "x"),
+                                    folder.at("\xFF"), nul, std::string()}) {
         const FileUrl url = FileUrl::directory(path);
         EXPECT_EQ(files.fileUrl(path), FileUrl::file(path));
         EXPECT_FALSE(files.fileExists(path));

@@ -109,15 +109,6 @@ TEST_F(HostileLibraryCfgTest, FolderAboveTheUserLibraryIsTakenAsGiven) {
     EXPECT_EQ(folder.contents("home/Music/User Library/Morvella/.Morvella.app/old"), "old");
 }
 
-/// The archiver does nothing here, because the root is not a temporary folder.
-TEST_F(HostileLibraryCfgTest, RootHoldsNoInstallation) {
-    ASSERT_FALSE(fs::exists("/Morvella"));
-    realTasks.archiver = "/bin/echo";
-    for (const char* parent : {"", "/", "//", "/.", "/.."}) {
-        EXPECT_EQ(run(parent, ""), Paths());
-    }
-}
-
 }  // namespace
 
 }  // namespace morvella::cocoa_tests

@@ -31,15 +31,13 @@ class RedirectedFileChanges : public CocoaFileChanges {
     int attempts_ = 0;
 };
 
-/// Foundation's tasks, with another program instead of the archiver.
+/// Foundation's tasks, with the tests' archiver.
 class RedirectedTaskRunner : public CocoaTaskRunner {
   public:
     std::optional<TaskResult> run(const Command& command) override {
         EXPECT_EQ(command.launchPath, "/usr/bin/ditto");
-        return CocoaTaskRunner::run({archiver, command.arguments, command.currentDirectoryPath});
+        return CocoaTaskRunner::run({DITTO, command.arguments, command.currentDirectoryPath});
     }
-
-    std::string archiver = DITTO;
 };
 
 /// The installer on the real files of a temporary folder, through Foundation: a home folder "home",

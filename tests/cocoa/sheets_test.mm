@@ -125,16 +125,6 @@ TEST_F(SheetsTest, GuardTheirAnswers) {
     EXPECT_EQ(handled, 1);
 }
 
-TEST_F(SheetsTest, WindowComesToTheFrontForTheSender) {
-    CocoaWindow window(recorder<NSWindow>("window"));
-    const Handle<Object, id> door(recorder<NSObject>("door"));
-    takeRecorded();
-    window.makeKeyAndOrderFront(&door);
-    window.makeKeyAndOrderFront(nullptr);
-    EXPECT_EQ(takeRecorded(),
-              (Lines{"window makeKeyAndOrderFront: door", "window makeKeyAndOrderFront: nil"}));
-}
-
 }  // namespace
 
 }  // namespace morvella::cocoa_tests

@@ -40,15 +40,6 @@ class ApplicationTest : public ::testing::Test {
     Recorder* shared = [Recorder named:"application" standingFor:[NSApplication class]];
 };
 
-TEST_F(ApplicationTest, EndsForTheSender) {
-    const Answering answering([NSApplication class], @selector(sharedApplication), shared);
-    const Handle<Object, id> door([Recorder named:"door" standingFor:[NSObject class]]);
-    takeRecorded();
-    CocoaApplication().terminate(&door);
-    CocoaApplication().terminate(nullptr);
-    EXPECT_EQ(takeRecorded(), (Lines{"application terminate: door", "application terminate: nil"}));
-}
-
 TEST_F(ApplicationTest, AsksForAttentionOnlyWhileAnotherIsActive) {
     const auto request = [](NSRequestUserAttentionType type) {
         return "application requestUserAttention: " + std::to_string(type);

@@ -34,10 +34,6 @@ TemporaryFolder::~TemporaryFolder() {
     fs::remove_all(path_, ignored);
 }
 
-std::string TemporaryFolder::at(const std::string& relative) const {
-    return path_ + "/" + relative;
-}
-
 void TemporaryFolder::addFolder(const std::string& relative) const {
     fs::create_directories(at(relative));
 }

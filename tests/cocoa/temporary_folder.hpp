@@ -15,7 +15,9 @@ class TemporaryFolder {
 
     [[nodiscard]] const std::string& path() const { return path_; }
     /// The absolute path of `relative`.
-    [[nodiscard]] std::string at(const std::string& relative) const;
+    [[nodiscard]] std::string at(const std::string& relative) const {
+        return path_ + "/" + relative;
+    }
 
     /// Both also create missing parents.
     void addFolder(const std::string& relative) const;

@@ -31,25 +31,6 @@ TEST(ConversionsTest, TellNoTextFromAnEmptyOne) {
     EXPECT_EQ([stringOf(std::make_shared<const std::string>("x")) length], 1U);
 }
 
-TEST(ConversionsTest, KeepUrlsAndWhatTheyName) {
-    for (const std::string& name : difficultNames()) {
-        for (const FileUrl& url : {FileUrl::file("/a/" + name), FileUrl::directory("/a/" + name)}) {
-            EXPECT_EQ(fileUrlOf(urlOf(url)), url) << name;
-            EXPECT_EQ(textOf([urlOf(url) absoluteString]), url.absoluteString()) << name;
-        }
-    }
-}
-
-TEST(ConversionsTest, MakePathsWithNulUnreachable) {
-    EXPECT_EQ(textOf(pathOf("/")), "/");
-    NSFileManager* manager = [NSFileManager defaultManager];
-    for (const std::string& path : {std::string("/tmp\0x", 6), std::string("/\0", 2),
-                                    std::string("\0", 1), std::string(), std::string("/\xFF")}) {
-        EXPECT_FALSE([manager fileExistsAtPath:pathOf(path)]);
-        EXPECT_FALSE([urlOf(FileUrl::directory(path)) checkResourceIsReachableAndReturnError:NULL]);
-    }
-}
-
 TEST(ClockTest, FormatsATimeInTheSystemsTimeZoneOnThe24HourClock) {
     // 2021-03-03 13:05:09 UTC
     const Clock::Time time = Clock::Time(std::chrono::seconds(1614776709));
@@ -72,14 +53,12 @@ TEST(UserDefaultsTest, ReadsTheLaunchArguments) {
     NSUserDefaults* defaults = [NSUserDefaults standardUserDefaults];
     NSDictionary* before = [[[defaults volatileDomainForName:NSArgumentDomain] copy] autorelease];
     NSDictionary* given =
-        [NSDictionary dictionaryWithObjectsAndKeys:@"/Live %@.app", @"liveapp",
-                                                   [NSNumber numberWithInt:7], @"number", nil];
+        [NSDictionary dictionaryWithObjectsAndKeys:@"/Live %@.app", @"liveapp", nil];
     [defaults removeVolatileDomainForName:NSArgumentDomain];
     [defaults setVolatileDomain:given forName:NSArgumentDomain];
 
     const auto suite = CocoaUserDefaultsSuites().open(argumentDomain);
     const auto liveApp = suite->objectForKey("liveapp");
-    const auto number = suite->objectForKey("number");
     const auto missing = suite->objectForKey("app");
 
     [defaults removeVolatileDomainForName:NSArgumentDomain];
@@ -87,8 +66,6 @@ TEST(UserDefaultsTest, ReadsTheLaunchArguments) {
 
     ASSERT_NE(liveApp, nullptr);
     EXPECT_EQ(liveApp->text(), "/Live %@.app");
-    ASSERT_NE(number, nullptr);
-    EXPECT_EQ(number->text(), "7");
     EXPECT_EQ(missing, nullptr);
 }
 
