@@ -73,8 +73,6 @@ class FileCallsTest : public ::testing::Test {
     FileCallsTest() { takeRecorded(); }
 
     CocoaFiles files;
-    CocoaStandardFolders folders;
-    std::optional<Error> error;
     Recorder* manager = [Recorder named:"files" standingFor:[NSFileManager class]];
 
   private:
@@ -105,6 +103,8 @@ TEST_F(FileCallsTest, StandardFoldersAreNotCreatedAndNameDirectories) {
                  to:@selector(URLForDirectory:inDomain:appropriateForURL:create:error:)];
     [manager answer:@[ shared, documents ] to:@selector(URLsForDirectory:inDomains:)];
     const FileUrl expected = FileUrl::directory("/a b/Documents");
+    const CocoaStandardFolders folders;
+    std::optional<Error> error;
     EXPECT_EQ(folders.url(StandardDirectory::documents, Domain::user, &error), expected);
     EXPECT_EQ(folders.urls(StandardDirectory::applications, Domain::local),
               (std::vector{FileUrl::directory("/Users"), expected}));

@@ -26,7 +26,6 @@ class FilesTest : public ::testing::Test {
         return FileUrl::directory(folder.at(relative));
     }
 
-    /// Expects success, or a failure with a reason.
     void expectFailed(bool result) {
         EXPECT_FALSE(result);
         EXPECT_NE(std::exchange(error, {}).value_or(Error{}).description, "");

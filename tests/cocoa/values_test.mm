@@ -14,15 +14,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(ConversionsTest, KeepTextsByteForByte) {
+TEST(ConversionsTest, KeepTextsByteForByteAndTellNoTextFromAnEmptyOne) {
     for (const std::string& name : difficultNames()) {
         EXPECT_EQ(textOf(stringOf(name)), name);
     }
     EXPECT_EQ(textOf(stringOf("not UTF-8: \xFF")), "");
     EXPECT_EQ(textOf(nil), "");
-}
-
-TEST(ConversionsTest, TellNoTextFromAnEmptyOne) {
     EXPECT_EQ(optionalTextOf(nil), std::nullopt);
     EXPECT_EQ(optionalTextOf(@""), "");
     EXPECT_EQ(sharedTextOf(nil), nullptr);
