@@ -17,15 +17,7 @@ class Application:
     """Use as a context manager: the process never outlives it."""
 
     def __init__(
-        self,
-        display,
-        bundle,
-        stage,
-        arguments=None,
-        *,
-        environment=None,
-        user=None,
-        evidence=None,
+        self, display, bundle, stage, arguments=None, environment=None, user=None, evidence=None
     ):
         """`evidence` is where a failure leaves the log and a picture, without an extension."""
         self.display, self.bundle, self.stage = display, Path(bundle), stage

@@ -66,7 +66,11 @@ def _made_for(trash, path, expected):
 
 
 def expect_same(expected, actual, what):
-    problems = snapshot.differences(expected, actual)
+    problems = [
+        f"{path}: expected {expected.get(path, 'nothing')}, found {actual.get(path, 'nothing')}"
+        for path in sorted(expected.keys() | actual.keys())
+        if expected.get(path) != actual.get(path)
+    ]
     assert not problems, f"{what} is not as expected:\n" + "\n".join(problems)
 
 

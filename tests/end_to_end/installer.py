@@ -22,7 +22,7 @@ class Installer(Application):
     def __init__(self, display, bundle, stage, arguments=None, *, build=None, gate=None, **options):
         """`build` is the folder in which the bundle was built, if it lies elsewhere now."""
         super().__init__(display, bundle, stage, arguments, **options)
-        self._inspector = Inspector(build or self.bundle.parent, gate)
+        self.gate, self._inspector = gate, Inspector(build or self.bundle.parent, gate)
         self._placed, self._shown, self._since = None, None, 0.0
 
     def __enter__(self):

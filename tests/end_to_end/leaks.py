@@ -50,7 +50,7 @@ def take_tour(executable, folder):
     options = {"environment": environment, "gate": gate}
     with Display() as display:
         with Installer(display, executable.parent, stage, **options) as installer:
-            Tour(installer, gate, lambda name, picture: None).walk()
+            Tour(installer, lambda name, picture: None).walk()
             return installer.output
 
 

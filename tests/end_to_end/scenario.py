@@ -59,19 +59,26 @@ class Scenario:
         """A gate for `launch`, which holds the installation's first change."""
         return Gate(self.folder / "gate", stage)
 
-    def run(self, stage, *, criticals=(), log=(), before=None, elsewhere=False, **options):
+    def run(
+        self, stage, *, criticals=(), log=(), before=None, adds=None, elsewhere=False, **options
+    ):
         """Presses the default button of every page and sheet until the installer has ended.
 
         `criticals` are the critical sheets, in order; `log` are lines of the log, among others;
-        `before` are actions by the place whose button they come before. Nothing may change but
-        what belongs to the installer, unless something is done `elsewhere`. Returns the whole log.
+        `before` maps places to actions to take there before the button is pressed; `adds` is
+        exactly what the run must add to the stage. Only the installer's own places may change,
+        unless the test itself changes something `elsewhere`. Returns the whole log.
         """
+        files = self.snapshot(stage)
         untouched = contextlib.nullcontext() if elsewhere else self.untouched_elsewhere(stage)
         with untouched, self.launch(stage, **options) as installer:
             installer.walk_to_the_end(before, self.patience)
             lines = installer.log
         assert log_lines.criticals(lines) == list(criticals)
         log_lines.expect_log(lines, log)
+        if adds is not None:
+            expectations.expect_files(stage, {**files, **adds})
+            expectations.expect_opened(stage, [] if criticals else [stage.demo_set])
         return lines
 
     @contextlib.contextmanager

@@ -84,13 +84,3 @@ def placed(snapshot, folder):
     found = {parent: FOLDER for parent in [folder, *folder.parents] if parent != Path(".")}
     found.update({folder / path: item for path, item in snapshot.items()})
     return found
-
-
-def differences(expected, actual):
-    """One line for each path at which the two differ."""
-    lines = []
-    for path in sorted(expected.keys() | actual.keys()):
-        wanted, found = expected.get(path, "nothing"), actual.get(path, "nothing")
-        if wanted != found:
-            lines.append(f"{path}: expected {wanted}, found {found}")
-    return lines

@@ -8,7 +8,7 @@ import pytest
 
 import pages
 import snapshot
-from expectations import expect_files, expect_opened, installed
+from expectations import installed
 from log_lines import failed_line, refused_line
 from scenario import Scenario
 
@@ -51,12 +51,9 @@ class TestBadArchives(Scenario):
         path = self.copy_bundle() / archive
         path.write_bytes(path.read_bytes()[:20]) if is_there else path.unlink()
         stage = self.make_stage()
-        before = self.snapshot(stage)
-        self.run(stage, criticals=criticals, log=log)
         made = [place.relative_to(stage.root) for place in (stage.utilities, stage.shared_data)]
         added = {**installed(whole, stage, **{piece: None}), **dict.fromkeys(made, snapshot.FOLDER)}
-        expect_files(stage, {**before, **added})
-        expect_opened(stage, [])
+        self.run(stage, criticals=criticals, log=log, adds=added)
 
     @pytest.mark.parametrize(
         ("missing", "message"),
@@ -68,10 +65,7 @@ class TestBadArchives(Scenario):
     def test_suite_that_lacks_something(self, missing, message):
         remove_from_archive(self.copy_bundle() / "morvella.zip", missing)
         stage = self.make_stage()
-        before = self.snapshot(stage)
-        self.run(stage, criticals=[message])
-        expect_files(stage, {**before, **installed(self.bundle, stage)})
-        expect_opened(stage, [])
+        self.run(stage, criticals=[message], adds=installed(self.bundle, stage))
 
 
 def remove_from_archive(archive, item):
@@ -118,22 +112,20 @@ class TestHostileArchives(Scenario):
     def test_entries_that_are_refused(self, names, links, unpacked):
         self.add(names, links)
         stage = self.make_stage()
-        before = self.snapshot(stage)
-        self.run(stage, criticals=[pages.NO_UTILITIES, pages.NO_USER_FILES], log=REFUSED)
         places = [stage.user_library, stage.utilities, stage.shared_data]
-        added = {
+        planted = {
             (place / name.replace("TOP", top)).relative_to(stage.root): item
             for place, top in zip(places, TOPS.values())
             for name, item in unpacked.items()
         }
-        expect_files(stage, {**before, **installed(self.original, stage), **added})
+        criticals = [pages.NO_UTILITIES, pages.NO_USER_FILES]
+        added = {**installed(self.original, stage), **planted}
+        self.run(stage, criticals=criticals, log=REFUSED, adds=added)
         assert {path.name for path in self.folder.iterdir()} == {"stage", self.bundle.name}
 
     def expect_installed(self):
         stage = self.make_stage()
-        before = self.snapshot(stage)
-        self.run(stage)
-        expect_files(stage, {**before, **installed(self.bundle, stage)})
+        self.run(stage, adds=installed(self.bundle, stage))
 
     def test_names_of_255_bytes_and_in_another_encoding(self):
         self.add(["TOP/" + 255 * "x", "TOP/" + 85 * "キ", "TOP/Ger?t.txt"])

@@ -18,10 +18,10 @@ POINTS = 60
 
 
 class TestKilled(Scenario):
-    """The installer is killed before every single change that a run makes on the stage.
+    """The installer is killed before each change that a run makes on the stage, and run again.
 
-    Then it is run again. Nothing of the user's is lost, and the second run is complete. A
-    running archiver is killed too every second time; otherwise it finishes.
+    No file of the user's is lost, and the second run is complete. Every second time a running
+    archiver is killed too; otherwise it finishes.
     """
 
     @pytest.mark.sweep
@@ -33,7 +33,7 @@ class TestKilled(Scenario):
         assert change > POINTS, "a run makes fewer changes than there are points"
 
     def kill_before(self, change):
-        """Whether there are so many changes."""
+        """Returns whether the run makes so many changes."""
         stage = self.make_stage(f"stage {change}", previous=True, demo=False)
         for number in range(OWN_FILES):
             own = stage.destination / f"My Patches/Take {number}.wav"
@@ -43,7 +43,6 @@ class TestKilled(Scenario):
         with self.launch(stage, gate=gate) as installer:
             installer.begin_installation()
             installer.perform("Continue", at=PREVIOUS_INSTALLATION)
-
             installer.wait_for_state(
                 lambda state: gate.is_holding or (rests(state) and state.place == FINISH),
                 f"change {change}",
@@ -57,21 +56,15 @@ class TestKilled(Scenario):
             kill(archiver)
         gate.open()
         wait_until(lambda: all(map(has_ended, archiver)), "the archiver to end")
-        self.expect_complete_backups(stage, before)
-        expect_nothing_lost(stage, before)
-        self.run(stage)
-        expect_nothing_lost(stage, before)
-        self.expect_installed(stage)
-        return True
-
-    def expect_complete_backups(self, stage, before):
-        """Whatever is named like a backup holds the whole old installation."""
+        # Every file named like a backup must be a complete one.
         old = snapshot.below(before, stage.destination.relative_to(stage.root))
         for backup in expectations.backups(stage):
             assert snapshot.of_archive(backup) == snapshot.placed(old, Path("Morvella"))
-
-    def expect_installed(self, stage):
+        expect_nothing_lost(stage, before)
+        self.run(stage)
+        expect_nothing_lost(stage, before)
         suite = snapshot.below(expectations.suite(self.bundle), Path("Morvella"))
         assert suite == snapshot.of_folder(stage.destination)
         utility = snapshot.of_archive(self.bundle / "Resources/Tressimo.zip")
         assert utility == snapshot.of_folder(stage.utilities)
+        return True

@@ -85,16 +85,18 @@ class Pages(Scenario):
 class TestPages(Pages):
     def test_from_the_first_to_the_last(self):
         stage = self.make_stage()
-        gate = self.hold(stage)
-        with self.launch(stage, gate=gate) as installer:
+        with self.launch(stage, gate=self.hold(stage)) as installer:
             for page in pages.WAY:
                 if page.title == pages.INSTALLATION:
-                    gate.wait()
+                    installer.gate.wait()
                 else:
                     installer.wait_for(page.title)
                 self.expect_page(installer, page.title)
                 self.expect_picture(installer, page.picture)
-                gate.open() if page.title == pages.INSTALLATION else installer.perform(page.button)
+                if page.button:
+                    installer.perform(page.button)
+                else:
+                    installer.gate.open()
             installer.expect_end()
 
     def test_tab_leads_to_the_first_control(self):
@@ -167,29 +169,27 @@ class TestPages(Pages):
 class TestPreviousInstallation(Pages):
     def test_indicator_turns_while_the_backup_is_written(self):
         stage = self.make_stage(previous=True)
-        gate = self.hold(stage)
-        with self.launch(stage, gate=gate) as installer:
+        with self.launch(stage, gate=self.hold(stage)) as installer:
             installer.begin_installation()
             state = installer.wait_for(pages.PREVIOUS_INSTALLATION)
             assert not state.sheets[-1]["critical"]
             assert state.view.lines == previous_installation("still, hidden")
             self.expect_page(installer, pages.INSTALLATION, ASKS)
             installer.perform("Continue")
-            gate.wait()
+            installer.gate.wait()
             state = installer.state()
             assert state.view.lines == previous_installation("turning")
-            gate.open()
+            installer.gate.open()
             installer.finish()
 
     def test_critical_sheet_comes_on_top_of_it(self):
         """The question stays until the work that its answer started is done."""
         self.replace_archiver("exit 7")
         stage = self.make_stage(previous=True)
-        gate = self.hold(stage)
-        with self.launch(stage, gate=gate) as installer:
+        with self.launch(stage, gate=self.hold(stage)) as installer:
             installer.begin_installation()
             installer.perform("Continue", at=pages.PREVIOUS_INSTALLATION)
-            gate.wait()
+            installer.gate.wait()
             state = installer.state()
             expect_critical_sheet(state, pages.NO_BACKUP)
             below, _ = state.sheets

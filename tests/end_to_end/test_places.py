@@ -42,9 +42,7 @@ class TestFonts(Scenario):
             re.compile(r"Can't find font in the users' fonts library:(?!\(null\)).+"),
             "Couldn't install fonts.",
         ]
-        before = self.snapshot(stage)
-        self.run(stage, log=log)
-        expect_files(stage, {**before, **installed(self.bundle, stage, with_fonts=False)})
+        self.run(stage, log=log, adds=installed(self.bundle, stage, with_fonts=False))
 
 
 class TestApplications(Scenario):
@@ -52,36 +50,31 @@ class TestApplications(Scenario):
         stage = self.make_stage()
         user = ordinary_user(stage.root)
         stage.applications.chmod(0o555)
-        before = self.snapshot(stage)
         failed = r"Creating Morvella folder in /Applications failed with error: (?!\(null\)).+"
         log = [re.compile(failed), refused_line("Tressimo.zip"), failed_line("Tressimo.zip")]
-        self.run(stage, criticals=[pages.NO_APPLICATIONS, pages.NO_UTILITIES], log=log, user=user)
-        expect_files(stage, {**before, **installed(self.bundle, stage, utilities_to=None)})
+        criticals = [pages.NO_APPLICATIONS, pages.NO_UTILITIES]
+        added = installed(self.bundle, stage, utilities_to=None)
+        self.run(stage, criticals=criticals, log=log, user=user, adds=added)
 
 
 class TestSharedData(Scenario):
     """Something already exists where the shaders go."""
-
-    def expect_shaders(self, stage, to, **options):
-        before = self.snapshot(stage)
-        self.run(stage, **options)
-        expect_files(stage, {**before, **installed(self.bundle, stage, shaders_to=to)})
 
     @pytest.mark.parametrize("name", ["Morvella", "Morvella/Own.fs"])
     def test_existing_file_or_folder_is_left_alone(self, name):
         stage = self.make_stage()
         (stage.shared / name).parent.mkdir(exist_ok=True)
         (stage.shared / name).write_text("a file of the user's own\n")
-        self.expect_shaders(stage, to=None)
+        self.run(stage, adds=installed(self.bundle, stage, shaders_to=None))
 
     def test_dangling_link_is_no_folder_to_write_to(self):
         stage = self.make_stage()
         stage.shared_data.symlink_to(stage.documents / "Not There")
-        to = stage.documents / "Morvella"
         folder = r"Couldn't create shared folder\(.*Shared/Morvella/?\), error:(?!\(null\)).+"
         # The error of the folder that could not be created still stands.
         documents = r"Couldn't access documents folder, error:(?!\(null\)).+"
-        self.expect_shaders(stage, to, log=[re.compile(folder), re.compile(documents)])
+        added = installed(self.bundle, stage, shaders_to=stage.documents / "Morvella")
+        self.run(stage, log=[re.compile(folder), re.compile(documents)], adds=added)
 
 
 class TestTrash(Scenario):

@@ -129,16 +129,15 @@ class TestDeliberatePresses(Scenario):
 class TestPressesTooEarly(Scenario):
     def test_while_it_installs_and_as_the_last_page_comes(self):
         stage = self.make_stage()
-        gate = self.hold(stage)
-        with self.launch(stage, gate=gate) as installer:
+        with self.launch(stage, gate=self.hold(stage)) as installer:
             installer.go_to(pages.SETTINGS)
             # Where "Finish" will be.
             place = installer.place_of(installer.state().view.control(BUTTONS[pages.SETTINGS]))
             installer.perform(BUTTONS[pages.SETTINGS])
-            gate.wait()
+            installer.gate.wait()
             self.display.click(*place)
             self.display.key("Return")
-            gate.open()
+            installer.gate.open()
             installer.wait_for_state(lambda state: state.page == pages.FINISH, pages.FINISH)
             self.display.key("Return")
             self.display.click(*place)

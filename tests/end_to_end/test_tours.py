@@ -14,9 +14,8 @@ class TestTours(Scenario):
         interface: it is compared as a whole."""
         stage = self.make_stage(**options)
         shown = {}
-        gate = self.hold(stage)
-        with self.launch(stage, gate=gate) as installer:
-            tour = Tour(installer, gate, shown.__setitem__)
+        with self.launch(stage, gate=self.hold(stage)) as installer:
+            tour = Tour(installer, shown.__setitem__)
             tour.walk()
             tour.expect_complete()
             found = installer.log

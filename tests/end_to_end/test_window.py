@@ -52,12 +52,11 @@ class TestClosingTheWindow(Scenario):
     def test_installation_page(self):
         """The window closes once the installation has ended; everything installed stays."""
         stage = self.make_stage()
-        gate = self.hold(stage)
-        with self.launch(stage, gate=gate) as installer:
+        with self.launch(stage, gate=self.hold(stage)) as installer:
             installer.begin_installation()
-            gate.wait()
+            installer.gate.wait()
             self.display.key(CLOSE)
-            gate.open()
+            installer.gate.open()
             installer.expect_end()
         assert stage.opened_documents == []
         assert (stage.destination / ".Morvella.app").exists()

@@ -26,13 +26,10 @@ BACKUP, TRASH, SUITE = "MorvellaBackup", ".local/share/Trash", "Morvella/Sources
 
 
 class Tour:
-    """The installer runs with the environment of `gate`.
+    """`keep(name, picture)` gets a picture of each page and sheet. The installer needs a gate."""
 
-    `keep(name, picture)` is given a picture of each page and sheet.
-    """
-
-    def __init__(self, installer, gate, keep):
-        self.installer, self.gate, self.stage = installer, gate, installer.stage
+    def __init__(self, installer, keep):
+        self.installer, self.gate, self.stage = installer, installer.gate, installer.stage
         self._keep = keep
         self._before = snapshot.of_folder(self.stage.root)
 
@@ -122,7 +119,7 @@ def take(executable, folder, options, pictures):
     with Display() as display, folders.temporary_folder("tour") as work:
         gate = Gate(work / "gate", stage)
         with Installer(display, executable.parent, stage, gate=gate) as installer:
-            tour = Tour(installer, gate, keep)
+            tour = Tour(installer, keep)
             try:
                 tour.walk()
             finally:
