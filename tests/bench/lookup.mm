@@ -27,10 +27,7 @@ long memory(const std::string& name) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    if (argc != 2) {
-        return 2;
-    }
+int main(int /*argc*/, char** argv) {
     NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
     const morvella::getLiveUserLib lookup(morvella::cocoaPlatform());
     int32_t status = 0;

@@ -14,8 +14,6 @@ from installer import Installer
 from pages import FINISH, SETTINGS
 from waiting import wait_until
 
-# How often the screen is polled, in seconds. It is in shared memory, so this asks no other process.
-LOOK = 0.002
 BUNDLE = "Morvella Installer.app"
 
 
@@ -43,7 +41,8 @@ class Screen:
         return all(self._display.picture(area) == picture for area, picture in self._pictures)
 
     def wait(self, what):
-        wait_until(self.is_shown, what, seconds=600, interval=LOOK)
+        # Polling this often is cheap, because the screen is in shared memory.
+        wait_until(self.is_shown, what, seconds=600, interval=0.002)
 
 
 class Start:

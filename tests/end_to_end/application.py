@@ -87,11 +87,12 @@ class Application:
     def wait_for_end(self, seconds=PATIENCE):
         """Waits until the process and its children have ended; returns the exit status."""
         self.wait(lambda: self.process.poll() is not None, "its end", seconds)
-        wait_until(lambda: not self._has_left_others(), "the end of what it started", seconds)
+        wait_until(lambda: not self.has_left_others(), "the end of what it started", seconds)
         return self.process.returncode
 
-    def _has_left_others(self):
-        """Its children, including the Live application, inherit its environment."""
+    def has_left_others(self):
+        """Whether any process that it started, Live included, still runs; zombies do not count."""
+        # They inherit its environment.
         stage = f"MORVELLA_STAGE={self.stage.root}".encode()
         for environment in Path("/proc").glob("[0-9]*/environ"):
             with suppress(OSError):
@@ -107,15 +108,6 @@ def descendants(process):
     except (FileNotFoundError, ProcessLookupError):
         return []
     return [each for child in map(int, children) for each in [child, *descendants(child)]]
-
-
-def has_ended(process):
-    """A zombie has ended too."""
-    try:
-        status = Path(f"/proc/{process}/stat").read_text()
-    except (FileNotFoundError, ProcessLookupError):
-        return True
-    return status.rpartition(")")[2].split()[0] == "Z"
 
 
 def kill(processes):

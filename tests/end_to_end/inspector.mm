@@ -1,8 +1,6 @@
-// Preloaded into the installer under test: tells a test what the window shows, as JSON text,
-// through a socket, and presses buttons as VoiceOver does. inspector.py is the test's side.
-//
-// It answers whenever the main thread waits, because GNUstep's run loop and everything else that
-// keeps the main thread waiting calls `poll`, which is replaced here.
+// Preloaded into the installer under test. Describes the window to inspector.py as JSON through a
+// socket, and presses buttons as VoiceOver does. It replaces `poll`, which the main thread calls
+// whenever it waits, and answers from there.
 
 #import "description.h"
 
@@ -24,7 +22,7 @@
 
 namespace {
 
-/// Compilers warn of a cast between two signatures, but not by way of this one.
+/// Casting between two signatures through this type avoids a compiler warning.
 using AnyFunction = void (*)();
 
 /// How many actions and children the main thread is waiting for.
@@ -50,7 +48,7 @@ void raiseException(NSProgressIndicator* /*indicator*/, SEL /*selector*/, id /*s
     [NSException raise:NSGenericException format:@"raised for a test"];
 }
 
-/// Stands in for an exception that one of the platform's own classes raises.
+/// Simulates an exception raised by one of the platform's own classes.
 void letIndicatorsRaise() {
     const Method start =
         class_getInstanceMethod([NSProgressIndicator class], @selector(startAnimation:));
@@ -172,8 +170,8 @@ bool waitsForScreen() {
 
 @end
 
-/// Answers when nothing else is to be done. Returns early then: what the answer took from the
-/// connection to the screen lies in a queue, where only the caller looks.
+/// Answers only if no other descriptor is ready, and then returns at once: answering may have moved
+/// events from the X connection into a queue that only the caller checks.
 extern "C" int poll(pollfd* descriptors, nfds_t count, int timeout) {
     if (timeout == 0 || !inspector.isOpenNow() || waitsForScreen()) {
         return wait(descriptors, count, timeout);

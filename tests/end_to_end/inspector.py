@@ -1,4 +1,4 @@
-"""What the installer's window shows, read from inside the process. See inspector.mm."""
+"""Reads what the installer's window shows, from inside its process. See inspector.mm."""
 
 import json
 import shutil
@@ -19,15 +19,13 @@ class Inspector:
         self._folder = self._folder_context.__enter__()
         self._folder.chmod(0o777)  # some installers run as an ordinary user
         self._place = self._folder / "socket"
-        libraries = [self._copy("libinspector.so")]
-        gate = self._gate.environment if self._gate else {}
-        if self._gate:
-            libraries.append(self._copy("libgate.so"))
+        names = ["libinspector.so", "libgate.so"] if self._gate else ["libinspector.so"]
+        libraries = [self._copy(name) for name in names]
         self.environment = {
             "INSPECTOR": str(self._place),
             "LD_PRELOAD": ":".join(libraries),
             "PRELOAD_IN_CHILDREN": ":".join(libraries[1:]),
-            **gate,
+            **(self._gate.environment if self._gate else {}),
         }
         return self
 

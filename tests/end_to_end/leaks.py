@@ -24,17 +24,9 @@ FRAMEWORKS = ROOT / "tests/support/leaks.supp"
 SANITIZER = "detect_leaks=1:fast_unwind_on_malloc=0:malloc_context_size=24"
 
 
-def leaks(report):
-    """The title and the call stack, innermost first, of each direct leak."""
-    for block in re.split(r"\n\s*\n", report):
-        title, *frames = block.strip().split("\n")
-        if title.startswith("Direct leak"):
-            yield title, frames
-
-
-def is_ours(frames, frameworks, sources):
+def is_ours(block, frameworks, sources):
     """Whether the installer's own code allocated the block, not a framework's call on its own."""
-    for frame in frames[1:]:  # The first is the sanitizer's.
+    for frame in block.split("\n")[2:]:  # Below the title and the sanitizer's own frame.
         if any(name in frame for name in frameworks):
             return False
         if f"{sources}/" in frame:
@@ -66,12 +58,13 @@ def main():
     frameworks = re.findall(r"^leak:(.+)$", FRAMEWORKS.read_text(), re.MULTILINE)
     with folders.temporary_folder("leaks") as folder:
         report = take_tour(options.executable.resolve(), folder)
-    found = list(leaks(report))
+    blocks = re.split(r"\n\s*\n", report)
+    found = [block.strip() for block in blocks if block.strip().startswith("Direct leak")]
     if not found:
         sys.exit("The sanitizer reported nothing at all, not even the leaks of the frameworks.")
-    own = [block for block in found if is_ours(block[1], frameworks, options.sources)]
-    for title, frames in own:
-        print(title, *frames, "", sep="\n")
+    own = [block for block in found if is_ours(block, frameworks, options.sources)]
+    for block in own:
+        print(block, end="\n\n")
     print(f"{len(found) - len(own)} leaks of frameworks, {len(own)} of the installer")
     sys.exit(1 if own else 0)
 

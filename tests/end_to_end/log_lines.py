@@ -69,6 +69,4 @@ def expect_log(log, lines):
     for wanted in lines:
         is_pattern = isinstance(wanted, re.Pattern)
         found = any(wanted.fullmatch(line) if is_pattern else wanted == line for line in rest)
-        assert found, f"the log lacks {wanted!r} after the lines expected before it:\n" + "\n".join(
-            log
-        )
+        assert found, "\n".join([f"{wanted!r} is missing or out of order in the log:", *log])

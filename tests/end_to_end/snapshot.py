@@ -62,9 +62,7 @@ def _name(entry):
 def moved(snapshot, source, target):
     """The snapshot as it looks when everything at and below `source` has moved to `target`."""
     return {
-        target / path.relative_to(source)
-        if path == source or source in path.parents
-        else path: item
+        target / path.relative_to(source) if path.is_relative_to(source) else path: item
         for path, item in snapshot.items()
     }
 

@@ -28,10 +28,6 @@ LIBRARY_CFG = """<?xml version="1.0" encoding="UTF-8"?>
 \t\t\t\t<ProjectName Value="Rehearsal Takes" />
 \t\t\t\t<ProjectPath Value="{home}/Music/Sessions" />
 \t\t\t</LibraryProject>
-\t\t\t<LibraryProject Id="1">
-\t\t\t\t<ProjectName Value="Sampled Strings" />
-\t\t\t\t<ProjectPath Value="/Volumes/Sample Disk" />
-\t\t\t</LibraryProject>
 \t\t</LibraryProjects>
 \t\t<UserLibrary>
 \t\t\t<LibraryProject Id="0">

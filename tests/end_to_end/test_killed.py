@@ -5,7 +5,7 @@ import pytest
 
 import expectations
 import snapshot
-from application import descendants, has_ended, kill
+from application import descendants, kill
 from installer import rests
 from pages import FINISH, PREVIOUS_INSTALLATION
 from scenario import Scenario, expect_nothing_lost
@@ -55,7 +55,7 @@ class TestKilled(Scenario):
         if change % 2 == 0:
             kill(archiver)
         gate.open()
-        wait_until(lambda: all(map(has_ended, archiver)), "the archiver to end")
+        wait_until(lambda: not installer.has_left_others(), "the archiver to end")
         # Every file named like a backup must be a complete one.
         old = snapshot.below(before, stage.destination.relative_to(stage.root))
         for backup in expectations.backups(stage):

@@ -106,10 +106,8 @@ class TestDeliberatePresses(Scenario):
 
     def test_without_a_time_counts(self):
         with self.launch(self.make_stage()) as installer:
-            for page, following in (
-                (pages.WELCOME, pages.LICENCE),
-                (pages.LICENCE, pages.SETTINGS),
-            ):
+            steps = [(pages.WELCOME, pages.LICENCE), (pages.LICENCE, pages.SETTINGS)]
+            for page, following in steps:
                 installer.wait_for(page)
                 state = installer.wait_to_press()
                 self.display.send_key(state.window, "Return")

@@ -8,10 +8,8 @@ from tour import Tour
 
 class TestTours(Scenario):
     def take(self, *shown_between, before=None, log=(), **options):
-        """Takes a tour, which must show all pages and `shown_between` before the page `before`.
-
-        `log` are the lines between those of the start and those of the installation. The log is an
-        interface: it is compared as a whole."""
+        """The tour must show all pages, and `shown_between` before the page `before`. Its whole log
+        is compared; `log` are the lines between the start and the installation."""
         stage = self.make_stage(**options)
         shown = {}
         with self.launch(stage, gate=self.hold(stage)) as installer:

@@ -109,26 +109,24 @@ class Tour:
         expectations.expect_opened(stage, [stage.demo_set] if stage.demo and not asked else [])
 
 
-def take(executable, folder, options, pictures):
-    """Makes a stage in `folder` and takes the tour that the options ask for."""
-    stage = stages.make(folder, **stages.chosen(options))
-
-    def keep(name, picture):
-        picture.save(pictures / f"{name}.png")
-
-    with Display() as display, folders.temporary_folder("tour") as work:
-        gate = Gate(work / "gate", stage)
-        with Installer(display, executable.parent, stage, gate=gate) as installer:
-            tour = Tour(installer, keep)
-            try:
-                tour.walk()
-            finally:
-                print("The installer's log:")
-                print("".join(f"    {line}\n" for line in installer.output.splitlines()))
-            tour.expect_complete()
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("executable", type=Path, help="the installer to run")
+    parser.add_argument("stage", type=Path, help="where to make the stage; must be new or empty")
+    parser.add_argument("pictures", type=Path, help="the folder for the pictures; emptied first")
+    stages.add_options(parser)
+    options = parser.parse_args()
+    bundle, pictures = options.executable.resolve().parent, options.pictures.resolve()
+    shutil.rmtree(pictures, ignore_errors=True)
+    pictures.mkdir(parents=True)
+    try:
+        stage = stages.make(options.stage, **stages.chosen(options))
+        take(bundle, stage, lambda name, picture: picture.save(pictures / f"{name}.png"))
+    except (AssertionError, ValueError) as problem:
+        sys.exit(f"The tour failed: {problem}")
     print("Installed:")
     tops = [stage.user_library, stage.utilities, stage.shared_data]
-    for top in [*tops, *(stage.fonts / font for font in expectations.fonts(executable.parent))]:
+    for top in [*tops, *(stage.fonts / font for font in expectations.fonts(bundle))]:
         for path in [top, *sorted(top.rglob("*"))]:
             print(f"    {path.relative_to(stage.root)}{'/' if path.is_dir() else ''}")
     print(f"Stage: {stage.root}")
@@ -136,19 +134,17 @@ def take(executable, folder, options, pictures):
     print("The tour is complete: everything is installed and verified.")
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("executable", type=Path, help="the installer to run")
-    parser.add_argument("stage", type=Path, help="where to make the stage; must be new or empty")
-    parser.add_argument("pictures", type=Path, help="the folder for the pictures, made anew")
-    stages.add_options(parser)
-    options = parser.parse_args()
-    shutil.rmtree(options.pictures, ignore_errors=True)
-    options.pictures.mkdir(parents=True)
-    try:
-        take(options.executable.resolve(), options.stage, options, options.pictures.resolve())
-    except (AssertionError, ValueError) as problem:
-        sys.exit(f"The tour failed: {problem}")
+def take(bundle, stage, keep):
+    with Display() as display, folders.temporary_folder("tour") as work:
+        gate = Gate(work / "gate", stage)
+        with Installer(display, bundle, stage, gate=gate) as installer:
+            tour = Tour(installer, keep)
+            try:
+                tour.walk()
+            finally:
+                print("The installer's log:")
+                print("".join(f"    {line}\n" for line in installer.output.splitlines()))
+            tour.expect_complete()
 
 
 if __name__ == "__main__":

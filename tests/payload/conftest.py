@@ -89,8 +89,10 @@ def check(*arguments):
     )
 
 
-def findings(folder, kind="error"):
-    """What the check says about the payload in the folder; any error makes it fail."""
+def findings(folder, payload=None, kind="error"):
+    """What the check says about the payload, once written; any error must make it fail."""
+    if payload:
+        payload.write(folder)
     run = check(folder)
     lines = run.stdout.splitlines()
     errors = any(line.startswith("error: ") for line in lines)

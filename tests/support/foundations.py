@@ -15,8 +15,7 @@ def display():
     command = [sys.executable, "-B", "-c", DISPLAY]
     ran = subprocess.run(command, cwd=TESTS / "end_to_end", capture_output=True, text=True)
     if ran.returncode != 0:
-        return f"no display can be started (xvfb, openbox): {ran.stderr.strip().splitlines()[-1]}"
-    return None
+        fail(f"no display can be started (xvfb, openbox): {ran.stderr.strip().splitlines()[-1]}")
 
 
 def sanitizer(folder):
@@ -24,29 +23,31 @@ def sanitizer(folder):
     command = ["clang++", "-g", "-fsanitize=address", "-x", "c++", "-", "-o", program]
     built = subprocess.run(command, input=BAD_PROGRAM, capture_output=True, text=True)
     if built.returncode != 0:
-        return "clang cannot build with the address sanitizer (libclang-rt-dev)"
+        fail("clang cannot build with the address sanitizer (libclang-rt-dev)")
     report = subprocess.run([program], capture_output=True, text=True).stderr
     program.unlink()
     if " in main " not in report:
-        return "the address sanitizer cannot name functions: it finds no llvm-symbolizer (llvm)"
-    return None
+        fail("the address sanitizer cannot name functions: it finds no llvm-symbolizer (llvm)")
 
 
 def ordinary_user(folder):
     """Permissions do not stop root, so it runs some tests as another user."""
     if os.geteuid() != 0:
-        return None
+        return
     try:
         ran = subprocess.run(["test", "-x", folder], user=NOBODY, group=NOBODY, extra_groups=[])
     except OSError:
-        return f"root cannot become user {NOBODY}; run the tests as an ordinary user"
+        fail(f"root cannot become user {NOBODY}; run the tests as an ordinary user")
     if ran.returncode != 0:
-        return f"user {NOBODY} cannot enter {folder}; set TMPDIR to a folder that everybody can"
-    return None
+        fail(f"user {NOBODY} cannot enter {folder}; set TMPDIR to a folder that everybody can")
 
 
 def require(folder):
     """Exits with one sentence that names what is missing."""
-    for missing in (display(), sanitizer(folder), ordinary_user(folder)):
-        if missing:
-            sys.exit(f"script/test: {missing}")
+    display()
+    sanitizer(folder)
+    ordinary_user(folder)
+
+
+def fail(problem):
+    sys.exit(f"script/test: {problem}")

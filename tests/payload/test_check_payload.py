@@ -1,9 +1,9 @@
-"""What script/check-payload refuses, notes and accepts in any archive."""
+"""What script/check-payload refuses, notes and accepts."""
 
 import zipfile
 
 import pytest
-from conftest import FILE, FOLDER, LINK, SHADERS, SUITE, UTILITY, check, findings
+from conftest import FILE, FOLDER, LINK, SHADERS, SUITE, UTILITY, check, findings, information
 
 FIFO = 0o010644
 
@@ -68,17 +68,12 @@ REFUSED = [
 ]
 
 
-def add(folder, payload, entries):
-    for entry in entries:
-        payload.add(SHADERS, *entry)
-    payload.write(folder)
-
-
 @pytest.mark.filterwarnings("ignore:Duplicate name")
 @pytest.mark.parametrize("entries, error", REFUSED, ids=[error for _, error in REFUSED])
 def test_refuses_entries(folder, payload, entries, error):
-    add(folder, payload, entries)
-    assert findings(folder) == [f"ISF.zip: {error}"]
+    for entry in entries:
+        payload.add(SHADERS, *entry)
+    assert findings(folder, payload) == [f"ISF.zip: {error}"]
 
 
 @pytest.mark.parametrize(
@@ -111,8 +106,9 @@ ACCEPTED = {
 
 @pytest.mark.parametrize("entries", ACCEPTED.values(), ids=ACCEPTED)
 def test_accepts(folder, payload, entries):
-    add(folder, payload, entries)
-    assert findings(folder) == []
+    for entry in entries:
+        payload.add(SHADERS, *entry)
+    assert findings(folder, payload) == []
 
 
 def test_accepts_utf8_names_without_the_flag(folder, payload, monkeypatch):
@@ -129,9 +125,8 @@ def test_accepts_utf8_names_without_the_flag(folder, payload, monkeypatch):
 def test_notes_leftovers(folder, payload):
     payload.add(SHADERS, "__MACOSX/ISF/._Dariwent")
     payload.add(SHADERS, "ISF/.DS_Store")
-    payload.write(folder)
-    assert findings(folder) == []
-    assert findings(folder, "note") == [
+    assert findings(folder, payload) == []
+    assert findings(folder, kind="note") == [
         'ISF.zip: 1 entries are "__MACOSX" leftovers',
         'ISF.zip: 1 entries are ".DS_Store" leftovers',
     ]
@@ -141,12 +136,10 @@ def test_notes_leftovers(folder, payload):
 def test_notes_more_entries_than_the_pipe_has_room_for(folder, payload, entries, noted):
     for number in range(entries - len(payload.archives[SHADERS])):
         payload.add(SHADERS, f"ISF/Standard/{number}.fs")
-    payload.write(folder)
-    assert findings(folder) == []
-    notes = findings(folder, "note")
-    assert [note.startswith(f"ISF.zip: if all {entries} entries fail, ") for note in notes] == [
-        True
-    ] * noted
+    assert findings(folder, payload) == []
+    notes = findings(folder, kind="note")
+    assert len(notes) == noted
+    assert all(note.startswith(f"ISF.zip: if all {entries} entries fail, ") for note in notes)
 
 
 def test_refuses_a_missing_archive(folder, payload):
@@ -187,3 +180,56 @@ def test_refuses_encryption(folder, payload):
     content[content.index(b"PK\x01\x02") + 8] |= 1
     (folder / SHADERS).write_bytes(content)
     assert findings(folder) == ['ISF.zip: "ISF/Dariwent/Ripple.fs" is encrypted']
+
+
+APPLICATION = "Morvella/Morvella.app/"
+DEVICE = "Morvella/Sources/Vellicor.amxd"
+INFORMATION = "Tressimo.app/Contents/Info.plist"
+PROGRAM = "Tressimo.app/Contents/MacOS/Tressimo"
+BUNDLES = "application bundles at its top, not one"
+
+# How a sound payload is spoilt, and the error.
+SPOILT = [
+    (lambda p: p.drop(SUITE, APPLICATION), f'morvella.zip: "{APPLICATION}" is missing'),
+    # The name in another case.
+    (
+        lambda p: p.rename(SUITE, "Morvella.app", "morvella.app"),
+        f'morvella.zip: "{APPLICATION}" is missing',
+    ),
+    (lambda p: p.drop(SUITE, DEVICE), f'morvella.zip: "{DEVICE}" is missing'),
+    (lambda p: p.rename(SUITE, DEVICE, f"{DEVICE}/x"), f'morvella.zip: "{DEVICE}" is missing'),
+    (lambda p: p.replace(SUITE, DEVICE, b""), f'morvella.zip: "{DEVICE}" is empty'),
+    (lambda p: p.add(SUITE, "x"), 'morvella.zip: "x" lies beside the top folder "Morvella"'),
+    (lambda p: p.rename(UTILITY, "Tressimo.app", "x"), f"Tressimo.zip: holds 0 {BUNDLES}"),
+    (lambda p: p.add(UTILITY, "x.app/y"), f"Tressimo.zip: holds 2 {BUNDLES}"),
+    # A file instead of the bundle.
+    (
+        lambda p: p.replace(UTILITY, "Tressimo.app", b"x"),
+        'Tressimo.zip: "Tressimo.app/" is missing',
+    ),
+    (lambda p: p.drop(UTILITY, INFORMATION), f'Tressimo.zip: "{INFORMATION}" is missing'),
+    (
+        lambda p: p.replace(UTILITY, INFORMATION, information("")),
+        f'Tressimo.zip: "{INFORMATION}" names no CFBundleExecutable',
+    ),
+    (lambda p: p.drop(UTILITY, PROGRAM), f'Tressimo.zip: "{PROGRAM}" is missing'),
+    (
+        lambda p: p.replace(UTILITY, PROGRAM, b"x"),
+        f'Tressimo.zip: "{PROGRAM}" is not executable',
+    ),
+    (lambda p: p.add(UTILITY, "x"), 'Tressimo.zip: "x" lies beside the top folder "Tressimo.app"'),
+    (lambda p: p.drop(SHADERS, "ISF/Dariwent"), 'ISF.zip: "ISF/Dariwent/" is missing'),
+    (lambda p: p.drop(SHADERS, "ISF/Standard"), 'ISF.zip: "ISF/Standard/" is missing'),
+]
+
+
+@pytest.mark.parametrize("spoil, error", SPOILT)
+def test_refuses_contents(folder, payload, spoil, error):
+    spoil(payload)
+    assert findings(folder, payload) == [error]
+
+
+def test_refuses_damaged_information(folder, payload):
+    payload.replace(UTILITY, INFORMATION, b"<plist>")
+    (error,) = findings(folder, payload)
+    assert error.startswith(f'Tressimo.zip: "{INFORMATION}" cannot be read')
