@@ -82,7 +82,7 @@ ReaderOfStandardError& readerOfStandardError() {
         // A handler, unlike SIG_IGN, is not inherited by children.
         static_cast<void>(std::signal(SIGPIPE, [](int) {}));
         constexpr int patienceAtExit = 1000;
-        std::atexit([] { readerOfStandardError().send(patienceAtExit); });
+        static_cast<void>(std::atexit([] { readerOfStandardError().send(patienceAtExit); }));
         return new ReaderOfStandardError;
     }();
     return reader;
