@@ -38,9 +38,10 @@ void record(const std::string& line);
 /// Swizzles a method of `owner` during its lifetime. The owner of a class method is the metaclass.
 class Replaced {
   public:
+    /// `function` may have any signature: all of them convert by way of `void (*)()`.
     template <class Result, class... Arguments>
     Replaced(Class owner, SEL method, Result (*function)(Arguments...))
-        : Replaced(owner, method, reinterpret_cast<IMP>(function)) {}
+        : Replaced(owner, method, reinterpret_cast<IMP>(reinterpret_cast<void (*)()>(function))) {}
     Replaced(Class owner, SEL method, IMP implementation);
     ~Replaced();
     Replaced(const Replaced&) = delete;
