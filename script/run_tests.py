@@ -21,7 +21,7 @@ from roomy_folder import roomy_folder
 RESULTS = Path("build/results")
 FAILED = Path("build/failed-tests")
 RESOURCES = "build/linux/Morvella Installer.app/Resources"
-# Debian's own Python has Debian's pytest.
+# Debian's pytest belongs to Debian's Python, which runs this script.
 PYTEST = [sys.executable, "-B", "-m", "pytest", "-q", "-n", str(os.cpu_count() + 1)]
 SCRIPT_TESTS = [f"tests/{name}" for name in ("archiver", "interface_file", "payload", "sources")]
 END_TO_END = "end-to-end tests"
@@ -46,7 +46,7 @@ def googletest_cases(output):
 
 
 def cases(report):
-    """(name, problem) of every test: Suite.Name, a pytest node, or a program without such tests."""
+    """(name, problem) of every test. A name is Suite.Name, a pytest node ID or a program's."""
     for case in ElementTree.parse(report).iter("testcase"):
         why, name = problem(case), case.get("name")
         folders = case.get("classname", "").split(".")
@@ -79,7 +79,7 @@ class Run:
         if report:
             found = list(cases(report)) if report.exists() else []
             self.matched |= bool(found)
-            nothing_selected = status in (0, 5)  # 5 comes from pytest
+            nothing_selected = status in (0, 5)  # pytest's status if it selected no test is 5
             empty = may_be_empty and nothing_selected and report.exists() and not found
             if not empty and (not found or (status and not any(why for _, why in found))):
                 found.append((name, status or "no test ran"))
@@ -100,7 +100,7 @@ class Run:
 def unit_tests(run, name, *selection, **options):
     report = (RESULTS / f"{name.replace(' ', '-')}.xml").absolute()
     command = ["ctest", "--preset", "linux-tests", "--output-junit", report, *selection]
-    # The tests are counted from the programs' output.
+    # The tests are counted in the programs' output, so it must be complete.
     command += ["--test-output-size-passed", "9999999", "--test-output-size-failed", "9999999"]
     run.part(name, command, report=report, **options)
 
@@ -124,12 +124,12 @@ BUILD = [
 
 
 def checks(run):
-    """Other releases have other versions of these tools, with different rules."""
+    """Checks the format and runs clang-tidy only on Debian 12: other versions have other rules."""
     if platform.freedesktop_os_release().get("VERSION_ID") == "12":
         run.part("format", ["script/format", "--check"])
         run.part("clang-tidy", ["script/tidy", "--configured"])
     else:
-        print("== format and clang-tidy: not checked here, only with Debian 12's versions of them")
+        print("== format and clang-tidy: not checked here, only on Debian 12")
     python_tests(run, "tests of the scripts", SCRIPT_TESTS)
 
 

@@ -28,7 +28,7 @@ TEST_F(AwakeTest, StaysAwakeWhileItInstalls) {
     EXPECT_FALSE(application.isActive());
 }
 
-TEST_F(AwakeTest, MaySleepAfterAnInstallationThatFailed) {
+TEST_F(AwakeTest, MaySleepAfterAFailedInstallation) {
     tasks.archives.clear();
     controller.doInstallViewAppeared();
     EXPECT_GT(changes, 4);

@@ -25,7 +25,7 @@ TEST_F(AlertSheetsTest, TerminationQuitsOnlyWhenAnsweredWhateverTheAnswer) {
     }
 }
 
-TEST_F(AlertSheetsTest, EachSheetHoldsTheControllerUntilAnswered) {
+TEST_F(AlertSheetsTest, EachSheetRetainsTheControllerUntilAnswered) {
     const long before = viewController.object.use_count();
     controller.terminateAppWithAlertSheet("Install failed");
     EXPECT_GT(viewController.object.use_count(), before);
@@ -44,7 +44,7 @@ TEST_F(AlertSheetsTest, TerminationCanBeRequestedAgainWhileASheetIsUp) {
     EXPECT_EQ(window->sheetsWaiting(), 2U);
 }
 
-TEST_F(AlertSheetsTest, UnknownStateLogsTwoLinesAndShowsTwoLines) {
+TEST_F(AlertSheetsTest, UnknownStateLogsTwiceAndShowsASheetWithTwoLines) {
     controller.unknownStateReached();
     expectEverything({
         "log: unknown state reached.",
@@ -56,7 +56,7 @@ TEST_F(AlertSheetsTest, UnknownStateLogsTwoLinesAndShowsTwoLines) {
     });
 }
 
-TEST_F(AlertSheetsTest, ExistingInstallationAsksWithThreeButtonsAndLogsNothing) {
+TEST_F(AlertSheetsTest, ExistingInstallationSheetHasThreeButtonsAndLogsNothing) {
     controller.alertSheet();
     expectEverything({
         "window: made key by controller",
@@ -65,13 +65,13 @@ TEST_F(AlertSheetsTest, ExistingInstallationAsksWithThreeButtonsAndLogsNothing) 
     });
 }
 
-TEST_F(AlertSheetsTest, ExistingInstallationQuitsUnlessToReplaceOrOverwrite) {
+TEST_F(AlertSheetsTest, ExistingInstallationSheetQuitsUnlessAnsweredReplaceOrOverwrite) {
     for (const int response : {1000, 1001, 1002, 1003, 999, 0, -1001}) {
         controller.alertSheet();
         journal.clear();
         window->answer(response);
-        const bool goesOn = response == 1000 || response == 1001;
-        EXPECT_EQ(journal.everything(), goesOn ? "" : lines({quits()})) << response;
+        const bool proceeds = response == 1000 || response == 1001;
+        EXPECT_EQ(journal.everything(), proceeds ? "" : lines({quits()})) << response;
         journal.clear();
     }
 }

@@ -11,8 +11,8 @@ class PageFlowTest : public InstallerTest {
         controller.viewDidAppear();
     }
 
-    /// The user can only quit.
-    void expectToQuit() {
+    /// Answers the sheet, which must quit the installer.
+    void expectAnswerToQuit() {
         window->answer(1000);
         expectEffects({quits()});
     }
@@ -41,7 +41,7 @@ TEST_F(PageFlowTest, LoadingResetsTheStateBeforeItChecksTheResources) {
     expectEffects({});
 }
 
-TEST_F(PageFlowTest, LoadingShowsTheWelcomePageAfterThePassedCheck) {
+TEST_F(PageFlowTest, LoadingShowsTheWelcomePageAfterTheCheckPasses) {
     launchWith("app", "/Kit/");
     bool loadedWhenShown = false;
     viewController.appeared = [&] { loadedWhenShown = controller.resourcesLoaded(); };
@@ -58,7 +58,7 @@ TEST_F(PageFlowTest, InitialViewWithoutResourcesShowsASheetThatQuits) {
     appear(initialView);
     expectEffects({showsCriticalSheet(
         "Installer bundle corrupt, please dowload the installer again or contact support.")});
-    expectToQuit();
+    expectAnswerToQuit();
     EXPECT_EQ(viewController.shown, initialView);
 }
 
@@ -72,7 +72,7 @@ TEST_F(PageFlowTest, NothingHappensOnPagesThatWaitForAButton) {
     expectEverything({});
 }
 
-TEST_F(PageFlowTest, WelcomePageTakesTheLiveApplicationAndWaits) {
+TEST_F(PageFlowTest, WelcomePageReadsTheLiveApplicationAndWaits) {
     launchWith("liveapp", "/Applications/Live.app");
     appear(welcomeView);
     expectEverything({
@@ -86,7 +86,7 @@ TEST_F(PageFlowTest, WelcomePageWithoutLiveApplicationShowsASheetThatQuits) {
     appear(welcomeView);
     expectEffects({noLiveSet});
     EXPECT_EQ(viewController.shown, welcomeView);
-    expectToQuit();
+    expectAnswerToQuit();
 }
 
 TEST_F(PageFlowTest, SettingsPageFindsTheUserLibraryAndEnablesTheNextButton) {
@@ -101,12 +101,12 @@ TEST_F(PageFlowTest, SettingsPageFindsTheUserLibraryAndEnablesTheNextButton) {
     EXPECT_EQ(viewController.shown, settingsView);
 }
 
-TEST_F(PageFlowTest, SettingsPageWithoutUserLibraryShowsASheetAndWaitsForNothing) {
+TEST_F(PageFlowTest, SettingsPageWithoutUserLibraryShowsASheetAndDoesNotWait) {
     controller.setLiveAppPath(text("/Live.app"));
     appear(settingsView);
     expectEffects({"control: User Library label says \"Not found\"",
                    "log: couldn't get usrlib info, status:1", noUserLibrary});
-    expectToQuit();
+    expectAnswerToQuit();
 }
 
 TEST_F(PageFlowTest, InstallationPageStartsTheInstallation) {
@@ -119,10 +119,10 @@ TEST_F(PageFlowTest, InstallationPageStartsTheInstallation) {
 TEST_F(PageFlowTest, UnknownViewShowsTheUnknownStateSheet) {
     appear(makeView("stranger"));
     expectEffects({reachesUnknownState()});
-    expectToQuit();
+    expectAnswerToQuit();
 }
 
-TEST_F(PageFlowTest, APageThatIsNotConnectedIsNotTakenForTheOneShown) {
+TEST_F(PageFlowTest, UnconnectedPagesNeverMatchTheShownView) {
     controller.setInitialView(nullptr);
     controller.setWelcomeView(nullptr);
     controller.setLicenseView(nullptr);
@@ -132,14 +132,14 @@ TEST_F(PageFlowTest, APageThatIsNotConnectedIsNotTakenForTheOneShown) {
     expectEverything({});
 }
 
-TEST_F(PageFlowTest, PagesAreComparedByTheObjectBehindTheHandle) {
+TEST_F(PageFlowTest, PagesAreComparedByIdentityNotByHandle) {
     launchWith("liveapp", "/Live.app");
     appear(std::make_shared<OtherHandle>(welcomeView));
     expectEffects({"log: using live app found at /Live.app"});
 }
 
-/// Uses one view for two neighbouring pages: the first in the fixed order counts.
-TEST_F(PageFlowTest, TheFirstOfTwoEqualPagesCounts) {
+/// Uses one view for two neighbouring pages: the first in the fixed order wins.
+TEST_F(PageFlowTest, TheFirstOfTwoPagesWithTheSameViewWins) {
     controller.setResourcesLoaded(true);
     controller.setWelcomeView(initialView);
     appear(initialView);
@@ -177,7 +177,7 @@ TEST_F(PageFlowTest, EachButtonOnlyShowsTheNextPage) {
     expectEverything({"page: installation page"});
 }
 
-TEST_F(PageFlowTest, DoneButtonWithoutTickOnlyQuitsWithoutSender) {
+TEST_F(PageFlowTest, DoneButtonOnlyQuitsUnlessTheDemoSetIsTicked) {
     for (const ControlState state : {ControlState::off, ControlState::mixed}) {
         openDemoSetCheck->currentState = state;
         controller.installDoneButton();
@@ -185,7 +185,7 @@ TEST_F(PageFlowTest, DoneButtonWithoutTickOnlyQuitsWithoutSender) {
     }
 }
 
-TEST_F(PageFlowTest, DoneButtonWithTickOpensTheDemoSetAndQuitsEvenIfRefused) {
+TEST_F(PageFlowTest, DoneButtonOpensATickedDemoSetAndQuitsEvenIfThatFails) {
     openDemoSetCheck->currentState = ControlState::on;
     controller.setDemoSetPath(text("/Kit/Demo.als"));
     controller.setLiveAppPath(text("/Live.app/Contents/MacOS/Live"));

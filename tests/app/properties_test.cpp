@@ -16,8 +16,8 @@ class PropertiesTest : public ::testing::Test, protected FakePlatform {
     Controller controller{viewController, platform};
     MorvellaInstallerLicenseVC license{platform};
 
-    /// A new value for the property that `get` reads. The properties never look inside a value, so
-    /// any object serves.
+    /// A new value for the property that `get` reads. The properties never dereference a value, so
+    /// any object will do.
     template <class Owner, class T>
     static std::shared_ptr<T> makeFor(std::shared_ptr<T> (Owner::*)() const) {
         const auto object = std::make_shared<std::max_align_t>();
@@ -53,7 +53,7 @@ class PropertiesTest : public ::testing::Test, protected FakePlatform {
     }
 };
 
-TEST_F(PropertiesTest, KeepWhatIsSetApartFromEachOther) {
+TEST_F(PropertiesTest, StoreTheirValuesIndependently) {
     std::vector<const void*> set;
     forEachObjectProperty([&](auto& owner, auto get, auto setter) {
         EXPECT_EQ((owner.*get)(), nullptr);
@@ -81,7 +81,7 @@ TEST_F(PropertiesTest, HoldAStrongReferenceUntilReplaced) {
     });
 }
 
-/// One thread writes two values in turn while this one reads: every value read is one of the two.
+/// Another thread alternates between two values: every value read must be one of them.
 TEST_F(PropertiesTest, CanBeReadWhileAnotherThreadWrites) {
     forEachObjectProperty([&](auto& owner, auto get, auto set) {
         const auto one = makeFor(get);
@@ -105,7 +105,7 @@ TEST_F(PropertiesTest, CanBeReadWhileAnotherThreadWrites) {
     });
 }
 
-TEST_F(PropertiesTest, KeepWhetherTheResourcesAreLoaded) {
+TEST_F(PropertiesTest, StoreWhetherTheResourcesAreLoaded) {
     EXPECT_FALSE(controller.resourcesLoaded());
     controller.setResourcesLoaded(true);
     EXPECT_TRUE(controller.resourcesLoaded());

@@ -42,7 +42,7 @@ TEST_F(ResourceCheckTest, FailsSilentlyWithoutAReadableLicence) {
     expectEverything({"asked: rich text of resource license.rtf"});
 }
 
-TEST_F(ResourceCheckTest, NamesOnlyTheFirstMissingResource) {
+TEST_F(ResourceCheckTest, LogsOnlyTheFirstMissingResource) {
     launchWith("app", "/Kit/");
     bundles.main->resources.erase("morvella.zip");
     expectMissing("morvella.zip");
@@ -53,7 +53,7 @@ TEST_F(ResourceCheckTest, NamesOnlyTheFirstMissingResource) {
     EXPECT_EQ(controller.demoSetPath(), nullptr);
 }
 
-TEST_F(ResourceCheckTest, FailsWithAResourceThatIsNotReachable) {
+TEST_F(ResourceCheckTest, FailsIfAResourceIsNotReachable) {
     disk.remove("/Bundle/Archivo-Medium.ttf");
     expectMissing("Archivo-Medium.ttf");
 }
@@ -66,7 +66,7 @@ TEST_F(ResourceCheckTest, PassesWithoutTheOtherArchivesAndWithoutADemoSet) {
     expectEffects({fillsLicence(), withholdsDemoSet(), showsVersion()});
 }
 
-TEST_F(ResourceCheckTest, WithholdsADemoSetThatIsNotThere) {
+TEST_F(ResourceCheckTest, WithholdsAMissingDemoSet) {
     launchWith("app", "/Kit/");
     EXPECT_TRUE(controller.checkAndLoadResources());
     EXPECT_EQ(textOf(controller.demoSetPath()), demoSet);

@@ -12,7 +12,7 @@ namespace {
 
 class StepsTest : public InstallerTest {
   protected:
-    /// The states, one letter for each: done, current, to come.
+    /// The steps' states, one letter each: done, current, to come.
     std::string statesOn(const std::shared_ptr<View>& page) {
         viewController.shown = page;
         std::string states;
@@ -23,11 +23,11 @@ class StepsTest : public InstallerTest {
     }
 };
 
-TEST(StepTest, IsToComeUnlessMoreIsSaid) {
+TEST(StepTest, IsToComeByDefault) {
     EXPECT_EQ(Step().state, StepState::toCome);
 }
 
-TEST_F(StepsTest, AreNamedAndReadOutWithTheirState) {
+TEST_F(StepsTest, HaveSpokenLabelsWithTheirState) {
     viewController.shown = settingsView;
     const std::vector<Step> expected = {
         {"Welcome", StepState::done, "Welcome, done"},
@@ -47,7 +47,7 @@ TEST_F(StepsTest, FollowThePages) {
     EXPECT_EQ(statesOn(postInstallView), "ddddc");
 }
 
-TEST_F(StepsTest, StandAtTheFirstBeforeAnyPageIsShown) {
+TEST_F(StepsTest, BeginAtTheFirstUntilAPageIsShown) {
     EXPECT_EQ(statesOn(initialView), "ctttt");
     EXPECT_EQ(statesOn(makeView("stranger")), "ctttt");
 }

@@ -4,7 +4,7 @@ namespace morvella::tests {
 
 namespace {
 
-/// Operations called without what an earlier page should have found.
+/// Calls operations without the state that an earlier page should have established.
 class UnknownStateTest : public InstallerTest {
   protected:
     UnknownStateTest() {
@@ -63,7 +63,7 @@ TEST_F(UnknownStateTest, IsReachedWithoutADemoSetOrALiveApplication) {
     expectUnknownState();
 }
 
-TEST_F(UnknownStateTest, IsReachedWhenTheStateIsGoneBeforeASheetIsAnswered) {
+TEST_F(UnknownStateTest, IsReachedWhenAPathIsLostBeforeASheetIsAnswered) {
     disk.addFolder(installed);
     for (const bool losesUserLibrary : {true, false}) {
         useUserLibrary();

@@ -4,8 +4,8 @@ namespace morvella::tests {
 
 namespace {
 
-/// A run on a machine where everything is in its place. The pages follow one another as they do for
-/// the user; which button leads to which page is tested elsewhere.
+/// A run on a machine with everything in place. The tests show the pages directly: which button
+/// leads to which page is tested elsewhere.
 class WholeRunTest : public InstallerTest {
   protected:
     WholeRunTest() {
@@ -27,7 +27,7 @@ class WholeRunTest : public InstallerTest {
         viewController.setView(page);
     }
 
-    void walkToTheInstallation() {
+    void goToTheInstallation() {
         controller.viewDidLoad();
         show(settingsView);
         show(doInstallView);
@@ -66,7 +66,7 @@ TEST_F(WholeRunTest, InstallsEverythingAndOpensTheDemoSet) {
 
 TEST_F(WholeRunTest, ReplacesAPreviousInstallationAfterABackup) {
     disk.addFile(installed + "/Presets/mine.adv");
-    walkToTheInstallation();
+    goToTheInstallation();
     window->answer(1000, ControlState::on);
     EXPECT_EQ(journal.only({Kind::command, Kind::file}),
               lines({packs(installed, userLibrary + "/MorvellaBackup-2009-02-13(233130).zip",
@@ -77,10 +77,10 @@ TEST_F(WholeRunTest, ReplacesAPreviousInstallationAfterABackup) {
     expectEffects({startsAgain, installs});
 }
 
-TEST_F(WholeRunTest, LeavesWhatIsSharedWhenItInstallsASecondTime) {
-    walkToTheInstallation();
+TEST_F(WholeRunTest, LeavesTheSharedDataAloneOnASecondInstallation) {
+    goToTheInstallation();
     disk.addFile("/Users/Shared/Morvella/ISF/Standard/mine.fs");
-    walkToTheInstallation();
+    goToTheInstallation();
     window->answer(1000);
     journal.clear();
     runLoop.drainMainQueue();

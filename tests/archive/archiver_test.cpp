@@ -15,7 +15,7 @@ class ArchiverTest : public InstallerTest {
         return controller.compressFolderAtToZipFilePath("/UL/Morvella", "/UL/Backup.zip");
     }
 
-    /// Both commands end with this.
+    /// Makes both commands end with this status and output.
     void endWith(int status, const std::string& output) {
         tasks.results["/Bundle/morvella.zip"] =
             TaskResult{.terminationStatus = status, .output = output};
@@ -39,7 +39,7 @@ TEST_F(ArchiverTest, UnpacksIntoThePathOfTheUrl) {
               lines({unpacks("ISF.zip", "/Users/J\xC3\xBCrg \"J\" 100%@/Shared/Morvella")}));
 }
 
-TEST_F(ArchiverTest, LogsEverythingThatUnpackingPrintsAtOnce) {
+TEST_F(ArchiverTest, LogsTheWholeOutputOfUnpackingInOneEntry) {
     endWith(0, ">>> Copying /Bundle/morvella.zip \nsecond line\n");
     EXPECT_TRUE(unpack());
     expectEffects({
@@ -51,7 +51,7 @@ TEST_F(ArchiverTest, LogsEverythingThatUnpackingPrintsAtOnce) {
     expectEffects({unpacking, "log: decompress status=ditto: 100%@ Couldn't read"});
 }
 
-TEST_F(ArchiverTest, LogsNothingThatIsNotText) {
+TEST_F(ArchiverTest, LogsNoOutputThatIsNotUtf8) {
     for (const int status : {0, 7}) {
         endWith(status, "half \xC3");
         EXPECT_EQ(unpack(), status == 0);
@@ -59,7 +59,7 @@ TEST_F(ArchiverTest, LogsNothingThatIsNotText) {
     }
 }
 
-TEST_F(ArchiverTest, OnlyStatusZeroIsSuccess) {
+TEST_F(ArchiverTest, SucceedsOnlyWithStatusZero) {
     for (const int status : {1, 2, 7, 9, 255, -1, 256}) {
         endWith(status, "");
         EXPECT_FALSE(unpack());
@@ -69,7 +69,7 @@ TEST_F(ArchiverTest, OnlyStatusZeroIsSuccess) {
     }
 }
 
-TEST_F(ArchiverTest, FailsSilentlyForAResourceThatTheBundleLacks) {
+TEST_F(ArchiverTest, FailsSilentlyForAResourceMissingFromTheBundle) {
     bundles.main->resources.erase("morvella.zip");
     EXPECT_FALSE(unpack());
     expectEverything({"asked: path of resource morvella.zip"});

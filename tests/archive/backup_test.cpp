@@ -27,13 +27,13 @@ TEST_F(BackupTest, PacksTheInstallationBesideItself) {
     });
 }
 
-TEST_F(BackupTest, GetsNoSecondSlash) {
+TEST_F(BackupTest, AddsNoSecondSlashToTheUserLibrary) {
     controller.setUserLibPath(text("/UL/"));
     EXPECT_TRUE(controller.makeZipBackup());
     EXPECT_EQ(journal.only({Kind::command}), lines({packing + "/"}));
 }
 
-TEST_F(BackupTest, OfNothingFails) {
+TEST_F(BackupTest, FailsWithoutAPreviousInstallation) {
     disk.remove("/UL/Morvella");
     EXPECT_FALSE(controller.makeZipBackup());
     expectEverything({
@@ -42,7 +42,7 @@ TEST_F(BackupTest, OfNothingFails) {
     });
 }
 
-TEST_F(BackupTest, OfAnUnreadableFolderFails) {
+TEST_F(BackupTest, FailsIfTheFolderIsNotReadable) {
     disk.items["/UL/Morvella"].readable = false;
     EXPECT_FALSE(controller.makeZipBackup());
     expectEverything({
@@ -53,13 +53,13 @@ TEST_F(BackupTest, OfAnUnreadableFolderFails) {
     });
 }
 
-TEST_F(BackupTest, InAnUnwritableUserLibraryFails) {
+TEST_F(BackupTest, FailsIfTheUserLibraryIsNotWritable) {
     disk.items["/UL"].writable = false;
     EXPECT_FALSE(controller.makeZipBackup());
     expectEffects({"log: Making backup failed"});
 }
 
-TEST_F(BackupTest, ThatCannotBePackedFailsWithoutALine) {
+TEST_F(BackupTest, FailsSilentlyIfPackingFails) {
     tasks.results["/UL/MorvellaBackup-2021-03-03(140509).zip"] =
         TaskResult{.terminationStatus = 1, .output = "disk full"};
     EXPECT_FALSE(controller.makeZipBackup());

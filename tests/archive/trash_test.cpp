@@ -6,14 +6,14 @@ namespace {
 
 class TrashTest : public InstallerTest {};
 
-TEST_F(TrashTest, TakesAnItemWithoutAWord) {
+TEST_F(TrashTest, ReceivesAnItemWithoutALogLine) {
     disk.addFile("/UL/a b");
     EXPECT_TRUE(controller.moveToTrash(FileUrl::file("/UL/a b")));
     expectEverything({"file: trashed /UL/a b"});
     EXPECT_FALSE(disk.holds("/UL/a b"));
 }
 
-TEST_F(TrashTest, ThatRefusesIsLoggedWithTheUrlAndNotWithTheError) {
+TEST_F(TrashTest, FailureIsLoggedWithTheUrlAndNotWithTheError) {
     disk.outcomes["trashed /UL/a b/"] = {.error = Error{"refused"}};
     EXPECT_FALSE(controller.moveToTrash(FileUrl::directory("/UL/a b")));
     expectEverything({
@@ -22,7 +22,7 @@ TEST_F(TrashTest, ThatRefusesIsLoggedWithTheUrlAndNotWithTheError) {
     });
 }
 
-TEST_F(TrashTest, AnswersByTheResultAlone) {
+TEST_F(TrashTest, FailureDependsOnTheResultAndNotOnTheError) {
     disk.outcomes["trashed /odd"] = {.result = true, .error = Error{"odd"}};
     EXPECT_TRUE(controller.moveToTrash(FileUrl::file("/odd")));
     expectEffects({"file: trashed /odd"});

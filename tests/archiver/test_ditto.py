@@ -1,4 +1,4 @@
-"""What the other tests rely on of the stand-in for macOS's ditto."""
+"""The behaviour of the stand-in for macOS's ditto that the other tests rely on."""
 
 import os
 import signal
@@ -83,14 +83,14 @@ def test_hostile_entry_changes_nothing_outside(tmp_path, name, links, refused):
     assert (tmp_path / "destination/Morvella/device").read_text() == "new"
 
 
-@pytest.mark.parametrize("data", [b"", b"this is no zip archive", b"PK\5\6" + bytes(18)])
-def test_nothing_to_unpack_is_a_failure(tmp_path, data):
+@pytest.mark.parametrize("data", [b"", b"this is not a zip archive", b"PK\5\6" + bytes(18)])
+def test_unpacking_an_empty_or_invalid_archive_fails(tmp_path, data):
     (tmp_path / "archive.zip").write_bytes(data)
     assert unpack(tmp_path).returncode != 0
     assert not (tmp_path / "destination").exists()
 
 
-def test_damaged_entry_is_a_failure_and_the_others_are_unpacked(tmp_path):
+def test_damaged_entry_is_reported_and_the_others_are_unpacked(tmp_path):
     make_zip(tmp_path, "damaged")
     archive = tmp_path / "archive.zip"
     archive.write_bytes(archive.read_bytes().replace(b"new", b"now", 1))
@@ -120,16 +120,16 @@ def test_packing_is_silent_and_keeps_everything_in_one_folder(suite):
         assert all(name.startswith("Morvella/") for name in packed.namelist())
 
 
-def test_packing_that_fails_leaves_nothing(suite):
+def test_failed_packing_leaves_nothing_behind(suite):
     backup = suite.parent / "backup.zip"
-    most = RLIMIT_FSIZE, (1 << 19, 1 << 19)
-    assert run(*PACK, suite, backup, preexec_fn=lambda: setrlimit(*most)).returncode == 1
+    limit = RLIMIT_FSIZE, (1 << 19, 1 << 19)
+    assert run(*PACK, suite, backup, preexec_fn=lambda: setrlimit(*limit)).returncode == 1
     assert run(*PACK, suite.parent / "missing", backup).returncode == 1
     assert list(suite.parent.iterdir()) == [suite]
 
 
 @pytest.mark.parametrize("how", [signal.SIGTERM, signal.SIGKILL])
-def test_packing_that_is_ended_leaves_no_backup(suite, how):
+def test_interrupted_packing_leaves_no_backup(suite, how):
     os.truncate(suite / "large", 1 << 40)
     command = [ARCHIVER, *PACK, suite, suite.parent / "backup.zip"]
     deadline = time.monotonic() + 60
@@ -145,6 +145,6 @@ def test_packing_that_is_ended_leaves_no_backup(suite, how):
     "arguments",
     [(), ("--help",), ("-x", "-k", "a", "b"), ("-v", "-x", "-k", "a"), (*PACK, "a", "b", "c")],
 )
-def test_other_command_lines_are_refused(arguments):
+def test_rejects_other_command_lines(arguments):
     result = run(*arguments)
     assert (result.returncode, result.stderr[:12]) == (os.EX_USAGE, b"usage: ditto")

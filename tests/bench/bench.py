@@ -2,7 +2,7 @@
 
 Each figure is the median of several rounds after a warm-up; each round measures both sides once.
 A full run also writes the table into docs/performance.md. Installs what is missing and builds what
-it needs. The machine should have nothing else to do.
+it needs. Run it on an otherwise idle machine.
 """
 
 import argparse
@@ -33,12 +33,12 @@ BUILD = ROOT / "build/linux"
 
 
 def repeated(rounds, measure):
-    """What the function returns in each round, after a warm-up."""
+    """The results of calling `measure` once per round, after a warm-up."""
     return [measure() for _ in range(1 + rounds)][1:]
 
 
 def start(work, rounds):
-    """From the launch until the first page is drawn."""
+    """The time from the launch until the first page is drawn."""
     with Display() as display:
         starts = repeated(rounds, windows.Start(work, BUILD, display).measure)
     times = [(seconds, 1) for seconds in starts]
@@ -85,7 +85,7 @@ def configuration(work, rounds):
 
 
 def look_up(folder):
-    """The seconds of one lookup, and by how many bytes the process grew."""
+    """The seconds that one lookup took, and by how many bytes the process grew."""
     command = [BUILD / "bench_lookup", folder]
     answer = subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True).stdout
     nanoseconds, kilobytes, found = answer.splitlines()
@@ -99,17 +99,17 @@ ROWS = {"start": start, "install": install, "memory": memory, "library-cfg": con
 
 @contextlib.contextmanager
 def folder_in(parent):
-    """Gone afterwards, also when the run is interrupted."""
+    """A temporary folder, removed even if the run is interrupted."""
     with tempfile.TemporaryDirectory(prefix="morvella-bench-", dir=parent) as folder:
         yield Path(folder).resolve()
 
 
 def main():
     parser = argparse.ArgumentParser(prog="script/bench", description=__doc__)
-    parser.add_argument("--row", choices=ROWS, help="measure only this, and write nothing")
-    parser.add_argument("--rounds", type=int, help=f"other than {ROUNDS}; writes nothing")
+    parser.add_argument("--row", choices=ROWS, help="measure only this row; writes nothing")
+    parser.add_argument("--rounds", type=int, help=f"rounds instead of {ROUNDS}; writes nothing")
     options = parser.parse_args()
-    # Ends by an exception, so that everything is cleaned up.
+    # Raises SystemExit on SIGTERM, so that everything is cleaned up.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     subprocess.run([ROOT / "script/build"], check=True, stdout=sys.stderr)
     command = ["cmake", "--build", "--preset", "linux", "--target"]

@@ -1,5 +1,5 @@
-// Looks up the User Library in the Library.cfg of a folder, and prints the nanoseconds this took,
-// by how many kilobytes the process grew at its peak, and the path.
+// Looks up the User Library in the Library.cfg of a folder. Prints the nanoseconds this took, the
+// kilobytes by which the process grew at its peak, and the path.
 #import <Foundation/Foundation.h>
 
 #include <chrono>
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A value in kilobytes from the kernel's description of this process.
+/// A field of /proc/self/status, in kilobytes.
 long memory(const std::string& name) {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {

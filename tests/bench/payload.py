@@ -1,4 +1,4 @@
-"""Payloads of a given size, the same bytes on every run."""
+"""Generates payloads of a given size, with the same bytes on every run."""
 
 import random
 import subprocess
@@ -16,14 +16,14 @@ REQUIRED = ("Morvella/Morvella.app/Contents/Info.plist", "Morvella/Sources/Velli
 
 def make_tree(folder, files, size):
     """Fills a new folder with files of `size` bytes in all, half of them compressible."""
-    chance = random.Random(f"{files} {size}")
-    text = " ".join(chance.choices(WORDS, k=200_000)).encode()
+    rng = random.Random(f"{files} {size}")
+    text = " ".join(rng.choices(WORDS, k=200_000)).encode()
     for number in range(files):
         wanted = size * (number + 1) // files - size * number // files
         place = folder / f"Folder {number // 100}" / f"File {number}.adv"
         place.parent.mkdir(parents=True, exist_ok=True)
         repeated = text * (wanted // len(text) + 1)
-        place.write_bytes(chance.randbytes(wanted) if number % 2 else repeated[:wanted])
+        place.write_bytes(rng.randbytes(wanted) if number % 2 else repeated[:wanted])
 
 
 def make_archives(resources, work, files, size):

@@ -1,4 +1,4 @@
-"""The table, and its place in docs/performance.md."""
+"""Formats the table and writes it into docs/performance.md."""
 
 import os
 import platform
@@ -23,7 +23,7 @@ def amount(value):
 
 
 def compared(figure, against, pairs, *, limit, unit=seconds):
-    """A line of the table. `pairs` are ours and theirs, one pair for each round."""
+    """A row of the table. `pairs` has our and their value for each round."""
     ours, theirs = zip(*pairs)
     # Within a round, both sides ran under the same conditions.
     ratios = [a / b for a, b in pairs]
@@ -52,7 +52,7 @@ def table(figures):
 
 
 def machine():
-    """What the figures were measured on, and when."""
+    """Says when and on what machine the figures were measured."""
     described = re.search(r"^model name.*?: (.*)", Path("/proc/cpuinfo").read_text(), re.MULTILINE)
     processor = described[1] if described else platform.machine()
     memory = os.sysconf("SC_PHYS_PAGES") * os.sysconf("SC_PAGE_SIZE") / 1024**3

@@ -1,5 +1,5 @@
-// Replaces a program to time it: runs the program, now called NAME.timed, and adds the nanoseconds
-// that it took to the file NAME.times.
+// Replaces a program to time it: runs the program, now called NAME.timed, and appends the
+// nanoseconds that it took to the file NAME.times.
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>

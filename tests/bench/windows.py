@@ -18,19 +18,19 @@ BUNDLE = "Morvella Installer.app"
 
 
 class Screen:
-    """A picture of the screen at rest, to wait for in later runs."""
+    """A screenshot of the settled screen, to wait for in later runs."""
 
     def __init__(self, display):
         last, since = None, time.monotonic()
 
-        def rests():
+        def is_settled():
             nonlocal last, since
             picture = display.picture()
             if picture != last:
                 last, since = picture, time.monotonic()
             return time.monotonic() > since + 0.5
 
-        wait_until(rests, "the screen to rest", seconds=60)
+        wait_until(is_settled, "the screen to settle", seconds=60)
         # The middle line is compared first, because comparing the whole screen is slow.
         screen = display.screen
         line = Rectangle(0, screen.height // 2, screen.width, 1)
@@ -56,7 +56,7 @@ class Start:
 
     def measure(self):
         """The seconds from the launch until the first page is drawn."""
-        self._empty.wait("the last window to go")
+        self._empty.wait("the previous window to close")
         began = time.perf_counter()
         with self._launch():
             self._page.wait("the first page")
@@ -84,7 +84,7 @@ class Installation:
         shutil.rmtree(self._work / "stage", ignore_errors=True)
         stage = stages.make(self._work / "stage")
         self._times.unlink(missing_ok=True)
-        os.sync()  # so that no writes of the last run are pending
+        os.sync()  # so that no writes of the previous run are pending
         with Installer(self._display, self._bundle, stage, build=self._build) as installer:
             installer.go_to(SETTINGS)
             installer.wait_for_button("Next")

@@ -14,7 +14,7 @@ namespace {
 
 class BundlesTest : public ::testing::Test {
   protected:
-    /// The version in the bundle "NAME.app".
+    /// The text of CFBundleVersion in the bundle "NAME.app".
     std::optional<std::string> versionOf(const std::string& name) {
         const auto bundle =
             CocoaBundles().bundleWithUrl(FileUrl::directory(folder.at(name + ".app")));
@@ -34,7 +34,7 @@ class BundlesTest : public ::testing::Test {
     TemporaryFolder folder;
 };
 
-TEST_F(BundlesTest, GiveATextOfTheInformationDictionary) {
+TEST_F(BundlesTest, ReturnTextFromTheInformationDictionary) {
     for (const std::string& name : difficultNames()) {
         // GNUstep's bundles treat a backslash as a separator.
         if (name.find('\\') != std::string::npos) {
@@ -45,7 +45,7 @@ TEST_F(BundlesTest, GiveATextOfTheInformationDictionary) {
     }
 }
 
-TEST_F(BundlesTest, GiveNothingWithoutATextThatCanBeRead) {
+TEST_F(BundlesTest, ReturnNothingWithoutReadableText) {
     addBundle("without", "<key>CFBundleName</key><string>Live</string>");
     addBundle("number", "<key>CFBundleVersion</key><integer>11</integer>");
     folder.addFolder("bare.app/Contents");
@@ -58,37 +58,37 @@ TEST_F(BundlesTest, GiveNothingWithoutATextThatCanBeRead) {
     }
 }
 
-TEST_F(BundlesTest, AreNothingWhereNoFolderIs) {
+TEST_F(BundlesTest, ReturnNullWithoutAFolder) {
     folder.addFile("file.app", "not a bundle");
     const CocoaBundles bundles;
     EXPECT_EQ(bundles.bundleWithUrl(FileUrl::directory(folder.at("missing.app"))), nullptr);
     EXPECT_EQ(bundles.bundleWithUrl(FileUrl::file(folder.at("file.app"))), nullptr);
 }
 
-TEST_F(BundlesTest, GiveThePathOfAResourceByItsWholeName) {
-    Recorder* platforms = [Recorder named:"bundle" standingFor:[NSBundle class]];
-    [platforms answer:@"/B/a.zip" to:@selector(pathForResource:ofType:)];
+TEST_F(BundlesTest, FindAResourceByItsFullName) {
+    Recorder* recorder = [Recorder named:"bundle" replacing:[NSBundle class]];
+    [recorder answer:@"/B/a.zip" to:@selector(pathForResource:ofType:)];
     takeRecorded();
-    EXPECT_EQ(CocoaBundle(static_cast<id>(platforms)).pathForResource("a.zip"), "/B/a.zip");
+    EXPECT_EQ(CocoaBundle(static_cast<id>(recorder)).pathForResource("a.zip"), "/B/a.zip");
     EXPECT_EQ(takeRecorded(), (Lines{"bundle pathForResource:ofType: a.zip nil"}));
 }
 
-TEST_F(BundlesTest, MainOneGivesNothingForAnUnknownResource) {
+TEST_F(BundlesTest, ReturnNothingForAnUnknownResource) {
     const auto bundle = CocoaBundles().mainBundle();
     EXPECT_EQ(bundle->pathForResource("no such resource.zip"), std::nullopt);
     EXPECT_EQ(bundle->attributedStringForResource("no such resource.rtf"), nullptr);
 }
 
-TEST_F(BundlesTest, GiveNothingForADocumentThatCannotBeRead) {
+TEST_F(BundlesTest, ReturnNullForAnUnreadableDocument) {
     folder.addFile("good.txt", "licence");
     folder.addFile("closed.txt", "licence");
     folder.addFolder("folder.txt");
     std::filesystem::permissions(folder.at("closed.txt"), std::filesystem::perms::none);
-    Recorder* platforms = [Recorder named:"bundle" standingFor:[NSBundle class]];
-    const CocoaBundle bundle(static_cast<id>(platforms));
+    Recorder* recorder = [Recorder named:"bundle" replacing:[NSBundle class]];
+    const CocoaBundle bundle(static_cast<id>(recorder));
     const auto isReadable = [&](const char* name) {
         NSURL* url = [NSURL fileURLWithPath:stringOf(folder.at(name)) isDirectory:NO];
-        [platforms answer:url to:@selector(URLForResource:withExtension:)];
+        [recorder answer:url to:@selector(URLForResource:withExtension:)];
         return bundle.attributedStringForResource(name) != nullptr;
     };
     EXPECT_TRUE(isReadable("good.txt"));

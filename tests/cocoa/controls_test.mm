@@ -8,15 +8,15 @@ namespace morvella::cocoa_tests {
 
 namespace {
 
-/// A real font needs a display.
+/// Replaces the system font: a real one needs a display.
 class ControlsTest : public ::testing::Test {
     Answering font_ {
         [NSFont class], @selector(systemFontOfSize:),
-            [Recorder named:"font" standingFor:[NSFont class]]
+            [Recorder named:"font" replacing:[NSFont class]]
     };
 };
 
-TEST_F(ControlsTest, ButtonIsSetAndRead) {
+TEST_F(ControlsTest, ButtonPropertiesAreSetAndRead) {
     NSButton* object = [[[NSButton alloc] init] autorelease];
     [object setAllowsMixedState:YES];
     CocoaButton button(object);
@@ -40,13 +40,13 @@ TEST_F(ControlsTest, CellGetsItsTitle) {
 }
 
 NSTextView* textViewOver(id storage) {
-    Recorder* view = [Recorder named:"text view" standingFor:[NSTextView class]];
+    Recorder* view = [Recorder named:"text view" replacing:[NSTextView class]];
     [view answer:storage to:@selector(textStorage)];
     return static_cast<NSTextView*>(static_cast<id>(view));
 }
 
-/// The colours of `text` when a text view shows it, letter by letter: "r" for red, "s" for the
-/// system's.
+/// The colour of each character once a text view shows `text`: "r" for red, "s" for the system's
+/// text colour.
 std::string coloursShown(NSAttributedString* text) {
     NSMutableAttributedString* storage =
         [[[NSMutableAttributedString alloc] initWithString:@"before"] autorelease];
@@ -65,7 +65,7 @@ std::string coloursShown(NSAttributedString* text) {
     return colours;
 }
 
-TEST_F(ControlsTest, TextWithoutAColourGetsTheSystems) {
+TEST_F(ControlsTest, TextWithoutAColourGetsTheSystemTextColour) {
     NSMutableAttributedString* document =
         [[[NSMutableAttributedString alloc] initWithString:@"a red b"] autorelease];
     [document addAttribute:NSForegroundColorAttributeName
@@ -75,22 +75,22 @@ TEST_F(ControlsTest, TextWithoutAColourGetsTheSystems) {
     EXPECT_EQ(coloursShown([[[NSAttributedString alloc] initWithString:@"x"] autorelease]), "s");
 }
 
-TEST_F(ControlsTest, MissingTextEmptiesTheView) {
-    Recorder* storage = [Recorder named:"storage" standingFor:[NSTextStorage class]];
+TEST_F(ControlsTest, NullTextEmptiesTheView) {
+    Recorder* storage = [Recorder named:"storage" replacing:[NSTextStorage class]];
     CocoaTextView view(textViewOver(storage));
     takeRecorded();
     view.setAttributedString(nullptr);
     NSString* empty = [[[[NSAttributedString alloc] initWithString:@""] autorelease] description];
-    // AppKit raises an exception over nil.
+    // AppKit raises an exception if passed nil.
     EXPECT_EQ(takeRecorded().at(1),
               "storage setAttributedString: " + std::string([empty UTF8String]));
 }
 
-TEST_F(ControlsTest, IndicatorAnimatesInItsOwnThreadForItsSender) {
+TEST_F(ControlsTest, IndicatorUsesThreadedAnimationAndPassesTheSenderOn) {
     takeRecorded();
-    const id recorder = [Recorder named:"indicator" standingFor:[NSProgressIndicator class]];
+    const id recorder = [Recorder named:"indicator" replacing:[NSProgressIndicator class]];
     CocoaProgressIndicator indicator(recorder);
-    const Handle<Object, id> sender([Recorder named:"sender" standingFor:[NSObject class]]);
+    const Handle<Object, id> sender([Recorder named:"sender" replacing:[NSObject class]]);
     indicator.startAnimation(&sender);
     indicator.stopAnimation(&sender);
     indicator.startAnimation(nullptr);
@@ -102,12 +102,12 @@ TEST_F(ControlsTest, IndicatorAnimatesInItsOwnThreadForItsSender) {
                      "indicator stopAnimation: nil", "indicator setHidden: YES"}));
 }
 
-NSProgressIndicator* madeIndicator(const ProgressIndicatorSettings& settings) {
+NSProgressIndicator* makeIndicator(const ProgressIndicatorSettings& settings) {
     return objectOf(CocoaControlFactory().makeProgressIndicator(settings).get());
 }
 
 TEST_F(ControlsTest, NewIndicatorHasTheGivenSettings) {
-    NSProgressIndicator* spinner = madeIndicator({.x = 1,
+    NSProgressIndicator* spinner = makeIndicator({.x = 1,
                                                   .y = 2,
                                                   .width = 30,
                                                   .height = 40,
@@ -119,11 +119,11 @@ TEST_F(ControlsTest, NewIndicatorHasTheGivenSettings) {
     EXPECT_TRUE([spinner isIndeterminate]);
     EXPECT_TRUE([spinner isHidden]);
 
-    NSProgressIndicator* bar = madeIndicator({.width = 10, .height = 10});
+    NSProgressIndicator* bar = makeIndicator({.width = 10, .height = 10});
     EXPECT_EQ(int([bar style]), 0);
     EXPECT_FALSE([bar isIndeterminate]);
     EXPECT_FALSE([bar isHidden]);
-    EXPECT_TRUE([madeIndicator({.width = 10, .height = 10, .hidden = true}) isHidden]);
+    EXPECT_TRUE([makeIndicator({.width = 10, .height = 10, .hidden = true}) isHidden]);
 }
 
 }  // namespace

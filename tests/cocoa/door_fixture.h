@@ -15,25 +15,25 @@
 - (void)windowIsOnScreen;
 @end
 
-/// Keeps its handler in `answer`, as the platform does. No alert can be run.
+/// Stores its completion handler in `answer`. `runModal` raises an exception.
 @interface TestSheet : Recorder
 @end
 
-/// Its description is "door".
+/// Appears as "door" in the record; records delayed calls instead of making them.
 @interface TestDoor : MorvellaInstallerViewController
 @end
 
 namespace morvella::cocoa_tests {
 
-/// The door whose life-cycle methods are called at awkward moments, as AppKit may.
-extern NSViewController* disturbed;
+/// The fixture calls this door's life-cycle methods at awkward moments, as AppKit may.
+extern NSViewController* reentered;
 extern bool pageChangeRaises;
-/// Answers the sheet that began last.
+/// The completion handler of the sheet that began last.
 extern void (^answer)(NSModalResponse);
 void forgetSheet();
 
-/// A door with its pages in a window. The bundle has no resources, so the initial page ends in a
-/// sheet, as does the settings page.
+/// A door with its pages in a window. The bundle has no resources and no path to Live is set, so
+/// the initial page and the settings page each begin a sheet.
 class DoorLifeCycleTest : public ::testing::Test {
   protected:
     DoorLifeCycleTest();
@@ -41,16 +41,16 @@ class DoorLifeCycleTest : public ::testing::Test {
 
     TestDoor* makeDoor();
 
-    /// Loads the door and brings its window on the screen.
+    /// Loads the door and puts its window on the screen.
     void start();
 
-    /// What was recorded, apart from getters, resources and the contents of sheets.
+    /// The recorded lines, except getters, resources, announcements and the contents of sheets.
     static Lines steps();
     static long times(const std::string& line, const Lines& lines = takeRecorded()) {
         return std::ranges::count(lines, line);
     }
 
-    Recorder* window = [Recorder named:"window" standingFor:[NSWindow class]];
+    Recorder* window = [Recorder named:"window" replacing:[NSWindow class]];
     Recorder* sheet;
     NSView* initial = [[[NSView alloc] initWithFrame:NSMakeRect(1, 2, 3, 4)] autorelease];
     NSView* settings = [[[NSView alloc] init] autorelease];
@@ -61,7 +61,7 @@ class DoorLifeCycleTest : public ::testing::Test {
     std::list<Replaced> replaced_;
     Answering mainBundle_;
     Answering sheet_;
-    NSView* place_;
+    NSView* container_;
 };
 
 }  // namespace morvella::cocoa_tests

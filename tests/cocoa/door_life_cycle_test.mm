@@ -9,7 +9,7 @@
 
 using namespace morvella::cocoa_tests;
 
-/// An archiver's run, during which the platform calls everything it may.
+/// The archiver. While it runs, the main queue, a timer and AppKit call back.
 @interface TestTask : Recorder
 @end
 
@@ -17,14 +17,14 @@ using namespace morvella::cocoa_tests;
 
 - (void)waitUntilExit {
     morvella::RunLoop& runLoop = morvella::cocoaPlatform().runLoop;
-    int turned = 0;
-    runLoop.dispatchAsync([&] { ++turned; });
+    int calls = 0;
+    runLoop.dispatchAsync([&] { ++calls; });
     runLoop.scheduleRepeatingTimer(0.001, [&](morvella::Timer& timer) {
         timer.invalidate();
-        ++turned;
+        ++calls;
     });
-    EXPECT_TRUE(turnUntil([&] { return turned == 2; }));
-    [disturbed viewDidAppear];
+    EXPECT_TRUE(turnUntil([&] { return calls == 2; }));
+    [reentered viewDidAppear];
     record("archiver ended");
 }
 
@@ -32,14 +32,14 @@ using namespace morvella::cocoa_tests;
 
 namespace {
 
-TEST_F(DoorLifeCycleTest, LoadsBothControllersOnceTheirOutletsAreConnected) {
+TEST_F(DoorLifeCycleTest, LoadsEachControllerOnceAfterItsOutletsAreConnected) {
     MorvellaInstallerLicenseVC* licence =
         [[[MorvellaInstallerLicenseVC alloc] initWithNibName:nil bundle:nil] autorelease];
     [licence setLicenseView:static_cast<id>([Recorder named:"text view"
-                                                standingFor:[NSTextView class]])];
+                                                  replacing:[NSTextView class]])];
     for (NSViewController* controller :
          {static_cast<NSViewController*>(door), static_cast<NSViewController*>(licence)}) {
-        disturbed = controller;
+        reentered = controller;
         [controller viewDidLoad];
         EXPECT_EQ(takeRecorded(), Lines{"viewDidLoad"}) << "outlets are not connected yet";
         [controller awakeFromNib];
@@ -58,7 +58,7 @@ TEST_F(DoorLifeCycleTest, StartsTheFirstPageWhenTheWindowIsOnTheScreen) {
     EXPECT_EQ(steps(),
               (Lines{"awakeFromNib", "setAllowsAutomaticWindowTabbing:", "window center",
                      "viewDidLoad", "sidebar shows steps", "after 0 s: windowIsOnScreen"}));
-    disturbed = door;
+    reentered = door;
     [door windowIsOnScreen];
     EXPECT_EQ(steps(), (Lines{"application activateIgnoringOtherApps: YES",
                               "application requestUserAttention: 10", "start",
@@ -66,12 +66,12 @@ TEST_F(DoorLifeCycleTest, StartsTheFirstPageWhenTheWindowIsOnTheScreen) {
                               "screenChanged", "window makeKeyAndOrderFront: door",
                               "sheet begins on window", "application requestUserAttention: 0"}));
     [door viewDidAppear];
-    EXPECT_EQ(steps(), Lines{}) << "the window came back";
+    EXPECT_EQ(steps(), Lines{}) << "the window reappeared";
 }
 
 TEST_F(DoorLifeCycleTest, ShowsAndDrawsAPageBeforeItsWorkStarts) {
     start();
-    disturbed = door;
+    reentered = door;
     [door licenseAcceptedButton:nil];
     const std::string page = [[settings description] UTF8String];
     EXPECT_EQ(steps(),
@@ -84,7 +84,7 @@ TEST_F(DoorLifeCycleTest, ShowsAndDrawsAPageBeforeItsWorkStarts) {
     EXPECT_TRUE(NSEqualRects([settings frame], NSMakeRect(1, 2, 3, 4)));
     [door viewDidAppear];
     [door setView:settings];
-    EXPECT_EQ(steps(), Lines{}) << "the page's work has started";
+    EXPECT_EQ(steps(), Lines{}) << "the page's work has already started";
 }
 
 TEST_F(DoorLifeCycleTest, StartsNoPageBeforeTheWindowIsOnTheScreen) {
@@ -102,7 +102,7 @@ TEST_F(DoorLifeCycleTest, KeepsPressesForASheetWhenAPageIsDrawnBehindIt) {
     EXPECT_EQ(times("screenChanged"), 0);
 }
 
-TEST_F(DoorLifeCycleTest, WithoutAWindowStartsNoPageAndReportsAFailureByAnAlertOrQuits) {
+TEST_F(DoorLifeCycleTest, WithoutAWindowStartsNoPageAndReportsAFailureInAnAlertOrQuits) {
     start();
     [initial removeFromSuperview];
     takeRecorded();
@@ -134,11 +134,11 @@ TEST_F(DoorLifeCycleTest, ReportsPagesThatCannotBeShownAndStartsLaterOnes) {
     EXPECT_EQ(times("sheet begins on window"), 1);
 }
 
-TEST_F(DoorLifeCycleTest, SheetRetainsTheDoorAndQuitsAsItsSender) {
+TEST_F(DoorLifeCycleTest, SheetRetainsTheDoorAndQuitsWithItAsTheSender) {
     NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
     TestDoor* made = makeDoor();
     [made setDoInstallIndicator:static_cast<id>([Recorder named:"outlet"
-                                                    standingFor:[NSProgressIndicator class]])];
+                                                      replacing:[NSProgressIndicator class]])];
     [made windowIsOnScreen];
     [pool release];
     EXPECT_EQ([Recorder livingNamed:"outlet"], 1);
@@ -151,21 +151,21 @@ TEST_F(DoorLifeCycleTest, SheetRetainsTheDoorAndQuitsAsItsSender) {
     EXPECT_EQ([Recorder livingNamed:"outlet"], 0);
 }
 
-TEST_F(DoorLifeCycleTest, BacksUpOnceWhileThePlatformCallsItAgain) {
+TEST_F(DoorLifeCycleTest, BacksUpOnceEvenIfThePlatformCallsAgain) {
     const TemporaryFolder library;
     library.addFolder("Morvella");
     const Answering making([NSProgressIndicator class], @selector(alloc),
-                           [Recorder named:"backup" standingFor:[NSProgressIndicator class]]);
+                           [Recorder named:"backup" replacing:[NSProgressIndicator class]]);
     const Answering tasks([NSTask class], @selector(alloc),
-                          [TestTask named:"task" standingFor:[NSTask class]]);
+                          [TestTask named:"task" replacing:[NSTask class]]);
     const Answering pipes([NSPipe class], @selector(pipe), nil);
-    Recorder* checkBox = [Recorder named:"check box" standingFor:[NSButton class]];
+    Recorder* checkBox = [Recorder named:"check box" replacing:[NSButton class]];
     [checkBox answer:@(NSControlStateValueOn) to:@selector(state)];
     [sheet answer:checkBox to:@selector(suppressionButton)];
     start();
     [door setUserLibPath:@(library.path().c_str())];
-    [door setDestinationURL:nil];  // Nothing is installed.
-    disturbed = door;
+    [door setDestinationURL:nil];  // So that nothing is installed.
+    reentered = door;
     [door beginInstallButton:nil];
     takeRecorded();
     answer(NSAlertFirstButtonReturn);
@@ -185,7 +185,7 @@ TEST_F(DoorLifeCycleTest, BacksUpOnceWhileThePlatformCallsItAgain) {
 }
 
 TEST_F(DoorLifeCycleTest, OnlyTheNewestDoorHandlesExceptions) {
-    const auto raiseAndRelease = [](id retained) {
+    const auto releaseAndRaise = [](id retained) {
         NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
         [retained release];
         morvella::guarded([] { [NSException raise:@"StubException" format:@"on purpose"]; });
@@ -196,10 +196,10 @@ TEST_F(DoorLifeCycleTest, OnlyTheNewestDoorHandlesExceptions) {
     TestDoor* older = [makeDoor() retain];
     TestDoor* newest = [makeDoor() retain];
     [pool release];
-    raiseAndRelease(older);
+    releaseAndRaise(older);
     EXPECT_EQ(steps(), (Lines{"window makeKeyAndOrderFront: door", "sheet begins on window",
                               "application requestUserAttention: 0"}));
-    raiseAndRelease(newest);
+    releaseAndRaise(newest);
     EXPECT_EQ(steps(), (Lines{"application terminate: nil"}));
 }
 
@@ -209,14 +209,14 @@ id anotherInstance(id door, SEL) {
     return another;
 }
 
-TEST_F(DoorLifeCycleTest, EitherInitializerMakesBothControllers) {
+TEST_F(DoorLifeCycleTest, EachInitializerCreatesTheController) {
     const Replaced coding([NSViewController class], @selector(initWithCoder:), anotherInstance);
     const Replaced naming([NSViewController class], @selector(initWithNibName:bundle:),
                           anotherInstance);
-    for (Class one :
+    for (Class kind :
          {[MorvellaInstallerViewController class], [MorvellaInstallerLicenseVC class]}) {
-        EXPECT_EQ([[[[one alloc] initWithCoder:nil] autorelease] licenseView], nil);
-        EXPECT_EQ([[[[one alloc] initWithNibName:nil bundle:nil] autorelease] licenseView], nil);
+        EXPECT_EQ([[[[kind alloc] initWithCoder:nil] autorelease] licenseView], nil);
+        EXPECT_EQ([[[[kind alloc] initWithNibName:nil bundle:nil] autorelease] licenseView], nil);
     }
 }
 

@@ -11,13 +11,13 @@ using namespace morvella::cocoa_tests;
 
 namespace {
 
-/// Every property of the door holds its own value, retained, and can be emptied.
+/// Expects each property to hold its own value and accept nil, and an outlet to be retained.
 void expectProperties(Class door, NSArray* outlets, NSDictionary* texts) {
     NSMutableDictionary* values = [NSMutableDictionary dictionaryWithDictionary:texts];
     NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
     const id made = [[[door alloc] initWithNibName:nil bundle:nil] autorelease];
     for (NSString* name in outlets) {
-        [values setObject:[Recorder named:"outlet" standingFor:[NSProgressIndicator class]]
+        [values setObject:[Recorder named:"outlet" replacing:[NSProgressIndicator class]]
                    forKey:name];
     }
     for (NSString* name in values) {
@@ -32,7 +32,7 @@ void expectProperties(Class door, NSArray* outlets, NSDictionary* texts) {
         [made setValue:nil forKey:name];
         EXPECT_EQ([made valueForKey:name], nil) << [name UTF8String];
     }
-    [made setValue:[Recorder named:"retained" standingFor:[NSView class]] forKey:@"licenseView"];
+    [made setValue:[Recorder named:"retained" replacing:[NSView class]] forKey:@"licenseView"];
     [made retain];
     [pool release];
     EXPECT_EQ([Recorder livingNamed:"retained"], 1);
@@ -68,10 +68,10 @@ TEST(DoorsTest, ResourcesLoadedIsABoolean) {
     EXPECT_EQ([door resourcesLoaded], 1);
 }
 
-TEST(DoorsTest, DelegateQuitsWithTheLastWindow) {
+TEST(DoorsTest, DelegateQuitsAfterTheLastWindowCloses) {
     MorvellaInstallerAppDelegate* delegate =
         [[[MorvellaInstallerAppDelegate alloc] init] autorelease];
-    const id application = [Recorder named:"application" standingFor:[NSApplication class]];
+    const id application = [Recorder named:"application" replacing:[NSApplication class]];
     EXPECT_TRUE([delegate applicationShouldTerminateAfterLastWindowClosed:application]);
 }
 

@@ -67,19 +67,19 @@ TEST_F(OddCopyTest, RemovesOnlyAnIncompleteFile) {
     EXPECT_EQ(folder.contents("to"), "mine");
 }
 
-/// Records the messages to the system's file manager.
+/// Records the messages sent to the default file manager.
 class FileCallsTest : public ::testing::Test {
   protected:
     FileCallsTest() { takeRecorded(); }
 
     CocoaFiles files;
-    Recorder* manager = [Recorder named:"files" standingFor:[NSFileManager class]];
+    Recorder* manager = [Recorder named:"files" replacing:[NSFileManager class]];
 
   private:
     Answering answering_ { [NSFileManager class], @selector(defaultManager), manager };
 };
 
-TEST_F(FileCallsTest, ListingKeepsTheOrderOfTheSystem) {
+TEST_F(FileCallsTest, ListingKeepsTheSystemsOrder) {
     [manager answer:@[ @"b", @"C", @"a" ] to:@selector(contentsOfDirectoryAtPath:error:)];
     EXPECT_EQ(files.contentsOfDirectory("/x"), (std::vector<std::string>{"b", "C", "a"}));
 }
@@ -96,7 +96,7 @@ TEST_F(FileCallsTest, FilesAreNotMapped) {
     EXPECT_EQ(files.contentsOfFile("/a"), std::nullopt);
 }
 
-TEST_F(FileCallsTest, StandardFoldersAreNotCreatedAndNameDirectories) {
+TEST_F(FileCallsTest, StandardFoldersAreDirectoriesAndAreNotCreated) {
     NSURL* documents = [NSURL fileURLWithPath:@"/a b/Documents" isDirectory:NO];
     NSURL* shared = [NSURL fileURLWithPath:@"/Users" isDirectory:YES];
     [manager answer:documents

@@ -41,7 +41,7 @@ class FilesTest : public ::testing::Test {
     std::optional<Error> error;
 };
 
-TEST_F(FilesTest, KnowsWhatIsThere) {
+TEST_F(FilesTest, KnowsWhatExists) {
     folder.addFile("a/file");
     fs::create_symlink("a", folder.at("link"));
     fs::create_symlink("nowhere", folder.at("dangling"));
@@ -58,7 +58,7 @@ TEST_F(FilesTest, KnowsWhatIsThere) {
     EXPECT_FALSE(files.fileExists(folder.at("missing")));
 }
 
-TEST_F(FilesTest, KnowsWhatMayBeReadAndWritten) {
+TEST_F(FilesTest, KnowsWhatIsReadableAndWritable) {
     folder.addFolder("folder");
     for (const auto mode : {fs::perms(0000), fs::perms(0333), fs::perms(0555), fs::perms(0777)}) {
         fs::permissions(folder.at("folder"), mode);
@@ -102,7 +102,7 @@ TEST_F(FilesTest, ReadsWholeFiles) {
     EXPECT_EQ(files.contentsOfFile(folder.at("closed")), std::nullopt);
 }
 
-TEST_F(FilesTest, EmptyPathAndPathWithNulMatchNothing) {
+TEST_F(FilesTest, EmptyAndInvalidPathsMatchNothing) {
     folder.addFile("folder/file", "kept");
     const std::string nul(1, '\0');
     const fs::path before = fs::current_path();
@@ -154,7 +154,7 @@ TEST_F(FilesTest, CopiesAndMovesUnderAnyName) {
     }
 }
 
-TEST_F(FilesTest, NeitherCopiesNorMovesOntoAnything) {
+TEST_F(FilesTest, NeverCopiesOrMovesOntoAnExistingItem) {
     folder.addFile("from/file", "new");
     folder.addFile("file", "old");
     folder.addFile("folder/inner", "old");
@@ -169,7 +169,7 @@ TEST_F(FilesTest, NeitherCopiesNorMovesOntoAnything) {
                                      "folder/inner: old", "from/", "from/file: new"}));
 }
 
-TEST_F(FilesTest, FailsWithoutASourceAndWhereNothingMayBeWritten) {
+TEST_F(FilesTest, FailsWithoutASourceOrWritePermission) {
     folder.addFile("closed/file", "kept");
     folder.addFile("from", "text");
     fs::permissions(folder.at("closed"), fs::perms(0555));

@@ -11,7 +11,7 @@
 #include <vector>
 
 /// Compares the core's path, URL and number functions with Foundation's. Where GNUstep differs from
-/// Apple's Foundation, the core follows Apple's, and the tests of the core alone say so.
+/// Apple's Foundation, the core follows Apple's, and the core's own tests cover the difference.
 namespace morvella {
 
 namespace {
@@ -27,22 +27,22 @@ const std::vector<std::string> components = {"b",  "/b",  "b/", "b//c", "",    "
 
 TEST(FoundationPathsTest, HandlesPathsAsNSStringDoes) {
     for (const std::string& path : paths) {
-        NSString* foundations = stringOf(path);
-        EXPECT_EQ(pathExtension(path), textOf([foundations pathExtension])) << path;
+        NSString* string = stringOf(path);
+        EXPECT_EQ(pathExtension(path), textOf([string pathExtension])) << path;
         EXPECT_EQ(deletingLastPathComponent(path),
-                  textOf([foundations stringByDeletingLastPathComponent]))
+                  textOf([string stringByDeletingLastPathComponent]))
             << path;
         for (const std::string& component : components) {
             EXPECT_EQ(appendingPathComponent(path, component),
-                      textOf([foundations stringByAppendingPathComponent:stringOf(component)]))
+                      textOf([string stringByAppendingPathComponent:stringOf(component)]))
                 << path << " and " << component;
         }
     }
 }
 
-void expectSameUrl(const FileUrl& url, NSURL* foundations) {
-    EXPECT_EQ(url.absoluteString(), textOf([[foundations absoluteURL] absoluteString]));
-    EXPECT_EQ(url.path(), textOf([[foundations absoluteURL] path]));
+void expectSameUrl(const FileUrl& url, NSURL* expected) {
+    EXPECT_EQ(url.absoluteString(), textOf([[expected absoluteURL] absoluteString]));
+    EXPECT_EQ(url.path(), textOf([[expected absoluteURL] path]));
 }
 
 TEST(FoundationPathsTest, WritesUrlsAsNSURLDoes) {

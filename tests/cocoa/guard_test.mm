@@ -8,7 +8,7 @@
 #include "cocoa/turn.h"
 #include "platform/cocoa/cocoa_platform.h"
 
-/// Takes the place of the application.
+/// Replaces the application.
 @interface TerminationLog : NSObject
 - (void)terminate:(id)sender;
 @end
@@ -41,7 +41,7 @@ class GuardTest : public ::testing::Test {
         [application_ release];
     }
 
-    /// The lines that are logged when an entry point does `work`, without time and process.
+    /// The lines logged while the guard runs `work`, without time and process.
     static std::string logOf(const std::function<void()>& work) {
         ::testing::internal::CaptureStderr();
         guarded(work);

@@ -10,12 +10,12 @@ namespace fs = std::filesystem;
 
 using Paths = std::vector<std::string>;
 
-/// Whatever `Library.cfg` says: what a whole installation moves to the Trash, and that every other
-/// file of the user's stays.
+/// Installs with a hostile `Library.cfg`: tests what goes to the Trash and that all other files
+/// stay in place.
 class HostileLibraryCfgTest : public RealFilesTest {
   protected:
     HostileLibraryCfgTest() {
-        for (const std::string& file : treasures) {
+        for (const std::string& file : keptFiles) {
             folder.addFile(file, "kept: " + file);
         }
         folder.addFile("home/Music/User Library/Morvella/.Morvella.app/old", "old");
@@ -23,13 +23,13 @@ class HostileLibraryCfgTest : public RealFilesTest {
     }
 
     ~HostileLibraryCfgTest() override {
-        for (const std::string& file : treasures) {
+        for (const std::string& file : keptFiles) {
             EXPECT_EQ(folder.contents(file), "kept: " + file);
         }
     }
 
     /// Finds the User Library, installs, and answers every sheet with its first button. Returns
-    /// what went to the Trash, in order, except for the last item: the old utility.
+    /// the paths moved to the Trash, in order, without the old utility's.
     Paths run(const std::string& parent, const std::string& name) {
         changes.trashed.clear();
         folder.addFolder("Applications/Morvella");
@@ -54,7 +54,7 @@ class HostileLibraryCfgTest : public RealFilesTest {
 
     const std::string liveApplication = folder.at("Live 11.app");
     const std::string music = folder.at("home/Music");
-    const Paths treasures = {"home/Music/User Library/Presets/mine.adv",
+    const Paths keptFiles = {"home/Music/User Library/Presets/mine.adv",
                              "home/Music/User Library/Morvella Backup/mine.adv",
                              "home/Music/Projects/song.als",
                              "home/Documents/ISF/Dariwent/mine.fs",
@@ -83,7 +83,7 @@ TEST_F(HostileLibraryCfgTest, PathsWithNulMatchNothing) {
     EXPECT_EQ(folder.tree("home/Music"), before);
 }
 
-TEST_F(HostileLibraryCfgTest, EverySpellingLeadsToTheSameInstallation) {
+TEST_F(HostileLibraryCfgTest, EverySpellingOfThePathInstallsInTheSameFolder) {
     fs::create_directory_symlink("User Library", music + "/link");
     const std::vector<std::pair<std::string, std::string>> spellings = {
         {music, "User Library"},
@@ -103,7 +103,7 @@ TEST_F(HostileLibraryCfgTest, EverySpellingLeadsToTheSameInstallation) {
     }
 }
 
-TEST_F(HostileLibraryCfgTest, FolderAboveTheUserLibraryIsTakenAsGiven) {
+TEST_F(HostileLibraryCfgTest, FolderAboveTheUserLibraryIsUsedAsWritten) {
     folder.addFile("home/Music/Morvella/old", "old");
     EXPECT_EQ(run(music + "/User Library", ".."), Paths{library + "/../Morvella"});
     EXPECT_EQ(folder.contents("home/Music/User Library/Morvella/.Morvella.app/old"), "old");

@@ -11,10 +11,10 @@ namespace fs = std::filesystem;
 using tests::Kind;
 using Tree = std::vector<std::string>;
 
-/// The installation page on real files.
+/// Runs the installation page on real files.
 class InstallationFilesTest : public RealFilesTest {
   protected:
-    /// Answers the question about a previous installation with Continue.
+    /// Runs the page and answers the question about a previous installation with Continue.
     void installOverPrevious(ControlState checkBox) {
         installer.doInstallViewAppeared();
         window->answer(1000, checkBox);
@@ -81,13 +81,13 @@ TEST_F(InstallationFilesTest, PreviousInstallationMayBeAFileOrALink) {
     EXPECT_FALSE(folder.holds("home/nowhere"));
 }
 
-/// Until it exists, nothing shows that "Morvella" will be a folder. What is resolved against it
-/// must land in it all the same.
-TEST_F(InstallationFilesTest, ShadersInTheDocumentsLeaveTheUsersOwnFilesAlone) {
+/// Until "Morvella" exists, a URL queried from the disk would not name a directory, and "ISF" would
+/// resolve beside it, where the user may have a folder of that name.
+TEST_F(InstallationFilesTest, ShadersInDocumentsLeaveTheUsersOwnFilesAlone) {
     fs::create_symlink("nowhere", folder.at("Users/Shared/Morvella"));
-    const Tree treasures = {"home/Documents/ISF/Dariwent/my.fs", "home/Documents/Dariwent/my.fs",
+    const Tree userFiles = {"home/Documents/ISF/Dariwent/my.fs", "home/Documents/Dariwent/my.fs",
                             "Users/Morvella/my.fs"};
-    for (const std::string& file : treasures) {
+    for (const std::string& file : userFiles) {
         folder.addFile(file, "mine");
     }
     installer.installTo(destination);
@@ -97,7 +97,7 @@ TEST_F(InstallationFilesTest, ShadersInTheDocumentsLeaveTheUsersOwnFilesAlone) {
     installer.installTo(destination);
     EXPECT_FALSE(folder.holds("home/Documents/Morvella/ISF/Dariwent/old.fs"));
     EXPECT_EQ(folder.contents("home/Documents/Morvella/ISF/my.fs"), "mine");
-    for (const std::string& file : treasures) {
+    for (const std::string& file : userFiles) {
         EXPECT_EQ(folder.contents(file), "mine") << file;
     }
 }

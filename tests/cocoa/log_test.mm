@@ -18,7 +18,7 @@ namespace {
 constexpr int lines = 20;
 constexpr size_t length = 70000;  // More than a pipe holds.
 
-/// The log of a child process.
+/// Logs in a child process.
 class LogTest : public ::testing::Test {
   protected:
     LogTest() {
@@ -30,12 +30,12 @@ class LogTest : public ::testing::Test {
 
     ~LogTest() override { closeReader(); }
 
-    /// Writes the lines in a child whose standard error is `output`. Its own children must still
-    /// end by SIGPIPE.
+    /// Forks a child that logs the lines with `output` as its standard error. SIGPIPE must still
+    /// kill the child's own children.
     void startLogging(int output) {
         child_ = fork();
         if (child_ == 0) {
-            // GNUstep ignores it, unlike macOS. An earlier test may have set the log's handler.
+            // GNUstep ignores SIGPIPE, macOS does not. The log may have set a handler: keep it.
             if (const auto handler = std::signal(SIGPIPE, SIG_DFL); handler != SIG_IGN) {
                 std::signal(SIGPIPE, handler);
             }
@@ -56,7 +56,7 @@ class LogTest : public ::testing::Test {
         reader_ = -1;
     }
 
-    /// What the child writes into the pipe, read more slowly than it is written.
+    /// Reads what the child writes to the pipe, more slowly than the child writes.
     std::string readAll() {
         std::string text;
         char piece[4096];
@@ -67,8 +67,8 @@ class LogTest : public ::testing::Test {
         return text;
     }
 
-    /// Expects the child to end by itself within ten seconds.
-    void expectEnd() {
+    /// Expects the child to exit successfully within ten seconds.
+    void expectExit() {
         int status = 0;
         for (int i = 0; i < 1000; ++i) {
             if (waitpid(child_, &status, WNOHANG) == child_) {
@@ -79,7 +79,7 @@ class LogTest : public ::testing::Test {
         }
         kill(child_, SIGKILL);
         waitpid(child_, &status, 0);
-        ADD_FAILURE() << "it waits for the reader";
+        ADD_FAILURE() << "the child has not exited";
     }
 
     int reader_ = -1;
@@ -89,7 +89,7 @@ class LogTest : public ::testing::Test {
     pid_t child_ = 0;
 };
 
-/// Expects each line in its order as NSLog writes it: time, program and process come first.
+/// Expects every line, in order and in NSLog's format: time, program and process come first.
 void expectEveryLine(const std::string& text) {
     const std::regex head(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} \w+\[\d+:\d+\] line (\d+) )");
     size_t at = 0;
@@ -108,25 +108,25 @@ void expectEveryLine(const std::string& text) {
 TEST_F(LogTest, AFileGetsEveryLine) {
     const TemporaryFolder folder;
     startLogging(open(folder.at("log").c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
-    expectEnd();
+    expectExit();
     expectEveryLine(folder.contents("log"));
 }
 
 TEST_F(LogTest, ASlowReaderGetsEveryLine) {
     startLogging(writer_);
     expectEveryLine(readAll());
-    expectEnd();
+    expectExit();
 }
 
-TEST_F(LogTest, GoesOnWhenItsReaderHasEnded) {
+TEST_F(LogTest, ContinuesIfItsReaderHasExited) {
     startLogging(writer_);
     closeReader();
-    expectEnd();
+    expectExit();
 }
 
-TEST_F(LogTest, GoesOnWhenItsReaderNeverReads) {
+TEST_F(LogTest, ContinuesIfItsReaderNeverReads) {
     startLogging(writer_);
-    expectEnd();
+    expectExit();
 }
 
 }  // namespace

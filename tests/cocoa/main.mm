@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Drains what a test autoreleases before the next one begins.
+/// Gives each test an autorelease pool, which it drains before the next test begins.
 class PoolForEachTest : public ::testing::EmptyTestEventListener {
     NSAutoreleasePool* _pool = nil;
 
@@ -23,7 +23,7 @@ class PoolForEachTest : public ::testing::EmptyTestEventListener {
 
 }  // namespace
 
-/// Lets Foundation allocate what it keeps for the life of the process, so that no test leaks it.
+/// Allocates what Foundation keeps until the process ends, so that no test seems to leak it.
 extern "C" void prepareFoundation() {
     [NSUserDefaults standardUserDefaults];
     [NSPipe pipe];
@@ -37,10 +37,10 @@ int main(int argc, char** argv) {
     {
         // The system looks up the home folder, which holds the Trash, only once.
         const morvella::cocoa_tests::TemporaryFolder home;
-        // A path that is empty by mistake must not name the clone.
+        // So that a path left empty by mistake does not refer to the source tree.
         std::filesystem::current_path(home.path());
         setenv("HOME", home.path().c_str(), 1);
-        // The variable that a Mac reads instead.
+        // macOS reads this variable instead.
         setenv("CFFIXED_USER_HOME", home.path().c_str(), 1);
         prepareFoundation();
         result = RUN_ALL_TESTS();

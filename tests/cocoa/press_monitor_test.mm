@@ -9,7 +9,7 @@
 
 using EventHandler = NSEvent* (^)(NSEvent* event);
 
-/// A window or its frame, with at most one view under the pointer and one button in the title bar.
+/// A window or its frame view, with at most one view under the pointer and one title bar button.
 @interface TestWindow : Recorder {
   @public
     NSView* hit;
@@ -37,7 +37,7 @@ namespace {
 EventHandler eventHandler = nil;
 NSEventMask watched = 0;
 id shownWindow = nil;
-// Only ever advanced, so that each test starts with a pause.
+// Never reset, so that each test starts long after the previous one.
 NSTimeInterval uptime = 1000;
 
 id addMonitor(id, SEL, NSEventMask mask, EventHandler handler) {
@@ -54,7 +54,7 @@ double systemUptime(id, SEL) {
     return uptime;
 }
 
-/// A page with one thing under the pointer has just been drawn.
+/// A page has just been drawn, with at most one view under the pointer.
 class PressMonitorTest : public ::testing::Test {
   protected:
     PressMonitorTest() {
@@ -74,13 +74,13 @@ class PressMonitorTest : public ::testing::Test {
 
     /// Puts a view of this class under the pointer.
     Recorder* show(Class kind) {
-        Recorder* view = [Recorder named:"view" standingFor:kind];
+        Recorder* view = [Recorder named:"view" replacing:kind];
         [view answer:window_ to:@selector(window)];
         frame_->hit = static_cast<id>(view);
         return view;
     }
 
-    /// Whether a click reaches the window, this many seconds after the page was drawn.
+    /// Whether a click reaches the window this many seconds after the page was drawn.
     static bool clicks(NSTimeInterval later) { return passes(click(uptime + later)); }
     static NSEvent* click(NSTimeInterval time) {
         return [NSEvent mouseEventWithType:NSEventTypeLeftMouseDown
@@ -94,7 +94,7 @@ class PressMonitorTest : public ::testing::Test {
                                   pressure:1];
     }
 
-    /// Likewise for a key.
+    /// The same for a key.
     static bool types(NSString* key, NSTimeInterval later, BOOL isRepeat = NO,
                       NSUInteger modifiers = 0) {
         return passes([NSEvent keyEventWithType:NSEventTypeKeyDown
@@ -116,10 +116,10 @@ class PressMonitorTest : public ::testing::Test {
     }
 
     TestWindow* window_ = static_cast<TestWindow*>([TestWindow named:"window"
-                                                         standingFor:[NSWindow class]]);
-    Recorder* content_ = [Recorder named:"content" standingFor:[NSView class]];
+                                                           replacing:[NSWindow class]]);
+    Recorder* content_ = [Recorder named:"content" replacing:[NSView class]];
     TestWindow* frame_ = static_cast<TestWindow*>([TestWindow named:"frame"
-                                                        standingFor:[NSView class]]);
+                                                          replacing:[NSView class]]);
 
   private:
     Replaced watching_ {
@@ -140,9 +140,9 @@ TEST_F(PressMonitorTest, DiscardsClicksOnButtonsSoonAfterThePageWasDrawn) {
     EXPECT_TRUE(clicks(0.7));
 }
 
-TEST_F(PressMonitorTest, FindsAButtonByAViewInsideIt) {
+TEST_F(PressMonitorTest, FindsTheButtonAroundAView) {
     Recorder* button = show([NSButton class]);
-    Recorder* content = [Recorder named:"content" standingFor:[NSView class]];
+    Recorder* content = [Recorder named:"content" replacing:[NSView class]];
     [content answer:button to:@selector(superview)];
     [show([NSImageView class]) answer:content to:@selector(superview)];
     EXPECT_FALSE(clicks(0.1));
@@ -153,20 +153,20 @@ TEST_F(PressMonitorTest, PassesClicksThatHitNoButton) {
     show([NSTextView class]);
     EXPECT_TRUE(clicks(0.1));
     show([NSButton class]);
-    EXPECT_TRUE(clicks(0.55)) << "the clicks beside it belong to no series";
+    EXPECT_TRUE(clicks(0.55)) << "clicks that hit no button belong to no series";
     shownWindow = nil;
     [PressMonitor screenChanged];
     EXPECT_TRUE(clicks(0.1));
 }
 
-TEST_F(PressMonitorTest, PassesClicksOnTheTitleBarsButtons) {
+TEST_F(PressMonitorTest, PassesClicksOnTitleBarButtons) {
     window_->button = show([NSButton class]);
     for (const NSWindowButton kind :
          {NSWindowCloseButton, NSWindowMiniaturizeButton, NSWindowZoomButton}) {
         window_->kind = kind;
         EXPECT_TRUE(clicks(0.1)) << kind;
     }
-    window_->button = [Recorder named:"other" standingFor:[NSButton class]];
+    window_->button = [Recorder named:"other" replacing:[NSButton class]];
     EXPECT_FALSE(clicks(0.1));
 }
 
@@ -187,7 +187,7 @@ TEST_F(PressMonitorTest, DiscardsTheRepeatsOfAHeldKey) {
     EXPECT_FALSE(types(@"\r", 5, YES));
 }
 
-TEST_F(PressMonitorTest, TreatsAPressWithoutATimeAsMadeNow) {
+TEST_F(PressMonitorTest, TreatsAPressWithoutATimestampAsMadeNow) {
     show([NSButton class]);
     uptime += 0.4;
     EXPECT_FALSE(passes(click(0)));
@@ -195,7 +195,7 @@ TEST_F(PressMonitorTest, TreatsAPressWithoutATimeAsMadeNow) {
     EXPECT_TRUE(passes(click(0)));
 }
 
-TEST_F(PressMonitorTest, TreatsTheBeginAndEndOfASheetAsANewPage) {
+TEST_F(PressMonitorTest, TreatsTheStartAndEndOfASheetAsANewPage) {
     for (NSString* name : {NSWindowWillBeginSheetNotification, NSWindowDidEndSheetNotification}) {
         uptime += 10;
         [[NSNotificationCenter defaultCenter] postNotificationName:name

@@ -10,13 +10,13 @@
 
 namespace morvella::cocoa_tests {
 
-/// Foundation's changes to the disk, with a folder as the Trash: on a Mac the tests must not touch
-/// the user's own.
+/// Changes the disk through Foundation, but replaces the Trash with a temporary folder: on a Mac
+/// the tests must not touch the user's Trash.
 class RedirectedFileChanges : public CocoaFileChanges {
   public:
     bool trashItem(const FileUrl& url, ErrorOut error) override {
-        const std::string place = trash_.at(std::to_string(++attempts_));
-        const bool isMoved = moveItem(url, FileUrl::file(place), error);
+        const std::string target = trash_.at(std::to_string(++attempts_));
+        const bool isMoved = moveItem(url, FileUrl::file(target), error);
         if (isMoved) {
             trashed.push_back(url.path());
         }
@@ -31,7 +31,7 @@ class RedirectedFileChanges : public CocoaFileChanges {
     int attempts_ = 0;
 };
 
-/// Foundation's tasks, with the tests' archiver.
+/// Runs tasks through Foundation, with `DITTO` as the archiver.
 class RedirectedTaskRunner : public CocoaTaskRunner {
   public:
     std::optional<TaskResult> run(const Command& command) override {
@@ -40,9 +40,9 @@ class RedirectedTaskRunner : public CocoaTaskRunner {
     }
 };
 
-/// The installer on the real files of a temporary folder, through Foundation: a home folder "home",
-/// the User Library "Music/User Library" in it, "Applications", "Users/Shared", and the bundle's
-/// resources in "Bundle", with small versions of the archives. Everything that is not a file is
+/// Runs the installer through Foundation on real files in a temporary folder: a home folder "home"
+/// with the User Library "Music/User Library", "Applications", "Users/Shared", and the bundle's
+/// resources in "Bundle", with small versions of the archives. Everything except files and tasks is
 /// faked.
 class RealFilesTest : public tests::InstallerTest {
   protected:

@@ -5,21 +5,21 @@
 #include <string>
 #include <vector>
 
-/// Takes the place of an object of the platform: records the messages sent to it, and answers them
-/// as configured. Unconfigured object results are nil, numbers 0; every init returns the recorder.
+/// Replaces a platform object: records the messages sent to it and answers them as configured.
+/// Unconfigured object results are nil, numbers 0; every init returns the recorder.
 @interface Recorder : NSObject {
     std::string* _name;
     Class _class;
     NSMutableDictionary* _answers;
 }
 
-/// Autoreleased. Understands only what the instances of `replaced` do.
-+ (Recorder*)named:(const char*)name standingFor:(Class)replaced;
+/// Autoreleased. Understands only the messages that instances of `replaced` understand.
++ (Recorder*)named:(const char*)name replacing:(Class)replaced;
 
-/// The number of recorders with this name.
+/// The number of recorders with this name that have not been deallocated.
 + (int)livingNamed:(const char*)name;
 
-/// Numbers are given as NSNumber.
+/// Pass a number as an NSNumber.
 - (void)answer:(id)answer to:(SEL)selector;
 
 @end
@@ -32,13 +32,13 @@ using Lines = std::vector<std::string>;
 /// selector and the arguments.
 Lines takeRecorded();
 
-/// Adds a line.
+/// Adds a line of the test's own.
 void record(const std::string& line);
 
 /// Swizzles a method of `owner` during its lifetime. The owner of a class method is the metaclass.
 class Replaced {
   public:
-    /// `function` may have any signature: all of them convert by way of `void (*)()`.
+    /// `function` may have any signature: it is cast by way of `void (*)()`.
     template <class Result, class... Arguments>
     Replaced(Class owner, SEL method, Result (*function)(Arguments...))
         : Replaced(owner, method, reinterpret_cast<IMP>(reinterpret_cast<void (*)()>(function))) {}

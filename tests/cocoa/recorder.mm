@@ -13,7 +13,7 @@ Lines recorded;
 std::map<std::string, int> livingRecorders;
 std::map<std::pair<Class, std::string>, id> answers;
 
-std::string plain(NSString* text) {
+std::string utf8(NSString* text) {
     return [text UTF8String];
 }
 
@@ -22,12 +22,12 @@ std::string describe(id object) {
         return "nil";
     }
     if ([object isKindOfClass:[NSURL class]]) {
-        return plain([object absoluteString]);
+        return utf8([object absoluteString]);
     }
     if ([object isKindOfClass:[NSArray class]]) {
-        return plain([object componentsJoinedByString:@" "]);
+        return utf8([object componentsJoinedByString:@" "]);
     }
-    return plain([object description]);
+    return utf8([object description]);
 }
 
 template <class T>
@@ -109,15 +109,15 @@ using namespace morvella::cocoa_tests;
 
 @implementation Recorder
 
-+ (Recorder*)named:(const char*)name standingFor:(Class)replaced {
-    return [[[self alloc] initWithName:name standingFor:replaced] autorelease];
++ (Recorder*)named:(const char*)name replacing:(Class)replaced {
+    return [[[self alloc] initWithName:name replacing:replaced] autorelease];
 }
 
 + (int)livingNamed:(const char*)name {
     return livingRecorders[name];
 }
 
-- (instancetype)initWithName:(const char*)name standingFor:(Class)replaced {
+- (instancetype)initWithName:(const char*)name replacing:(Class)replaced {
     self = [super init];
     _name = new std::string(name);
     _class = replaced;

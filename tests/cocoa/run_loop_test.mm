@@ -13,7 +13,7 @@ namespace morvella::cocoa_tests {
 
 namespace {
 
-TEST(RunLoopTest, MainQueueRunsWorkLaterInItsOrderAndLetsGoOfIt) {
+TEST(RunLoopTest, MainQueueRunsWorkLaterInOrderAndReleasesIt) {
     CocoaRunLoop runLoop;
     const auto ran = std::make_shared<std::vector<int>>();
     for (const int number : {1, 2, 3}) {
@@ -49,21 +49,21 @@ TEST(RunLoopTest, TimerWaitsWhileTheRunLoopIsInAnotherMode) {
         timer.invalidate();
     });
     NSDate* end = [NSDate dateWithTimeIntervalSinceNow:0.2];
-    NSTimer* keepsTurning = [NSTimer timerWithTimeInterval:0.01
-                                                    target:[NSObject class]
-                                                  selector:@selector(class)
-                                                  userInfo:nil
-                                                   repeats:YES];
-    [[NSRunLoop mainRunLoop] addTimer:keepsTurning forMode:@"tracking"];
+    NSTimer* keepAlive = [NSTimer timerWithTimeInterval:0.01
+                                                 target:[NSObject class]
+                                               selector:@selector(class)
+                                               userInfo:nil
+                                                repeats:YES];
+    [[NSRunLoop mainRunLoop] addTimer:keepAlive forMode:@"tracking"];
     while ([end timeIntervalSinceNow] > 0) {
         [[NSRunLoop mainRunLoop] runMode:@"tracking" beforeDate:end];
     }
-    [keepsTurning invalidate];
+    [keepAlive invalidate];
     EXPECT_EQ(ticks, 0);
     EXPECT_TRUE(turnUntil([&] { return ticks == 1; }));
 }
 
-TEST(RunLoopTest, GoesOnWhileATaskIsWaitedFor) {
+TEST(RunLoopTest, KeepsRunningWhileATaskRuns) {
     const TemporaryFolder folder;
     CocoaRunLoop runLoop;
     bool queueRan = false;
@@ -74,7 +74,7 @@ TEST(RunLoopTest, GoesOnWhileATaskIsWaitedFor) {
             folder.addFile("go");
         }
     });
-    // Ends by what the timer does, or by itself with another status.
+    // Exits with 7 once the timer has created "go"; gives up with another status.
     const char* waits = "for i in $(seq 1000); do [ -e go ] && exit 7; sleep 0.01; done";
     const auto result = CocoaTaskRunner().run({"/bin/sh", {"-c", waits}, folder.path()});
     ASSERT_TRUE(result);

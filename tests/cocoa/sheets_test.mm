@@ -12,16 +12,16 @@ namespace {
 
 template <class T>
 T* recorder(const char* name) {
-    return static_cast<T*>(static_cast<id>([Recorder named:name standingFor:[T class]]));
+    return static_cast<T*>(static_cast<id>([Recorder named:name replacing:[T class]]));
 }
 
 class SheetsTest : public ::testing::Test {
   protected:
-    /// Begins a sheet that only the platform retains. `answered` tells what the answer was.
+    /// Begins a sheet that only the platform retains. `answered` receives the answer.
     void begin(
         const Alert& alert, AlertAnswered answered = [](const AlertAnswer&) {}) {
         NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
-        Recorder* made = [TestSheet named:"alert" standingFor:[NSAlert class]];
+        Recorder* made = [TestSheet named:"alert" replacing:[NSAlert class]];
         [made answer:panel_ to:@selector(window)];
         [made answer:checkBox_ to:@selector(suppressionButton)];
         takeRecorded();
@@ -32,7 +32,7 @@ class SheetsTest : public ::testing::Test {
         [pool release];
     }
 
-    /// Presses the button with this code; the platform lets go of the handler then.
+    /// Presses the button with this code; the platform then releases the handler.
     static void press(NSModalResponse response) {
         NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
         cocoa_tests::answer(response);
@@ -40,13 +40,13 @@ class SheetsTest : public ::testing::Test {
         [pool release];
     }
 
-    Recorder* checkBox_ = [Recorder named:"check box" standingFor:[NSButton class]];
+    Recorder* checkBox_ = [Recorder named:"check box" replacing:[NSButton class]];
 
   private:
-    Recorder* panel_ = [Recorder named:"panel" standingFor:[NSWindow class]];
+    Recorder* panel_ = [Recorder named:"panel" replacing:[NSWindow class]];
 };
 
-TEST_F(SheetsTest, ShowWhatTheAlertHolds) {
+TEST_F(SheetsTest, ShowTheAlertsStyleTextAndButtons) {
     begin({.style = AlertStyle::critical, .messageText = "Install failed", .buttons = {"Quit"}});
     Lines lines = takeRecorded();
     EXPECT_EQ(lines.back(), "alert begins on window");
@@ -80,7 +80,7 @@ TEST_F(SheetsTest, ShowHelpCheckBoxAccessoryAndInformativeText) {
     press(NSAlertFirstButtonReturn);
 }
 
-TEST_F(SheetsTest, AreReleasedOnceTheyAreAnswered) {
+TEST_F(SheetsTest, AreReleasedAfterTheyAreAnswered) {
     auto held = std::make_shared<int>();
     const std::weak_ptr<int> callback = held;
     begin({}, [held](const AlertAnswer&) { EXPECT_EQ([Recorder livingNamed:"alert"], 1); });
@@ -92,7 +92,7 @@ TEST_F(SheetsTest, AreReleasedOnceTheyAreAnswered) {
     EXPECT_TRUE(callback.expired());
 }
 
-TEST_F(SheetsTest, AnswerWithTheButtonAndTheStateOfTheCheckBox) {
+TEST_F(SheetsTest, ReportTheButtonAndTheStateOfTheCheckBox) {
     for (const int state : {-1, 0, 1}) {
         AlertAnswer given;
         begin({.suppressionButton = SuppressionButton{}},
@@ -104,8 +104,8 @@ TEST_F(SheetsTest, AnswerWithTheButtonAndTheStateOfTheCheckBox) {
     }
 }
 
-TEST_F(SheetsTest, AskForTheUsersAttentionByTheirStyle) {
-    NSApp = static_cast<id>([Recorder named:"application" standingFor:[NSApplication class]]);
+TEST_F(SheetsTest, RequestAttentionAccordingToTheirStyle) {
+    NSApp = static_cast<id>([Recorder named:"application" replacing:[NSApplication class]]);
     for (const auto& [style, request] : {std::pair(AlertStyle::warning, NSInformationalRequest),
                                          std::pair(AlertStyle::critical, NSCriticalRequest)}) {
         begin({.style = style});
@@ -116,7 +116,7 @@ TEST_F(SheetsTest, AskForTheUsersAttentionByTheirStyle) {
     NSApp = nil;
 }
 
-TEST_F(SheetsTest, GuardTheirAnswers) {
+TEST_F(SheetsTest, GuardTheirCompletionHandlers) {
     int handled = 0;
     setUnknownStateHandler(this, [&] { ++handled; });
     begin({}, [](const AlertAnswer&) { [NSException raise:@"StubException" format:@""]; });

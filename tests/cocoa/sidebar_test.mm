@@ -34,7 +34,7 @@ std::string roleOf(NSColor* color) {
                                                                          : "another colour";
 }
 
-/// How one part of the sidebar looks and what VoiceOver says.
+/// How one part of the sidebar looks and what VoiceOver says for it.
 std::string describe(NSControl* part) {
     if (hidden.contains(part) != hidden.contains([part cell])) {
         return "hidden only in part";
@@ -51,7 +51,7 @@ std::string describe(NSControl* part) {
            (bold ? ", bold, " : ", ") + heard + (plain ? "" : ", not a plain label");
 }
 
-/// Rows and their places are compared in pictures of the window.
+/// The end-to-end tests check the layout of the rows in screenshots.
 class SidebarTest : public ::testing::Test {
   protected:
     ~SidebarTest() override {
@@ -59,7 +59,7 @@ class SidebarTest : public ::testing::Test {
         spoken.clear();
     }
 
-    /// Every part of the sidebar with these steps, in order.
+    /// Describes each part of the sidebar with these steps, in order.
     Lines shown(const std::vector<Step>& steps) {
         hidden.clear();
         spoken.clear();
@@ -75,9 +75,7 @@ class SidebarTest : public ::testing::Test {
         [[[StepsSidebar alloc] initWithFrame:NSMakeRect(0, 0, 200, 300)] autorelease];
 
   private:
-    static id recorder(const char* name) {
-        return [Recorder named:name standingFor:[NSFont class]];
-    }
+    static id recorder(const char* name) { return [Recorder named:name replacing:[NSFont class]]; }
 
     // A real font needs a display.
     Answering font_ { [NSFont class], @selector(systemFontOfSize:), recorder("font") };

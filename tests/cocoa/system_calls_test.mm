@@ -1,4 +1,4 @@
-// Calls with no visible effect: GNUstep does nothing, or there is no display.
+// Calls whose effects these tests cannot observe: GNUstep does nothing, or they need a display.
 
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ using AnnouncementInfo = NSDictionary<NSAccessibilityNotificationUserInfoKey, id
 using AnnouncementInfo = NSDictionary;
 #endif
 
-/// Takes the place of AppKit's function.
+/// Replaces AppKit's function.
 void NSAccessibilityPostNotificationWithUserInfo(id element, NSString* notification,
                                                  AnnouncementInfo* info) {
     NSString* line =
@@ -37,10 +37,10 @@ class ApplicationTest : public ::testing::Test {
     }
     ~ApplicationTest() override { NSApp = nil; }
 
-    Recorder* shared = [Recorder named:"application" standingFor:[NSApplication class]];
+    Recorder* shared = [Recorder named:"application" replacing:[NSApplication class]];
 };
 
-TEST_F(ApplicationTest, AsksForAttentionOnlyWhileAnotherIsActive) {
+TEST_F(ApplicationTest, RequestsAttentionOnlyWhileAnotherIsActive) {
     const auto request = [](NSRequestUserAttentionType type) {
         return "application requestUserAttention: " + std::to_string(type);
     };
@@ -53,7 +53,7 @@ TEST_F(ApplicationTest, AsksForAttentionOnlyWhileAnotherIsActive) {
     EXPECT_EQ(takeRecorded(), Lines{"application isActive"});
 }
 
-TEST_F(ApplicationTest, AnnouncesATextAboveTheNewFocus) {
+TEST_F(ApplicationTest, AnnouncesTextWithHighPriority) {
     CocoaApplication().announce("Licence 100%@");
     NSString* expected =
         [NSString stringWithFormat:@"announcement by application: %@ Licence 100%%@ (%d)",
@@ -65,7 +65,7 @@ TEST_F(ApplicationTest, AnnouncesATextAboveTheNewFocus) {
 id beginActivity(id, SEL, uint64_t options, NSString* reason) {
     record((options == NSActivityUserInitiated ? "user's activity: " : "another: ") +
            std::string([reason UTF8String]));
-    return [Recorder named:"activity" standingFor:[NSObject class]];
+    return [Recorder named:"activity" replacing:[NSObject class]];
 }
 
 void endActivity(id, SEL, id activity) {
@@ -84,7 +84,7 @@ TEST(ActivityTest, LastsAsLongAsItIsHeld) {
 }
 
 TEST(WorkspaceTest, OpensAFileWithAnApplication) {
-    Recorder* shared = [Recorder named:"workspace" standingFor:[NSWorkspace class]];
+    Recorder* shared = [Recorder named:"workspace" replacing:[NSWorkspace class]];
     const Answering answering([NSWorkspace class], @selector(sharedWorkspace), shared);
     takeRecorded();
     EXPECT_FALSE(CocoaApplication().openFile("/Demo 100%.als", "/Live.app/Contents/MacOS/Live"));
@@ -94,10 +94,10 @@ TEST(WorkspaceTest, OpensAFileWithAnApplication) {
     EXPECT_TRUE(CocoaApplication().openFile("/Demo.als", "/Live.app"));
 }
 
-TEST(TaskCallsTest, TaskIsWaitedForBeforeItsOutputIsRead) {
-    Recorder* task = [Recorder named:"task" standingFor:[NSTask class]];
-    Recorder* pipe = [Recorder named:"pipe" standingFor:[NSPipe class]];
-    [pipe answer:[Recorder named:"output" standingFor:[NSFileHandle class]]
+TEST(TaskCallsTest, WaitsForTheTaskBeforeReadingItsOutput) {
+    Recorder* task = [Recorder named:"task" replacing:[NSTask class]];
+    Recorder* pipe = [Recorder named:"pipe" replacing:[NSPipe class]];
+    [pipe answer:[Recorder named:"output" replacing:[NSFileHandle class]]
               to:@selector(fileHandleForReading)];
     const Answering making([NSTask class], @selector(alloc), task);
     const Answering piping([NSPipe class], @selector(pipe), pipe);
@@ -110,7 +110,7 @@ TEST(TaskCallsTest, TaskIsWaitedForBeforeItsOutputIsRead) {
 }
 
 TEST(UserDefaultsCallsTest, SuiteIsOpenedAnewEachTime) {
-    Recorder* suite = [Recorder named:"suite" standingFor:[NSUserDefaults class]];
+    Recorder* suite = [Recorder named:"suite" replacing:[NSUserDefaults class]];
     const Answering making([NSUserDefaults class], @selector(alloc), suite);
     takeRecorded();
     CocoaUserDefaultsSuites().open("com.example.One");
@@ -119,8 +119,8 @@ TEST(UserDefaultsCallsTest, SuiteIsOpenedAnewEachTime) {
                                      "suite initWithSuiteName: com.example.One"}));
 }
 
-TEST(UserDefaultsCallsTest, ValuesAreReadAndWrittenByTheMethodAskedFor) {
-    Recorder* object = [Recorder named:"suite" standingFor:[NSUserDefaults class]];
+TEST(UserDefaultsCallsTest, ReadsAndWritesValuesWithTheRequestedMethod) {
+    Recorder* object = [Recorder named:"suite" replacing:[NSUserDefaults class]];
     CocoaUserDefaults suite(static_cast<NSUserDefaults*>(static_cast<id>(object)));
     [object answer:@"one" to:@selector(valueForKey:)];
     [object answer:[NSNumber numberWithInt:7] to:@selector(objectForKey:)];

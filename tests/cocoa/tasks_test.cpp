@@ -10,7 +10,7 @@ namespace morvella::cocoa_tests {
 
 namespace {
 
-/// Runs a line of shell; `arguments` are its own.
+/// Runs `line` in a shell with `arguments` as its positional parameters.
 TaskResult shell(const std::string& line, const std::vector<std::string>& arguments = {},
                  const std::optional<std::string>& currentDirectory = std::nullopt) {
     Command command{"/bin/sh", {"-c", line, "sh"}, currentDirectory};
@@ -28,14 +28,14 @@ TEST(TasksTest, ReportHowTheChildEnded) {
     EXPECT_EQ(shell("kill -15 $$").terminationStatus, SIGTERM);
 }
 
-TEST(TasksTest, CollectBothOutputsInTheirOrderByteForByte) {
+TEST(TasksTest, CollectBothOutputsInOrderByteForByte) {
     EXPECT_EQ(shell("true").output, "");
     EXPECT_EQ(shell("echo one; echo two >&2; printf '\\377\\0x'").output,
               std::string("one\ntwo\n\xFF\0x", 11));
     EXPECT_EQ(shell("head -c 60000 /dev/zero | tr '\\0' x").output, std::string(60000, 'x'));
 }
 
-TEST(TasksTest, HandEveryArgumentOnUnchanged) {
+TEST(TasksTest, PassEveryArgumentUnchanged) {
     for (const std::string& name : difficultNames()) {
         EXPECT_EQ(shell("printf '%s|' \"$@\"", {name, "", name}).output, name + "||" + name + "|");
     }
@@ -50,7 +50,7 @@ TEST(TasksTest, RunInTheirDirectoryOrInTheInstallers) {
     EXPECT_EQ(shell("pwd -P").output, std::filesystem::current_path().string() + "\n");
 }
 
-TEST(TasksTest, AreNothingWhereTheyCannotBeStarted) {
+TEST(TasksTest, ReturnNothingIfTheyCannotBeStarted) {
     const TemporaryFolder folder;
     folder.addFile("not executable", "#!/bin/sh\n");
     const std::string nul(1, '\0');
@@ -58,7 +58,7 @@ TEST(TasksTest, AreNothingWhereTheyCannotBeStarted) {
     for (const Command& command : {Command{folder.at("missing"), {}, std::nullopt},
                                    Command{folder.at("not executable"), {}, std::nullopt},
                                    Command{"/bin/sh", succeed, folder.at("missing")},
-                                   // Foundation would cut these short at the NUL.
+                                   // Foundation would truncate these at the NUL.
                                    Command{"/bin/sh" + nul, succeed, std::nullopt},
                                    Command{"/bin/sh", {"-c", "true" + nul}, std::nullopt},
                                    Command{"/bin/sh", succeed, folder.path() + nul}}) {

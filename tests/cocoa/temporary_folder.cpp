@@ -17,9 +17,9 @@ namespace fs = std::filesystem;
 TemporaryFolder::TemporaryFolder()
     : path_((fs::canonical(fs::temp_directory_path()) / "morvella-XXXXXX").string()) {
     if (!mkdtemp(path_.data())) {
-        throw std::runtime_error("no temporary folder can be made at " + path_);
+        throw std::runtime_error("cannot create a temporary folder at " + path_);
     }
-    // For the tests that run as an ordinary user.
+    // Accessible in tests that run as an ordinary user.
     fs::permissions(path_, fs::perms(0755));
 }
 
@@ -69,8 +69,8 @@ std::vector<std::string> TemporaryFolder::tree(const std::string& relative) cons
     return found;
 }
 
-// Queries check the real user, changes the effective one. The saved user stays root, which is the
-// way back.
+// Permission queries use the real user, file operations the effective one. The saved user stays
+// root, so that the destructor can switch back.
 OrdinaryUser::OrdinaryUser() : wasRoot_(geteuid() == 0) {
     constexpr uid_t nobody = 65534;
     if (wasRoot_ && (setreuid(nobody, static_cast<uid_t>(-1)) != 0 || seteuid(nobody) != 0)) {

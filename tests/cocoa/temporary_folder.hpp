@@ -5,7 +5,7 @@
 
 namespace morvella::cocoa_tests {
 
-/// A new folder that is deleted at the end, with everything in it. Its path holds no blanks.
+/// A new folder, which the destructor deletes with everything in it.
 class TemporaryFolder {
   public:
     TemporaryFolder();
@@ -23,7 +23,7 @@ class TemporaryFolder {
     void addFolder(const std::string& relative) const;
     void addFile(const std::string& relative, const std::string& contents = "") const;
 
-    /// Whether anything is there; a dangling symbolic link counts.
+    /// Whether anything exists at `relative`; a dangling symbolic link counts.
     [[nodiscard]] bool holds(const std::string& relative) const;
     /// A file's contents; "(no file)" if there is none.
     [[nodiscard]] std::string contents(const std::string& relative) const;
@@ -34,7 +34,7 @@ class TemporaryFolder {
     std::string path_;
 };
 
-/// Turns root into an ordinary user for as long as it lives; does nothing for other users.
+/// Makes root an ordinary user during its lifetime; does nothing for other users.
 class OrdinaryUser {
   public:
     OrdinaryUser();
@@ -46,8 +46,8 @@ class OrdinaryUser {
     bool wasRoot_;
 };
 
-/// File names that break careless code. All are decomposed, as Foundation passes names to the disk
-/// and to child processes on a Mac.
+/// File names that break careless code, in decomposed Unicode: Foundation on macOS passes names to
+/// the disk and to child processes in that form.
 std::vector<std::string> difficultNames();
 
 }  // namespace morvella::cocoa_tests

@@ -6,7 +6,7 @@
 
 namespace morvella::cocoa_tests {
 
-/// Runs the main run loop until `done`, for at most ten seconds.
+/// Runs the main run loop until `done` returns true; gives up and returns false after ten seconds.
 inline bool turnUntil(const std::function<bool()>& done) {
     NSDate* deadline = [NSDate dateWithTimeIntervalSinceNow:10];
     bool isDone = done();

@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(ConversionsTest, KeepTextsByteForByteAndTellNoTextFromAnEmptyOne) {
+TEST(ConversionsTest, KeepTextByteForByteAndDistinguishNilFromEmptyText) {
     for (const std::string& name : difficultNames()) {
         EXPECT_EQ(textOf(stringOf(name)), name);
     }
@@ -28,7 +28,7 @@ TEST(ConversionsTest, KeepTextsByteForByteAndTellNoTextFromAnEmptyOne) {
     EXPECT_EQ([stringOf(std::make_shared<const std::string>("x")) length], 1U);
 }
 
-TEST(ClockTest, FormatsATimeInTheSystemsTimeZoneOnThe24HourClock) {
+TEST(ClockTest, FormatsATimeInTheSystemsTimeZoneOnA24HourClock) {
     // 2021-03-03 13:05:09 UTC
     const Clock::Time time = Clock::Time(std::chrono::seconds(1614776709));
     const char* format = "yyyy-MM-dd(HHmmss)";
@@ -39,7 +39,7 @@ TEST(ClockTest, FormatsATimeInTheSystemsTimeZoneOnThe24HourClock) {
     [NSTimeZone setDefaultTimeZone:before];
 }
 
-TEST(ClockTest, IsTheSystems) {
+TEST(ClockTest, ReturnsTheCurrentTime) {
     const auto before = std::chrono::system_clock::now();
     const auto now = CocoaClock().now();
     EXPECT_GE((now - before) / 1ms, -1);

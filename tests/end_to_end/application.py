@@ -19,7 +19,7 @@ class Application:
     def __init__(
         self, display, bundle, stage, arguments=None, environment=None, user=None, evidence=None
     ):
-        """`evidence` is where a failure leaves the log and a picture, without an extension."""
+        """`evidence` is the path, without an extension, of the log and picture of a failure."""
         self.display, self.bundle, self.stage = display, Path(bundle), stage
         self.environment = {
             "PATH": os.environ["PATH"],
@@ -70,7 +70,7 @@ class Application:
         return ([first] if first else []) + [line.removesuffix("\n") for line in lines]
 
     def wait(self, happened, what, seconds=PATIENCE, **polling):
-        """Returns the first true value of `happened()`; fails if the process ends before."""
+        """Returns the first true value of `happened()`; fails if the process ends first."""
 
         def happened_or_died():
             ended = self.process.poll() is not None
@@ -86,11 +86,11 @@ class Application:
 
     def wait_for_end(self, seconds=PATIENCE):
         """Waits until the process and its children have ended; returns the exit status."""
-        self.wait(lambda: self.process.poll() is not None, "its end", seconds)
-        wait_until(lambda: not self.has_left_others(), "the end of what it started", seconds)
+        self.wait(lambda: self.process.poll() is not None, "it to end", seconds)
+        wait_until(lambda: not self.has_running_children(), "its children to end", seconds)
         return self.process.returncode
 
-    def has_left_others(self):
+    def has_running_children(self):
         """Whether any process that it started, Live included, still runs; zombies do not count."""
         # They inherit its environment.
         stage = f"MORVELLA_STAGE={self.stage.root}".encode()

@@ -15,7 +15,7 @@ sys.dont_write_bytecode = True
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 EVIDENCE = ROOT / "build/end-to-end"
-# The default run takes the first and the last point of each sweep, and this many in between.
+# A default run includes the first and the last point of each sweep, and this many in between.
 IN_BETWEEN = 2
 
 
@@ -26,14 +26,14 @@ def pytest_addoption(parser):
         default=ROOT / "build/linux/Morvella Installer.app/Morvella Installer",
         help="the executable to test",
     )
-    parser.addoption("--deep", action="store_true", help="take every point of every sweep")
-    parser.addoption("--seed", type=int, help="choose the sample of an earlier run again")
+    parser.addoption("--deep", action="store_true", help="run every point of every sweep")
+    parser.addoption("--seed", type=int, help="repeat the sample of an earlier run")
 
 
 def pytest_configure(config):
-    config.addinivalue_line("markers", "sweep(group): one point of many; a sample is taken of them")
-    config.addinivalue_line("markers", "deep: only --deep takes it")
-    config.addinivalue_line("markers", "slow: takes long, so it comes first")
+    config.addinivalue_line("markers", "sweep(group): one point of many, of which a sample runs")
+    config.addinivalue_line("markers", "deep: runs only with --deep")
+    config.addinivalue_line("markers", "slow: takes long, so it runs first")
     if not hasattr(config, "workerinput"):
         if config.option.seed is None:
             config.option.seed = random.SystemRandom().randrange(1_000_000)
@@ -64,12 +64,12 @@ def not_in_sample(items, seed):
 def pytest_terminal_summary(terminalreporter, config):
     if not config.option.deep:
         seed = f"--seed {config.option.seed}"
-        terminalreporter.line(f"{seed} takes this sample of the sweeps again, --deep all of them")
+        terminalreporter.line(f"{seed} repeats this sample of the sweeps, --deep runs all of them")
 
 
 @pytest.fixture
 def evidence(request):
-    """Where a failed test leaves its log and a picture, without an extension."""
+    """The path, without an extension, of the log and picture of a failed test."""
     name = f"{request.node.parent.name}-{request.node.name}"
     return EVIDENCE / re.sub(r"\W+", "-", name).strip("-")
 

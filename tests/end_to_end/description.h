@@ -7,5 +7,5 @@
 /// Describes the window in values that JSON can represent; empty while there is no window.
 NSDictionary* describeWindow();
 
-/// In the uppermost sheet or else on the page; nil if there is none.
+/// Looks in the uppermost sheet or, without one, on the page; nil if there is no such button.
 NSButton* buttonTitled(NSString* title);

@@ -16,7 +16,7 @@ NSArray* listOf(NSRect frame) {
     return @[ @(NSMinX(frame)), @(NSMinY(frame)), @(NSWidth(frame)), @(NSHeight(frame)) ];
 }
 
-/// Counted from the upper left corner of the window's content.
+/// Measured from the upper left corner of the window's content.
 NSRect frameOf(NSView* view) {
     NSRect frame = [view convertRect:[view bounds] toView:nil];
     const NSRect content = [[[view window] contentView] frame];
@@ -24,7 +24,7 @@ NSRect frameOf(NSView* view) {
     return frame;
 }
 
-/// Of the window's content and of the menu above it.
+/// The height of the window's content and the menu above it.
 CGFloat heightOf(NSWindow* window) {
     CGFloat height = NSHeight([[window contentView] frame]);
     for (NSView* view in [[[window contentView] superview] subviews]) {
@@ -74,7 +74,7 @@ NSDictionary* describeIndicator(NSProgressIndicator* indicator) {
     };
 }
 
-/// What lies in a view, at any depth.
+/// The texts, buttons and indicators in a view, at any depth.
 class Contents {
   public:
     explicit Contents(NSView* view) { add(view); }

@@ -1,4 +1,4 @@
-"""A screen of our own: Xvfb with a window manager, real mouse clicks and real keys."""
+"""A virtual display: Xvfb with a window manager, and X events for mouse clicks and keys."""
 
 import contextlib
 import mmap
@@ -19,7 +19,7 @@ from waiting import TimedOut, wait_until
 
 
 class Rectangle(NamedTuple):
-    """In pixels, counted from the upper left corner."""
+    """In pixels, measured from the upper left corner."""
 
     x: int
     y: int
@@ -32,7 +32,7 @@ class Rectangle(NamedTuple):
 
 
 class Display:
-    """Use as a context; nothing of it is left behind."""
+    """Use as a context manager; it leaves nothing behind."""
 
     screen = Rectangle(0, 0, 1280, 960)
 
@@ -78,7 +78,7 @@ class Display:
         wait_until(self._window_is_managed, "the window manager")
 
     def _window_is_managed(self):
-        """Whether the window manager manages a new window; while starting it misses some."""
+        """Whether the window manager manages a new window; while it starts, it misses some."""
         with self._window("Probe") as window:
             try:
                 return wait_until(
@@ -89,7 +89,7 @@ class Display:
 
     @contextlib.contextmanager
     def _window(self, title):
-        """As large as the screen."""
+        """A window as large as the screen."""
         root = self._connection.screen().root
         size = self.screen.width, self.screen.height
         window = root.create_window(0, 0, *size, 0, X.CopyFromParent)
@@ -109,7 +109,7 @@ class Display:
         return next(iter(self._root_property("_NET_ACTIVE_WINDOW")), None)
 
     def uppermost_window(self):
-        """The one that no other window covers."""
+        """The window that no other window covers."""
         return next(reversed(self._root_property("_NET_CLIENT_LIST_STACKING")), None)
 
     @contextlib.contextmanager
@@ -123,15 +123,15 @@ class Display:
             yield
 
     def area(self, window):
-        """Where the content of a window lies on the screen."""
+        """The rectangle of a window's content on the screen."""
         content = self._connection.create_resource_object("window", window)
         size = content.get_geometry()
         corner = content.translate_coords(self._connection.screen().root, 0, 0)
-        # The answer is relative to the other window.
+        # This is the screen's corner, relative to the window.
         return Rectangle(-corner.x, -corner.y, size.width, size.height)
 
     def picture(self, area=screen):
-        """Cut out of the X window dump that Xvfb keeps in a file."""
+        """Cropped from the X window dump that Xvfb keeps in a file."""
         header = struct.unpack_from(">20I", self._frame_buffer)
         width, line, colors = header[4], header[12], header[19]
         first = header[0] + colors * 12 + area.y * line
@@ -141,7 +141,7 @@ class Display:
             (area.x, 0, area.x + area.width, area.height)
         )
 
-    # What a person does
+    # What a user does
 
     def press_mouse(self, x, y):
         xtest.fake_input(self._connection, X.MotionNotify, x=x, y=y)
@@ -157,7 +157,7 @@ class Display:
         self.release_mouse()
 
     def key(self, names, seconds=0.0):
-        """Presses keys together, as in "Tab" or "shift+Tab", and holds them for some time."""
+        """Presses keys together, as in "Tab" or "shift+Tab", and holds them down for `seconds`."""
         codes = [self._key_code(name) for name in names.split("+")]
         for code in codes:
             xtest.fake_input(self._connection, X.KeyPress, code)
@@ -168,7 +168,7 @@ class Display:
         self._pressed()
 
     def send_key(self, window, name):
-        """A press without a time, as programs send it."""
+        """Sends a key press without a time stamp, as programs do."""
         target = self._connection.create_resource_object("window", window)
         root = self._connection.screen().root
         fields = {"window": target, "root": root, "child": X.NONE, "same_screen": 1, "state": 0}

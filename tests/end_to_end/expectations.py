@@ -1,4 +1,4 @@
-"""What a run must have left behind."""
+"""Checks of what a run has left behind."""
 
 import re
 import zipfile
@@ -15,13 +15,13 @@ def fonts(bundle):
 
 
 def suite(bundle):
-    """What the suite's archive brings, its application hidden."""
+    """What the suite's archive installs, with its application hidden."""
     found = snapshot.of_archive(bundle / "Resources/morvella.zip")
     return snapshot.moved(found, Path("Morvella/Morvella.app"), Path("Morvella/.Morvella.app"))
 
 
 def installed(bundle, stage, *, with_fonts=True, suite_to=True, utilities_to=True, shaders_to=True):
-    """What an installation adds to a stage. Pieces go to their usual place, another, or none."""
+    """What an installation adds to a stage. A piece may have another place, or none."""
     resources = bundle / "Resources"
     pieces = [
         (suite(bundle), suite_to, stage.user_library),
@@ -40,7 +40,7 @@ def installed(bundle, stage, *, with_fonts=True, suite_to=True, utilities_to=Tru
 
 
 def expect_files(stage, expected, *, trashed=None):
-    """The stage holds exactly `expected`, apart from the stub Live application's own record.
+    """Expects exactly `expected` on the stage, apart from the stub Live application's record.
 
     `trashed` maps each name in the Trash to its contents; the Trash holds nothing else.
     """
@@ -49,7 +49,7 @@ def expect_files(stage, expected, *, trashed=None):
     trash = stage.trash.relative_to(stage.root)
     found = snapshot.below(actual, trash / "files")
     information = {path.name for path in snapshot.below(actual, trash / "info")}
-    actual = {path: item for path, item in actual.items() if not _made_for(trash, path, expected)}
+    actual = {path: item for path, item in actual.items() if not _belongs_to(trash, path, expected)}
     expect_same(expected, actual, "the stage")
     wanted = {}
     for name, items in (trashed or {}).items():
@@ -58,7 +58,7 @@ def expect_files(stage, expected, *, trashed=None):
     assert information == {f"{name}.trashinfo" for name in trashed or {}}, information
 
 
-def _made_for(trash, path, expected):
+def _belongs_to(trash, path, expected):
     """Whether this path is in the Trash, or is a folder created to hold the Trash."""
     return path not in expected and (
         path == trash or path in trash.parents or trash in path.parents
@@ -79,7 +79,7 @@ def expect_untouched(stage, before):
 
 
 def expect_opened(stage, documents):
-    """Live was asked to open exactly these documents; `wait_for_end` waits for Live too."""
+    """Live must have opened exactly these documents; `wait_for_end` waits for Live, too."""
     assert stage.opened_documents == list(map(str, documents))
 
 
@@ -88,13 +88,13 @@ def backups(stage, ending=""):
 
 
 def expect_backup(stage, folder):
-    """One backup zip in the User Library holds `folder`, the snapshot of the old installation.
+    """Expects one backup zip in the User Library, of `folder`, the old installation's snapshot.
 
-    Returns its path on the stage and its snapshot, to be expected among the stage's files.
+    Returns {its path on the stage: its snapshot}, to add to the expected files.
     """
     (backup,) = stage.user_library.glob("MorvellaBackup-*")
     stamp = BACKUP_NAME.fullmatch(backup.name)
-    assert stamp, f"a backup named {backup.name}"
+    assert stamp, f"{backup.name} is not a backup's name"
     datetime.strptime(stamp[1], "%Y-%m-%d(%H%M%S)")
     with zipfile.ZipFile(backup) as opened:
         assert opened.testzip() is None, f"{backup.name} is damaged"

@@ -14,7 +14,7 @@ USUAL = 0o755
 
 
 def place_for_everybody():
-    """A place for preloaded libraries: LD_PRELOAD is split at blanks and colons, and every user
+    """A place for preloaded libraries: LD_PRELOAD is split at spaces and colons, and every user
     must be able to read them."""
     places = [Path(tempfile.gettempdir()).resolve(), *map(Path, ("/tmp", "/var/tmp", "/dev/shm"))]
     for place in places:
@@ -27,7 +27,7 @@ def place_for_everybody():
 
 @contextlib.contextmanager
 def temporary_folder(purpose):
-    """Every user can read it. It is deleted even if a test has taken permissions away."""
+    """Every user can read it. It is deleted even if a test has removed permissions."""
     folder = Path(tempfile.mkdtemp(prefix=f"morvella-{purpose}-", dir=place_for_everybody()))
     folder.chmod(USUAL)
     try:
@@ -36,7 +36,7 @@ def temporary_folder(purpose):
         for below, _, _ in os.walk(folder):
             os.chmod(below, USUAL)
         # The Live application may still be writing.
-        wait_until(lambda: _is_removed(folder), f"the end of {folder}")
+        wait_until(lambda: _is_removed(folder), f"{folder} to be deleted")
 
 
 def _is_removed(folder):
@@ -45,7 +45,7 @@ def _is_removed(folder):
 
 
 def ordinary_user(folder):
-    """If the tests run as root: an unprivileged user, who gets to own the folder."""
+    """If run as root, gives the folder to an unprivileged user and returns that user."""
     if os.geteuid() != 0:
         return None
     for path in [folder, *folder.rglob("*")]:

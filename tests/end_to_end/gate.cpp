@@ -1,5 +1,5 @@
-// Preloaded into the installer and the archiver: each change of the installation's places waits
-// here until a test lets it through. gate.py is the test's side.
+// Preloaded into the installer and the archiver: each change to the installation's places waits
+// here until a test allows it. gate.py is the test's side.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -21,11 +21,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// In a file that all processes and the test share.
+/// Lies in a file that the test and all processes map.
 struct Gate {
     std::atomic<int> arrived;
     std::atomic<int> allowed;
-    /// Only changes of paths with this in them are counted and held.
+    /// Only changes to paths that contain this are counted and held.
     std::array<char, 248> text;
 };
 
@@ -48,7 +48,7 @@ Gate& gate() {
     return *shared;
 }
 
-/// Aborts with the place named if the test never lets it through.
+/// Aborts, naming the place, if the test does not allow the change in time.
 void waitForTurn(const std::string& place) {
     using Clock = std::chrono::steady_clock;
     const std::chrono::duration<double> patience(std::stod(setting("GATE_SECONDS")));

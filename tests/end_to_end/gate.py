@@ -1,6 +1,6 @@
 """Holds the installer and the archiver before a chosen change to the installation's places.
 
-They wait there until they are killed or let through, however fast the machine is. See gate.cpp.
+They wait there, however fast the machine is, until killed or allowed to go on. See gate.cpp.
 """
 
 import mmap
@@ -43,7 +43,7 @@ class Gate:
         self.allow(EVERYTHING)
 
     def hold_next(self, text):
-        """Lets everything through until a path with this text in it is about to change."""
+        """Lets everything through until a path that contains this text is about to change."""
         TEXT.pack_into(self._memory, HELD_TEXT, text.encode())
         self.allow(self.arrived)
 

@@ -49,7 +49,7 @@ void raiseException(NSProgressIndicator* /*indicator*/, SEL /*selector*/, id /*s
 }
 
 /// Simulates an exception raised by one of the platform's own classes.
-void letIndicatorsRaise() {
+void makeIndicatorsRaise() {
     const Method start =
         class_getInstanceMethod([NSProgressIndicator class], @selector(startAnimation:));
     const auto raising = reinterpret_cast<AnyFunction>(&raiseException);
@@ -76,14 +76,14 @@ class Inspector {
             listen(socket_, 8) != 0) {
             std::abort();
         }
-        // What the installer starts is not inspected.
+        // The processes that the installer starts are not inspected.
         unsetenv("INSPECTOR");
         setenv("LD_PRELOAD", setting("PRELOAD_IN_CHILDREN").c_str(), 1);
     }
 
     [[nodiscard]] int descriptor() const { return socket_; }
 
-    /// `isWorking` is whether the main thread waits for anything but events.
+    /// `isWorking` says whether the main thread waits for anything but events.
     void answer(bool isWorking) {
         const int asker = accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC);
         if (asker < 0) {
@@ -102,7 +102,7 @@ class Inspector {
         close(asker);
     }
 
-    [[nodiscard]] bool isOpenNow() const {
+    [[nodiscard]] bool canAnswerNow() const {
         return socket_ >= 0 && !answering_ && gettid() == getpid();
     }
 
@@ -118,8 +118,8 @@ class Inspector {
 
     /// A question is a command, the title of a button to press, or empty to describe the window.
     static NSDictionary* answerTo(NSString* question, bool isWorking) {
-        if ([question isEqualToString:@"let indicators raise"]) {
-            letIndicatorsRaise();
+        if ([question isEqualToString:@"make indicators raise"]) {
+            makeIndicatorsRaise();
             return @{@"done" : @(true)};
         }
         if ([question length] > 0) {
@@ -173,7 +173,7 @@ bool waitsForScreen() {
 /// Answers only if no other descriptor is ready, and then returns at once: answering may have moved
 /// events from the X connection into a queue that only the caller checks.
 extern "C" int poll(pollfd* descriptors, nfds_t count, int timeout) {
-    if (timeout == 0 || !inspector.isOpenNow() || waitsForScreen()) {
+    if (timeout == 0 || !inspector.canAnswerNow() || waitsForScreen()) {
         return wait(descriptors, count, timeout);
     }
     std::vector<pollfd> all(descriptors, descriptors + count);
@@ -184,7 +184,7 @@ extern "C" int poll(pollfd* descriptors, nfds_t count, int timeout) {
         return ready;
     }
     if (ready == 1) {
-        inspector.answer(underWay > 0 || count == 0);  // the gate waits for nothing
+        inspector.answer(underWay > 0 || count == 0);  // the gate polls no descriptors
     }
     return ready - 1;
 }

@@ -9,7 +9,7 @@ import folders
 
 
 class Inspector:
-    """Use as a context around the run. `build` is the folder that the installer was built in."""
+    """Use as a context manager. `build` is the folder that the installer was built in."""
 
     def __init__(self, build, gate=None):
         self._modules, self._gate = build / "tests/end_to_end", gate
@@ -33,10 +33,10 @@ class Inspector:
         self._folder_context.__exit__(*failure)
 
     def _copy(self, name):
-        """LD_PRELOAD is split at blanks and colons, which the build's own path may have."""
+        """LD_PRELOAD is split at spaces and colons, which the build's own path may contain."""
         module = self._modules / name
         if not module.exists():
-            raise FileNotFoundError(f"{module} must be built")
+            raise FileNotFoundError(f"{module} has not been built")
         return shutil.copy(module, self._folder)
 
     def ask(self, question, seconds):
@@ -91,8 +91,8 @@ def _line_of_control(control):
     tick = ("[x] " if control.ticked else "[ ] ") if control.is_box else ""
     marks = {"Return": control.key == "\r", "disabled": not control.enabled}
     marks.update(hidden=control.hidden, focused=control.focused)
-    told = ", ".join(mark for mark, is_so in marks.items() if is_so)
-    return f"{tick}<{control.title}>" + (f" ({told})" if told else "")
+    marked = ", ".join(mark for mark, is_so in marks.items() if is_so)
+    return f"{tick}<{control.title}>" + (f" ({marked})" if marked else "")
 
 
 def _line_of_indicator(indicator):
@@ -114,16 +114,16 @@ class State:
 
     @property
     def page(self):
-        """Its title."""
+        """The title of the page."""
         texts = self.page_view.texts
         return texts[0].text if texts else None
 
     @property
     def place(self):
-        """Where a person is: the uppermost sheet, by its message, or else the page."""
+        """Where the user is: the uppermost sheet, by its message, or else the page."""
         return self.sheets[-1]["message"] if self.sheets else self.page
 
     @property
     def view(self):
-        """What can be pressed there."""
+        """The uppermost sheet or else the page, with what can be pressed there."""
         return self.sheets[-1]["shown"] if self.sheets else self.page_view

@@ -6,21 +6,21 @@ import time
 from application import Application
 from display import Rectangle
 from inspector import Inspector
-from pages import FINISH, INSTALLATION, WAY
+from pages import FINISH, INSTALLATION, PAGES
 from waiting import PATIENCE, TimedOut
 
-# A press this many seconds after the last change of the screen and the last press counts; a little
-# longer than the installer requires.
+# A press counts this many seconds after the last press and the last change of page or sheet; a
+# little longer than the installer requires.
 DELIBERATE = 0.6
-# How often the same picture is seen before it counts as still.
+# How often a picture must repeat before it counts as still.
 STILL_PICTURES = 4
-# Of the window's content.
+# The size of the window's content.
 SIZE = [720, 480]
 
 
 class Installer(Application):
     def __init__(self, display, bundle, stage, arguments=None, *, build=None, gate=None, **options):
-        """`build` is the folder in which the bundle was built, if it lies elsewhere now."""
+        """`build` is the folder in which the bundle was built, if it is elsewhere now."""
         super().__init__(display, bundle, stage, arguments, **options)
         self.gate, self._inspector = gate, Inspector(build or self.bundle.parent, gate)
         self._placed, self._shown, self._since = None, None, 0.0
@@ -62,17 +62,17 @@ class Installer(Application):
             raise TimedOut(f"{late}\nit shows {last and last.place}") from None
 
     def wait_for(self, place, seconds=PATIENCE):
-        """Waits until it rests at a place: a page without a sheet, or a sheet by its message."""
+        """Waits until it is idle at a place: a page without a sheet, or a sheet by its message."""
         return self.wait_for_state(
-            lambda state: rests(state) and state.place == place, place, seconds
+            lambda state: is_idle(state) and state.place == place, place, seconds
         )
 
     def wait_for_button(self, title):
-        """Waits until it rests and the uppermost sheet, or else the page, has such a button."""
+        """Waits until it is idle and the uppermost sheet, or else the page, has such a button."""
 
         def has_button(state):
             titles = [control.title for control in state.view.controls if control.enabled]
-            return rests(state) and title in titles
+            return is_idle(state) and title in titles
 
         return self.wait_for_state(has_button, f"a button {title!r} to press")
 
@@ -86,7 +86,7 @@ class Installer(Application):
         return Rectangle(area.x, area.y + area.height - height, width, height)
 
     def _settled_window(self):
-        """The window, where it lies, and its content's rectangle in it.
+        """The window, its rectangle on the screen and its content's rectangle in it.
 
         GNUstep adds the menu when the window becomes active, which resizes and moves the window.
         """
@@ -98,7 +98,7 @@ class Installer(Application):
             complete = state.size[3] < state.height == area.height
             seen = seen + 1 if complete and (state.window, area, state.size) == last else 0
             last = state.window, area, state.size
-            # GNUstep sometimes takes the menu's height from the page for good.
+            # GNUstep sometimes makes the page shorter by the menu's height, permanently.
             return seen >= (STILL_PICTURES if state.size[2:] == SIZE else 10 * STILL_PICTURES)
 
         self.wait_until_active()
@@ -113,7 +113,7 @@ class Installer(Application):
         )
 
     def picture(self):
-        """The window's content once it no longer changes, progress indicators apart."""
+        """The window's content once it no longer changes, except for progress indicators."""
         content, state = self.content, self.state()
         views = [state.page_view, *(sheet["shown"] for sheet in state.sheets)]
         moving = [area_of(indicator) for view in views for indicator in view.indicators]
@@ -139,27 +139,27 @@ class Installer(Application):
         self.wait_for_button(title)
         assert self._inspector.ask(title, PATIENCE) == {"done": True}, title
 
-    def let_indicators_raise(self):
+    def make_indicators_raise(self):
         """From now on starting a progress indicator raises an Objective-C exception."""
-        assert self._inspector.ask("let indicators raise", PATIENCE) == {"done": True}
+        assert self._inspector.ask("make indicators raise", PATIENCE) == {"done": True}
 
     def go_to(self, title):
         """Walks from the first page to this one, whatever sheet it shows then."""
         self._leave_pages_before(title)
-        return self.wait_for_state(lambda state: rests(state) and state.page == title, title)
+        return self.wait_for_state(lambda state: is_idle(state) and state.page == title, title)
 
     def begin_installation(self):
         """Walks from the first page to the installation; does not wait for its outcome."""
         self._leave_pages_before(INSTALLATION)
 
     def _leave_pages_before(self, title):
-        for page in WAY[: [page.title for page in WAY].index(title)]:
+        for page in PAGES[: [page.title for page in PAGES].index(title)]:
             if page.button:
                 self.perform(page.button, at=page.title)
 
     def finish(self):
         """Leaves the last page; waits for the end."""
-        self.perform(WAY[-1].button, at=FINISH)
+        self.perform(PAGES[-1].button, at=FINISH)
         self.expect_end()
 
     def walk_to_the_end(self, before=None, seconds=PATIENCE):
@@ -184,7 +184,7 @@ class Installer(Application):
             if self.process.poll() is not None:
                 return [None]
             state = self.state(seconds)
-            is_choice = state and rests(state) and state.place != place and state.view.default
+            is_choice = state and is_idle(state) and state.place != place and state.view.default
             return [state] if is_choice else []
 
         (found,) = self.wait(choice, f"what comes after {place}", seconds)
@@ -198,7 +198,7 @@ class Installer(Application):
 
     def wait_to_press(self):
         """Waits until a press would start a new series and so count."""
-        self.wait_for_state(rests, "it to rest")
+        self.wait_for_state(is_idle, "it to be idle")
         self.content  # Waits for the menu, which moves everything.
         state = self.wait_until_active()
         counts = max(self._since, self.display.last_press) + DELIBERATE
@@ -216,7 +216,7 @@ class Installer(Application):
         self.display.click(*self.place_of(state.view.control(title)))
 
     def hold_down(self, title):
-        """Presses the mouse on a button and waits until the button shows it."""
+        """Presses the mouse on a button and waits until it looks pressed."""
         state = self.wait_to_press()
         self.display.press_mouse(*self.place_of(state.view.control(title)))
         self.wait_for_state(lambda state: state.view.control(title).pressed, f"a pressed {title!r}")
@@ -227,11 +227,11 @@ class Installer(Application):
             self.display.key(name)
 
 
-def rests(state):
-    """Whether the main thread waits for nothing but events, in a visible window."""
+def is_idle(state):
+    """Whether the window is visible and the main thread waits for nothing but events."""
     return state.visible and not state.working
 
 
 def area_of(part):
-    """Counted from the upper left corner of the window's content."""
+    """Measured from the upper left corner of the window's content."""
     return Rectangle(*map(round, part.frame))

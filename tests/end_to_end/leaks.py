@@ -20,12 +20,12 @@ from tour import Tour
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 FRAMEWORKS = ROOT / "tests/support/leaks.supp"
-# Stacks must reach through code without frame pointers, to show the caller.
+# Unwinds through code without frame pointers too, so that stacks reach the caller.
 SANITIZER = "detect_leaks=1:fast_unwind_on_malloc=0:malloc_context_size=24"
 
 
 def is_ours(block, frameworks, sources):
-    """Whether the installer's own code allocated the block, not a framework's call on its own."""
+    """Whether the installer's own code allocated the block, not a framework on its own."""
     for frame in block.split("\n")[2:]:  # Below the title and the sanitizer's own frame.
         if any(name in frame for name in frameworks):
             return False

@@ -59,7 +59,7 @@ def critical_line(message):
 
 
 def criticals(log):
-    """The messages of the critical sheets that were asked for."""
+    """The messages of the critical sheets that were requested."""
     return [line.removeprefix(CRITICAL) for line in log if line.startswith(CRITICAL)]
 
 

@@ -1,22 +1,22 @@
-"""The installer's pages, in the order in which they come, and what its sheets say."""
+"""The installer's pages, in order, and the texts of its sheets."""
 
 from typing import NamedTuple
 
 
 class Page(NamedTuple):
     title: str
-    button: str  # leads to the next page; empty where the page leads there by itself
+    button: str  # leads to the next page; empty if the page advances by itself
     picture: str  # its name in docs/images
 
 
-WAY = (
+PAGES = (
     Page(WELCOME := "Welcome", "Next", "welcome"),
     Page(LICENCE := "Licence Agreement", "Accept", "licence"),
     Page(SETTINGS := "Your User Library", "Next", "settings"),
     Page(INSTALLATION := "Installing Morvella", "", "installation"),
     Page(FINISH := "Morvella Is Installed", "Finish", "post-installation"),
 )
-# Before the first page.
+# Shown before the first page.
 INITIAL = "Getting Ready"
 
 # Critical sheets, after which the installer quits.
@@ -39,7 +39,7 @@ NO_USER_FILES = "Could not install user files, aborting."
 NOT_INSTALLED = "Install failed"
 NOT_VERIFIED = "Install failed to verify, aborting."
 
-# Sheets after which it goes on.
+# Sheets after which the installer continues.
 PREVIOUS_INSTALLATION = "Previous installation of Morvella must be deleted."
 MAKE_BACKUP = (
     "Make a zip backup of the current Morvella folder.\n"

@@ -21,7 +21,7 @@ from waiting import PATIENCE
 
 
 class Scenario:
-    # For one step of a run to its end, in seconds.
+    # How many seconds each step of `run` may take.
     patience = PATIENCE
 
     @pytest.fixture(autouse=True)
@@ -44,7 +44,7 @@ class Scenario:
         return copy / "Resources"
 
     def replace_archiver(self, script):
-        """Replaces the archiver of a copy by a shell script, which can call the `real` one."""
+        """Replaces the archiver of a copy with a shell script, which can call the `real` one."""
         self.copy_bundle()
         archiver = self.bundle / "Helpers/ditto"
         real = archiver.rename(archiver.with_name("real-ditto"))
@@ -103,14 +103,14 @@ def expect_nothing_lost(stage, before):
 
 
 def lost(stage, before):
-    """The files of the snapshot `before` that are kept nowhere."""
+    """The files of `before` that are no longer on the stage, in the Trash or in a backup."""
     places = _kept(stage)
     files = {path: item for path, item in before.items() if item != snapshot.FOLDER}
     return [str(path) for path, item in files.items() if (path, item) not in places]
 
 
 def _with_modes(stage):
-    """A snapshot of the whole stage that tells permissions too."""
+    """A snapshot of the whole stage that includes permissions."""
     return {
         path: f"{item} {stat.S_IMODE((stage.root / path).lstat().st_mode):o}"
         for path, item in snapshot.of_folder(stage.root).items()
@@ -120,7 +120,7 @@ def _with_modes(stage):
 def _without_own_places(items, stage, new=()):
     """The snapshot without the installer's own places and without the `new` paths themselves.
 
-    A backup overwrites what a killed archiver left behind in the same second.
+    A backup overwrites the partial one of an archiver killed in the same second.
     """
     places = [stage.destination, stage.utilities, stage.shared_data, stage.documents / "Morvella"]
     places += [stage.trash, stage.root / "opened-documents.txt"]

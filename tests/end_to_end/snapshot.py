@@ -1,4 +1,4 @@
-"""What lies in a folder: names, kinds, contents and whether a file can be executed."""
+"""What a folder contains: names, kinds, contents and whether a file is executable."""
 
 import hashlib
 import os
@@ -78,7 +78,7 @@ def without(snapshot, place):
 
 
 def placed(snapshot, folder):
-    """A snapshot's items and the folders that must be there for them, all under `folder`."""
+    """The snapshot's items below `folder`, together with that folder and its parents."""
     found = {parent: FOLDER for parent in [folder, *folder.parents] if parent != Path(".")}
     found.update({folder / path: item for path, item in snapshot.items()})
     return found

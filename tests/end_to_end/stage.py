@@ -1,4 +1,4 @@
-"""A stage: a folder shaped like a Mac's disk, with a user, Ableton Live and the suite's kit.
+"""A stage: a folder laid out like a Mac's disk, with a user, Ableton Live and the suite's kit.
 
 The installer never looks outside the stage named by MORVELLA_STAGE and HOME, so a run changes
 nothing else on this machine.
@@ -54,7 +54,7 @@ class Names:
 
 
 class Stage:
-    """Where everything on it lies, and how `make` made it."""
+    """The paths of everything on it, and the options it was made with."""
 
     def __init__(self, root, previous, obstructed, unmounted, demo, names):
         self.root, self.names, self.unmounted = root, names, unmounted
@@ -86,14 +86,14 @@ class Stage:
 
     @property
     def places(self):
-        """All that an installation changes, the Trash included."""
+        """Everything that an installation may change, the Trash included."""
         documents, trash = self.documents / "Morvella", self.home / ".local"
         places = [self.user_library, self.applications, self.shared, self.fonts]
         return [*places, documents, trash, self.volume]
 
     @property
     def opened_documents(self):
-        """What the Live application was asked to open so far."""
+        """What the Live application has been asked to open so far."""
         record = self.root / "opened-documents.txt"
         return record.read_text(encoding="utf-8").splitlines() if record.exists() else []
 
@@ -106,7 +106,7 @@ def make(root, *, previous=False, obstructed=False, unmounted=False, demo=True, 
     """Builds a stage in the folder `root`, which must be empty or not exist yet."""
     root = Path(root).resolve()
     if any(mark in str(root / names.library) for mark in '"\n\r'):
-        raise ValueError("a User Library's path cannot hold a double quote or a line break")
+        raise ValueError("a User Library's path cannot contain a double quote or a line break")
     if root.exists() and (not root.is_dir() or any(root.iterdir())):
         raise ValueError(f"{root} exists and is not an empty folder")
     stage = Stage(root, previous, obstructed, unmounted, demo, names)

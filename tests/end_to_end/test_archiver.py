@@ -10,7 +10,7 @@ from scenario import Scenario, expect_nothing_lost
 
 class TestUnpacking(Scenario):
     @pytest.mark.parametrize("is_missing", [True, False])
-    def test_does_nothing(self, is_missing):
+    def test_with_an_archiver_that_is_missing_or_does_nothing(self, is_missing):
         self.replace_archiver("exit 0")
         if is_missing:
             (self.bundle / "Helpers/ditto").unlink()
@@ -24,7 +24,7 @@ class TestUnpacking(Scenario):
 
 class TestPacking(Scenario):
     @pytest.mark.parametrize("end", ["exit 7", "kill -KILL $$", 'real "$@"; exit 1'])
-    def test_what_could_not_be_packed_goes_to_the_trash_all_the_same(self, end):
+    def test_old_suite_goes_to_the_trash_even_if_packing_fails(self, end):
         self.replace_archiver(f'case "$1" in -c*) {end} ;; *) real "$@" ;; esac')
         stage = self.make_stage(previous=True)
         before = self.snapshot(stage)

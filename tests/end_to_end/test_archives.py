@@ -30,7 +30,7 @@ class TestBadArchives(Scenario):
             ("morvella.zip", True, "suite_to", pages.NOT_INSTALLED),
         ],
     )
-    def test_missing_or_cut_short(self, archive, is_there, piece, critical):
+    def test_missing_or_truncated_archive(self, archive, is_there, piece, critical):
         log = [refused_line(archive)] if is_there else []
         log += [failed_line(archive)] if critical != pages.NOT_INSTALLED else []
         whole = self.bundle
@@ -48,14 +48,14 @@ class TestBadArchives(Scenario):
             ("Morvella/Sources/Vellicor.amxd", pages.NOT_VERIFIED),
         ],
     )
-    def test_suite_that_lacks_something(self, missing, message):
+    def test_incomplete_suite(self, missing, message):
         remove_from_archive(self.copy_bundle() / "morvella.zip", missing)
         stage = self.make_stage()
         self.run(stage, criticals=[message], adds=installed(self.bundle, stage))
 
 
 def remove_from_archive(archive, item):
-    """Writes the zip file anew without the item and what is in it."""
+    """Rewrites the zip file without the item and its contents."""
     old = archive.rename(archive.with_suffix(".old"))
     with zipfile.ZipFile(old) as source, zipfile.ZipFile(archive, "w") as target:
         for entry in source.infolist():
@@ -65,7 +65,7 @@ def remove_from_archive(archive, item):
 
 
 class TestHostileArchives(Scenario):
-    """Each of the three archives has some more entries after its own.
+    """More entries are appended to each of the three archives.
 
     TOP in a name stands for the archive's top folder.
     """
@@ -95,7 +95,7 @@ class TestHostileArchives(Scenario):
         ],
         ids=["climb out", "follow a link", "use a file as a folder", "have a name of 256 bytes"],
     )
-    def test_entries_that_are_refused(self, names, links, unpacked):
+    def test_hostile_entries_fail_and_the_rest_is_installed(self, names, links, unpacked):
         self.add(names, links)
         stage = self.make_stage()
         places = [stage.user_library, stage.utilities, stage.shared_data]

@@ -26,7 +26,7 @@ class TestArguments(Scenario):
             ("{documents}", STATUS_1),
         ],
     )
-    def test_live_application_that_is_none(self, live, reason):
+    def test_invalid_live_application(self, live, reason):
         stage = self.make_stage()
         live = live.format(applications=stage.applications, documents=stage.documents)
         arguments = ["-liveapp", live, "-app", f"{stage.kit}/"]
@@ -47,7 +47,7 @@ class TestLibraryCfg(Scenario):
             pytest.param(lambda old: MANY_LINES, STATUS_4, id="large"),
         ],
     )
-    def test_without_an_entry(self, change, reason):
+    def test_without_a_readable_entry(self, change, reason):
         stage = self.make_stage()
         content = change(stage.library_cfg.read_bytes())
         stage.library_cfg.unlink() if content is None else stage.library_cfg.write_bytes(content)

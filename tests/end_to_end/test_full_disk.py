@@ -12,9 +12,9 @@ KIBIBYTE, MEBIBYTE = 1 << 10, 1 << 20
 
 
 class TestFullDisk(Scenario):
-    """The whole stage lies on a small disk of its own.
+    """The whole stage is on a small disk of its own.
 
-    If none can be mounted, the archiver gets a limit on the size of files instead, which looks the
+    If none can be mounted, the size of the archiver's files is limited instead, which looks the
     same to it.
     """
 
@@ -25,7 +25,7 @@ class TestFullDisk(Scenario):
         mount = ["mount", "-t", "tmpfs", "-o", f"size={64 * MEBIBYTE}", "tmpfs", self.disk]
         self.mounted = subprocess.run(mount, stderr=subprocess.DEVNULL, check=False).returncode == 0
         if not self.mounted:
-            print("No disk can be mounted here: the archiver's files are limited instead.")
+            print("No disk can be mounted here: the size of the archiver's files is limited.")
         yield
         if self.mounted:
             subprocess.run(["umount", self.disk], check=True)
@@ -41,7 +41,7 @@ class TestFullDisk(Scenario):
     def test_while_unpacking(self):
         stage = self.make_stage("disk/stage")
         self.leave_free(0)
-        # Names take no room on the disk, so the application's folder is there to be hidden.
+        # Folders take no space on this disk, so the application's folder exists and can be hidden.
         end = [] if self.mounted else [NOT_INSTALLED]
         fonts = ["Couldn't install fonts."] if self.mounted else []
         log = [*fonts, refused_line("morvella.zip"), failed_line("Tressimo.zip")]

@@ -6,12 +6,12 @@ import pytest
 import expectations
 import snapshot
 from application import descendants, kill
-from installer import rests
+from installer import is_idle
 from pages import FINISH, PREVIOUS_INSTALLATION
 from scenario import Scenario, expect_nothing_lost
 from waiting import wait_until
 
-# Enough of the user's own that packing it takes many changes.
+# Enough of the user's own files that packing them takes many changes.
 OWN_FILES, OWN_SIZE = 6, 1 << 18
 # Each point of the sweep kills before every sixtieth change, so together they cover all changes.
 POINTS = 60
@@ -20,7 +20,7 @@ POINTS = 60
 class TestKilled(Scenario):
     """The installer is killed before each change that a run makes on the stage, and run again.
 
-    No file of the user's is lost, and the second run is complete. Every second time a running
+    No file of the user's is lost, and the second run is complete. For every second change a running
     archiver is killed too; otherwise it finishes.
     """
 
@@ -33,7 +33,7 @@ class TestKilled(Scenario):
         assert change > POINTS, "a run makes fewer changes than there are points"
 
     def kill_before(self, change):
-        """Returns whether the run makes so many changes."""
+        """Returns whether the run makes that many changes."""
         stage = self.make_stage(f"stage {change}", previous=True, demo=False)
         for number in range(OWN_FILES):
             own = stage.destination / f"My Patches/Take {number}.wav"
@@ -44,7 +44,7 @@ class TestKilled(Scenario):
             installer.begin_installation()
             installer.perform("Continue", at=PREVIOUS_INSTALLATION)
             installer.wait_for_state(
-                lambda state: gate.is_holding or (rests(state) and state.place == FINISH),
+                lambda state: gate.is_holding or (is_idle(state) and state.place == FINISH),
                 f"change {change}",
             )
             if not gate.is_holding:
@@ -55,7 +55,7 @@ class TestKilled(Scenario):
         if change % 2 == 0:
             kill(archiver)
         gate.open()
-        wait_until(lambda: not installer.has_left_others(), "the archiver to end")
+        wait_until(lambda: not installer.has_running_children(), "the archiver to end")
         # Every file named like a backup must be a complete one.
         old = snapshot.below(before, stage.destination.relative_to(stage.root))
         for backup in expectations.backups(stage):

@@ -1,4 +1,4 @@
-"""Each page and each sheet as a whole, once."""
+"""Compares each page and each sheet as a whole, once."""
 
 from pathlib import Path
 
@@ -56,7 +56,7 @@ def expect_critical_sheet(state, message):
 
 class Pages(Scenario):
     def expect_page(self, installer, title, last=None, state=None):
-        """Its lines as far as they vary; the pictures show the rest."""
+        """Compares the lines that vary; the pictures show the rest."""
         state = state or installer.state()
         last = last or LAST_LINES.get(title, [])
         lines = state.page_view.lines
@@ -69,7 +69,7 @@ class Pages(Scenario):
         assert set(changing.get(title, [])) <= set(lines)
 
     def expect_picture(self, installer, name):
-        """Tolerates other font hinting, but not a missing mark."""
+        """Tolerates different font hinting, but not a missing mark."""
         state, found = installer.state(), installer.picture()
         with Image.open(IMAGES / f"{name}.png") as image:
             wanted = image.convert("RGB")
@@ -86,7 +86,7 @@ class TestPages(Pages):
     def test_from_the_first_to_the_last(self):
         stage = self.make_stage()
         with self.launch(stage, gate=self.hold(stage)) as installer:
-            for page in pages.WAY:
+            for page in pages.PAGES:
                 if page.title == pages.INSTALLATION:
                     installer.gate.wait()
                 else:
@@ -140,8 +140,8 @@ class TestPages(Pages):
             installer.expect_end()
 
     @pytest.mark.slow
-    def test_user_library_that_is_not_there_yet(self):
-        """The button does nothing, by click and by Return, until it is there."""
+    def test_user_library_that_is_not_available_yet(self):
+        """Neither a click on "Next" nor Return does anything until the User Library is there."""
         stage = self.make_stage(unmounted=True)
         with self.launch(stage) as installer:
             installer.go_to(pages.SETTINGS)
@@ -182,7 +182,7 @@ class TestPreviousInstallation(Pages):
             installer.gate.open()
             installer.finish()
 
-    def test_critical_sheet_comes_on_top_of_it(self):
+    def test_critical_sheet_covers_the_question(self):
         """The question stays until the work that its answer started is done."""
         self.replace_archiver("exit 7")
         stage = self.make_stage(previous=True)
@@ -197,12 +197,12 @@ class TestPreviousInstallation(Pages):
 
 
 class TestException(Pages):
-    def test_in_the_work_of_a_page_ends_in_a_critical_sheet(self):
+    def test_during_the_work_of_a_page_leads_to_a_critical_sheet(self):
         stage = self.make_stage()
         before = self.snapshot(stage)
         with self.launch(stage) as installer:
             installer.go_to(pages.SETTINGS)
-            installer.let_indicators_raise()
+            installer.make_indicators_raise()
             installer.perform("Next")
             expect_critical_sheet(installer.wait_for(pages.UNKNOWN_STATE), pages.UNKNOWN_STATE)
             assert installer.log == [

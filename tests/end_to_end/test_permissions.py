@@ -30,11 +30,11 @@ class Run(NamedTuple):
     """The outcome of a run; the defaults are those of an undisturbed run."""
 
     criticals: tuple = ()
-    # What is in place afterwards; the shaders are only if they go to Documents.
+    # What is installed afterwards; the shaders count only if they go to Documents.
     installed: tuple = ("fonts", "suite", "utility")
-    # The old product's files that were written over and are kept nowhere.
+    # The old installation's files that were overwritten and are lost.
     replaced: tuple = ()
-    # Whether the Live application gets the demo Live Set, if there is no critical sheet.
+    # Whether Live is asked to open the demo Live Set, if there is no critical sheet.
     demo: bool = True
 
 
@@ -48,19 +48,19 @@ NO_BACKUP = Run((pages.NO_BACKUP,))
 NO_TRASH = Run(OLD_SUITE_STAYS + NOT_INSTALLED, ("fonts", "utility"), (OLD_UTILITY,))
 NO_FONT = Run(installed=("suite", "utility"))
 NO_SUITE = Run(NOT_INSTALLED, ("fonts", "utility"))
-OLD_SUITE_CLOSED = Run((pages.NO_BACKUP, *OLD_SUITE_STAYS, *NOT_INSTALLED), ("fonts", "utility"))
+OLD_SUITE_LOCKED = Run((pages.NO_BACKUP, *OLD_SUITE_STAYS, *NOT_INSTALLED), ("fonts", "utility"))
 OLD_SUITE_HALF_REPLACED = Run(OLD_SUITE_STAYS + NOT_INSTALLED, ("fonts", "utility"))
 OLD_SUITE_REPLACED = Run((pages.NO_BACKUP, *OLD_SUITE_STAYS), replaced=(OLD_DEVICE,))
 OLD_UTILITY_REPLACED = Run(replaced=(OLD_UTILITY,))
 NO_UTILITY = Run((pages.NO_UTILITIES,), ("fonts", "suite"))
 SHADERS_TO_DOCUMENTS = Run(installed=("fonts", "suite", "utility", "shaders"))
 
-# The installer cannot verify then that the home folder is inside the stage.
+# The installer exits: it cannot verify that the home folder is inside the stage.
 REFUSED = None
-# The outcome of a run if a folder is unreadable, and if it is read-only. In all other folders it
-# makes no difference.
+# The outcomes of a run if a folder is unreadable, and if it is read-only. For all other folders
+# neither makes a difference.
 RUNS = {
-    # Live on the stage could not record there that it was asked to open anything.
+    # The stub Live application records here what it was asked to open.
     ".": (REFUSED, NO_DEMO),
     "Applications": (NO_USER_LIBRARY, OLD_UTILITY_REPLACED),
     LIVE: (NO_USER_LIBRARY, UNDISTURBED),
@@ -84,7 +84,7 @@ RUNS = {
     f"{PREFERENCES}/Ableton": (NO_USER_LIBRARY, UNDISTURBED),
     f"{PREFERENCES}/Ableton/Live 11.3.4": (NO_USER_LIBRARY, UNDISTURBED),
     LIBRARY: (NO_SUITE, OLD_SUITE_REPLACED),
-    SUITE: (OLD_SUITE_CLOSED, OLD_SUITE_HALF_REPLACED),
+    SUITE: (OLD_SUITE_LOCKED, OLD_SUITE_HALF_REPLACED),
     f"{SUITE}/.Morvella.app": (NO_BACKUP, UNDISTURBED),
     f"{SUITE}/.Morvella.app/Contents": (NO_BACKUP, UNDISTURBED),
     f"{SUITE}/.Morvella.app/Contents/MacOS": (NO_BACKUP, UNDISTURBED),
@@ -101,7 +101,7 @@ def make_stage(folder):
 
 
 def pytest_generate_tests(metafunc):
-    """Each folder with each mode; a sweep takes the user's own folders, another the rest."""
+    """Each folder with each mode. One sweep of a mode covers the home folder, another the rest."""
     with temporary_folder("permissions") as folder:
         items = snapshot.of_folder(make_stage(folder / "stage").root).items()
     places = [".", *sorted(str(path) for path, item in items if item == snapshot.FOLDER)]
@@ -120,7 +120,7 @@ def pytest_generate_tests(metafunc):
 
 
 class TestPermissions(Scenario):
-    """Each folder of the stage in turn is one that an ordinary user may not use."""
+    """Takes away an ordinary user's access to each folder of the stage in turn."""
 
     def test_folder(self, place, mode):
         run = RUNS.get(place, (UNDISTURBED, UNDISTURBED))[mode == UNWRITABLE]
@@ -132,7 +132,7 @@ class TestPermissions(Scenario):
             if run is REFUSED:
                 self.expect_refused(stage, user)
             else:
-                # What lies there is looked for again only after this sheet was answered.
+                # The installer looks for the User Library again only after this sheet is answered.
                 back = {pages.NOT_AVAILABLE: lambda: give_back(stage.root, mode)}
                 options = {"before": back, "user": user, "elsewhere": True}
                 self.run(stage, criticals=run.criticals, **options)
@@ -159,9 +159,9 @@ class TestPermissions(Scenario):
         }
         for name, place in pieces.items():
             items = installed(self.bundle, stage, **{**none, **place})
-            # The earlier version brought one of the fonts, which stays.
+            # The earlier version installed one of the fonts, which stays.
             items.pop((stage.fonts / "OpenSans-Regular.ttf").relative_to(stage.root), None)
-            assert (items.items() <= after.items()) == (name in names), f"{name} in place"
+            assert (items.items() <= after.items()) == (name in names), f"unexpected state: {name}"
 
 
 def give_back(root, mode):

@@ -1,4 +1,4 @@
-"""Places of the installation that are taken, missing or cannot be used."""
+"""Places of the installation that are taken, missing or unusable."""
 
 import re
 
@@ -34,7 +34,7 @@ class TestDestination(Scenario):
 
 
 class TestFonts(Scenario):
-    def test_missing_folder_stops_nothing(self):
+    def test_missing_folder_does_not_stop_the_installation(self):
         stage = self.make_stage()
         stage.fonts.rmdir()
         log = [
@@ -67,11 +67,11 @@ class TestSharedData(Scenario):
         (stage.shared / name).write_text("a file of the user's own\n")
         self.run(stage, adds=installed(self.bundle, stage, shaders_to=None))
 
-    def test_dangling_link_is_no_folder_to_write_to(self):
+    def test_dangling_link_sends_the_shaders_to_documents(self):
         stage = self.make_stage()
         stage.shared_data.symlink_to(stage.documents / "Not There")
         folder = r"Couldn't create shared folder\(.*Shared/Morvella/?\), error:(?!\(null\)).+"
-        # The error of the folder that could not be created still stands.
+        # This is still the error from the folder that could not be created.
         documents = r"Couldn't access documents folder, error:(?!\(null\)).+"
         added = installed(self.bundle, stage, shaders_to=stage.documents / "Morvella")
         self.run(stage, log=[re.compile(folder), re.compile(documents)], adds=added)
@@ -79,7 +79,7 @@ class TestSharedData(Scenario):
 
 class TestTrash(Scenario):
     def test_cannot_be_used(self):
-        """Two critical sheets are requested, and everything is installed all the same."""
+        """Two critical sheets are requested, and everything is installed anyway."""
         stage = self.make_stage()
         stage.destination.mkdir()
         (stage.destination / "Own.adv").write_text("a patch of the user's own\n")
@@ -97,7 +97,7 @@ class TestTrash(Scenario):
         added = {**installed(self.bundle, stage), **expect_backup(stage, old)}
         expect_files(stage, {**before, **added})
 
-    def test_is_not_that_of_the_account(self):
+    def test_is_on_the_stage_whatever_xdg_data_home_says(self):
         stage, account = self.make_stage(previous=True), self.folder / "account"
         account.mkdir()
         self.run(stage, environment={"XDG_DATA_HOME": str(account)})

@@ -8,17 +8,17 @@ import pages
 from expectations import expect_opened, expect_untouched
 from scenario import Scenario
 
-# In seconds: long enough for a key to repeat many times, and the time between two presses of one
-# series and of two series.
+# In seconds: long enough for a key to repeat many times, the time between two presses of one
+# series, and the time between two series.
 HOLDING = 1.5
 QUICK = 0.05
 DELIBERATE = 0.7
 MANY = 40
-BUTTONS = {page.title: page.button for page in pages.WAY}
+BUTTONS = {page.title: page.button for page in pages.PAGES}
 
 
 class TestQuickPresses(Scenario):
-    """Forty presses in a row lead exactly one page further."""
+    """Forty presses in a row lead to the next page and no further."""
 
     @pytest.mark.parametrize("keys", [(), ("Return",), ("space",), ("Return", "space")])
     @pytest.mark.parametrize(
@@ -29,7 +29,7 @@ class TestQuickPresses(Scenario):
             (pages.SETTINGS, pages.PREVIOUS_INSTALLATION),
         ],
     )
-    def test_over_a_previous_installation(self, first, following, keys):
+    def test_lead_to_the_next_page_only(self, first, following, keys):
         stage = self.make_stage(previous=True)
         before = self.snapshot(stage)
         with self.launch(stage) as installer:
@@ -47,13 +47,13 @@ class TestQuickPresses(Scenario):
         expect_untouched(stage, before)
 
     def focus(self, installer, title):
-        """Focuses the button, as Space presses the focused control."""
+        """Focuses the button, because Space presses the focused control."""
 
         def is_focused():
             focused = installer.state().view.control(title).focused
             return focused or self.display.key("Tab")
 
-        installer.wait(is_focused, f"{title!r} to have the keys", interval=0.2)
+        installer.wait(is_focused, f"{title!r} to have the focus", interval=0.2)
 
     @pytest.mark.parametrize("name", ["Return", "space"])
     def test_key_held_down(self, name):
@@ -64,7 +64,7 @@ class TestQuickPresses(Scenario):
             installer.wait_for(pages.LICENCE)
 
     def test_box_toggles_as_often_as_it_is_clicked(self):
-        """With its boxes unticked it makes no backup and opens nothing."""
+        """With both boxes unticked, the installer makes no backup and opens nothing."""
         stage = self.make_stage(previous=True)
         with self.launch(stage) as installer:
             installer.begin_installation()
@@ -92,10 +92,10 @@ class TestQuickPresses(Scenario):
 class TestDeliberatePresses(Scenario):
     @pytest.mark.parametrize("name", ["Return", None])
     def test_each_counts(self, name):
-        """The button of every page is the default one, too."""
+        """Return presses the button of every page, because it is the default button."""
         stage = self.make_stage()
         with self.launch(stage) as installer:
-            for page in pages.WAY:
+            for page in pages.PAGES:
                 if page.button:
                     installer.wait_for(page.title)
                     place = installer.place_of(installer.state().view.control(page.button))
@@ -104,7 +104,7 @@ class TestDeliberatePresses(Scenario):
             installer.expect_end()
         expect_opened(stage, [stage.demo_set])
 
-    def test_without_a_time_counts(self):
+    def test_key_without_a_time_stamp_counts(self):
         with self.launch(self.make_stage()) as installer:
             steps = [(pages.WELCOME, pages.LICENCE), (pages.LICENCE, pages.SETTINGS)]
             for page, following in steps:
@@ -113,7 +113,7 @@ class TestDeliberatePresses(Scenario):
                 self.display.send_key(state.window, "Return")
                 installer.wait_for(following)
 
-    def test_quit_of_the_question_changes_nothing(self):
+    def test_quit_in_the_question_changes_nothing(self):
         stage = self.make_stage(previous=True)
         before = self.snapshot(stage)
         with self.launch(stage) as installer:
@@ -125,7 +125,7 @@ class TestDeliberatePresses(Scenario):
 
 
 class TestPressesTooEarly(Scenario):
-    def test_while_it_installs_and_as_the_last_page_comes(self):
+    def test_do_nothing_while_it_installs_and_as_the_last_page_appears(self):
         stage = self.make_stage()
         with self.launch(stage, gate=self.hold(stage)) as installer:
             installer.go_to(pages.SETTINGS)
@@ -144,8 +144,8 @@ class TestPressesTooEarly(Scenario):
             installer.click(BUTTONS[pages.FINISH])
             installer.expect_end()
 
-    def test_on_a_page_that_a_sheet_covers(self):
-        """The keys belong to the sheet although the page behind it changes."""
+    def test_do_nothing_on_a_page_behind_a_sheet(self):
+        """Keys still go to the sheet after the page behind it has changed."""
         self.replace_archiver('case "$1" in -c*) exit 7 ;; *) real "$@" ;; esac')
         stage = self.make_stage(previous=True)
         with self.launch(stage) as installer:

@@ -1,7 +1,7 @@
 import pytest
 
 import log_lines
-from pages import INSTALLATION, NO_BACKUP, SETTINGS, WAY
+from pages import INSTALLATION, NO_BACKUP, PAGES, SETTINGS
 from scenario import Scenario
 from tour import Tour
 
@@ -18,9 +18,9 @@ class TestTours(Scenario):
             tour.expect_complete()
             found = installer.log
         expected = []
-        for page in WAY:
+        for page in PAGES:
             expected += [*(shown_between if page.title == before else ()), page.picture]
-        if stage.obstructed:  # The critical sheet is the last.
+        if stage.obstructed:  # The critical sheet is shown last.
             expected = expected[: expected.index("critical-sheet") + 1]
         assert list(shown) == expected
         assert found == [
@@ -47,6 +47,6 @@ class TestTours(Scenario):
         self.take(*shown, before=INSTALLATION, log=log, obstructed=True)
 
     @pytest.mark.slow
-    def test_unmounted_volume_is_waited_for(self):
+    def test_installer_waits_for_an_unmounted_volume(self):
         shown = "volume-missing-sheet", "settings-waiting"
         self.take(*shown, before=SETTINGS, log=["UL unavailable"], unmounted=True)

@@ -8,7 +8,7 @@ from scenario import Scenario, expect_nothing_lost
 
 
 class TestVolume(Scenario):
-    """The volume of the User Library goes away after the settings page has shown it."""
+    """The volume of the User Library disappears after the settings page has shown it."""
 
     @pytest.fixture
     def stage(self, request):
@@ -31,27 +31,27 @@ class TestVolume(Scenario):
         pieces = installed(self.bundle, stage, with_fonts=False, shaders_to=None)
         assert pieces.items() <= self.snapshot(stage).items()
 
-    def run_while_it_goes(self, stage, place, criticals, log):
+    def run_and_unmount_at(self, stage, place, criticals, log):
         before = self.snapshot(stage)
         with self.untouched_elsewhere(stage):
             options = {"user": self.user, "elsewhere": True}
-            going = {place: lambda: self.move(stage, stage.volume, stage.unmounted_volume)}
-            self.run(stage, criticals=criticals, log=log, before=going, **options)
+            unmount = {place: lambda: self.move(stage, stage.volume, stage.unmounted_volume)}
+            self.run(stage, criticals=criticals, log=log, before=unmount, **options)
             assert list(stage.volume.parent.iterdir()) == []
             self.move(stage, stage.unmounted_volume, stage.volume)
         expect_nothing_lost(stage, before)
         return before
 
-    def test_goes_away_before_the_installation(self, stage):
-        before = self.run_while_it_goes(
+    def test_disappears_before_the_installation(self, stage):
+        before = self.run_and_unmount_at(
             stage, SETTINGS, [NOT_INSTALLED], [refused_line("morvella.zip")]
         )
         expect_files(stage, {**before, **installed(self.bundle, stage, suite_to=None)})
         self.expect_installed_next_time(stage)
 
     @pytest.mark.parametrize("stage", [{"previous": True}], indirect=True)
-    def test_goes_away_while_the_previous_installation_is_asked_about(self, stage):
-        self.run_while_it_goes(
+    def test_disappears_during_the_question_about_the_previous_installation(self, stage):
+        self.run_and_unmount_at(
             stage,
             PREVIOUS_INSTALLATION,
             [NO_BACKUP, NOT_TRASHED, NOT_INSTALLED],

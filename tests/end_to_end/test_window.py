@@ -12,7 +12,7 @@ CLOSE = "alt+F4"
 
 
 class TestClosingTheWindow(Scenario):
-    """Quits the installer at any page, and nothing happens behind it."""
+    """Quits the installer on any page; during the installation, once it has ended."""
 
     def expect_closing_quits(self, installer):
         before = self.snapshot(installer.stage)
@@ -23,33 +23,33 @@ class TestClosingTheWindow(Scenario):
         assert installer.stage.opened_documents == []
 
     @pytest.mark.parametrize(
-        "title", [page.title for page in pages.WAY if page.title != pages.INSTALLATION]
+        "title", [page.title for page in pages.PAGES if page.title != pages.INSTALLATION]
     )
-    def test_page(self, title):
+    def test_on_a_page(self, title):
         with self.launch(self.make_stage()) as installer:
             installer.go_to(title)
             self.expect_closing_quits(installer)
 
-    def test_initial_view(self):
+    def test_on_the_initial_view(self):
         self.copy_bundle(without=["license.rtf"])
         with self.launch(self.make_stage()) as installer:
             assert installer.wait_for(pages.BUNDLE_CORRUPT).page == pages.INITIAL
             self.expect_closing_quits(installer)
 
-    def test_settings_page_while_it_waits_for_the_volume(self):
+    def test_on_the_settings_page_while_it_waits_for_the_volume(self):
         with self.launch(self.make_stage(unmounted=True)) as installer:
             installer.go_to(pages.SETTINGS)
             installer.perform("OK", at=pages.NOT_AVAILABLE)
             installer.wait_for(pages.SETTINGS)
             self.expect_closing_quits(installer)
 
-    def test_sheet_about_the_previous_installation(self):
+    def test_under_the_sheet_about_the_previous_installation(self):
         with self.launch(self.make_stage(previous=True)) as installer:
             installer.begin_installation()
             installer.wait_for(pages.PREVIOUS_INSTALLATION)
             self.expect_closing_quits(installer)
 
-    def test_installation_page(self):
+    def test_on_the_installation_page(self):
         """The window closes once the installation has ended; everything installed stays."""
         stage = self.make_stage()
         with self.launch(stage, gate=self.hold(stage)) as installer:
@@ -63,19 +63,19 @@ class TestClosingTheWindow(Scenario):
 
 
 class TestInFront(Scenario):
-    """Another application's window covers the whole screen; the installer's comes before it."""
+    """Another application's window covers the whole screen; the installer's comes to the front."""
 
     def expect_in_front(self, installer):
         """Its window has the keyboard focus, and no window covers it."""
         window = installer.wait_until_active().window
-        wait_until(lambda: self.display.uppermost_window() == window, "the window in front")
+        wait_until(lambda: self.display.uppermost_window() == window, "the window to be in front")
 
     @contextlib.contextmanager
     def press_and_cover(self, installer, title):
-        """The other window comes while the button is held down."""
+        """Another window covers the screen while the button is held down."""
         installer.hold_down(title)
         with self.display.another_window():
-            installer.wait_for_state(lambda state: not state.key, "the window to lose the keys")
+            installer.wait_for_state(lambda state: not state.key, "the window to lose the focus")
             self.display.release_mouse()
             yield
 
@@ -109,7 +109,7 @@ class TestInFront(Scenario):
                 installer.wait_for(message)
                 self.expect_in_front(installer)
 
-    def test_page_alone_stays_where_it_is(self):
+    def test_page_alone_does_not_come_to_the_front(self):
         """A control for the tests above: only sheets bring the window to the front."""
         with self.launch(self.make_stage()) as installer:
             installer.go_to(pages.LICENCE)
@@ -127,7 +127,7 @@ class TestFailures(Scenario):
             assert "MORVELLA_STAGE" in installer.output
         expect_untouched(stage, before)
 
-    def test_change_that_is_never_let_through_is_named(self):
+    def test_gate_names_a_change_held_for_too_long(self):
         """The gate of these tests must not hold the installer forever."""
         stage = self.make_stage()
         gate = Gate(self.folder / "gate", stage, seconds=0.1)

@@ -19,9 +19,9 @@ import stage as stages
 from display import Display
 from gate import Gate
 from installer import Installer
-from pages import INSTALLATION, NO_BACKUP, NOT_AVAILABLE, PREVIOUS_INSTALLATION, SETTINGS, WAY
+from pages import INSTALLATION, NO_BACKUP, NOT_AVAILABLE, PAGES, PREVIOUS_INSTALLATION, SETTINGS
 
-# Parts of paths that change in the course of an installation.
+# The gate holds changes to paths that contain these.
 BACKUP, TRASH, SUITE = "MorvellaBackup", ".local/share/Trash", "Morvella/Sources"
 
 
@@ -34,11 +34,11 @@ class Tour:
         self._before = snapshot.of_folder(self.stage.root)
 
     def walk(self):
-        """From the first page until the process has ended by itself."""
+        """Walks from the first page until the process has ended by itself."""
         installer = self.installer
-        for page in WAY:
+        for page in PAGES:
             if page.title == SETTINGS and self.stage.unmounted:
-                self._bring_the_volume()
+                self._mount_the_volume()
             if page.title == INSTALLATION:
                 self._watch_installation()
                 if self.stage.obstructed:
@@ -60,7 +60,7 @@ class Tour:
     def _show(self, name):
         self._keep(name, self.installer.picture())
 
-    def _bring_the_volume(self):
+    def _mount_the_volume(self):
         self.installer.wait_for(NOT_AVAILABLE)
         self._show("volume-missing-sheet")
         self.installer.click("OK")
@@ -85,7 +85,7 @@ class Tour:
             self.gate.wait()
 
     def expect_complete(self):
-        """Everything lies where it belongs, nothing of the user's is lost, the demo is open."""
+        """Everything is where it belongs, no user file is lost, and the demo Live Set is open."""
         stage, bundle = self.stage, self.installer.bundle
         asked = log_lines.criticals(self.installer.log)
         assert asked == ([NO_BACKUP] if stage.obstructed else []), asked
@@ -104,7 +104,7 @@ class Tour:
             trashed["Morvella"] = {Path(): expected.pop(place)}
         shaders = None if stage.previous else True
         added = expectations.installed(bundle, stage, shaders_to=shaders)
-        # What was there before and has not gone to the Trash stays as it was.
+        # What was there before and was not moved to the Trash stays as it was.
         expectations.expect_files(stage, {**added, **expected}, trashed=trashed)
         expectations.expect_opened(stage, [stage.demo_set] if stage.demo and not asked else [])
 

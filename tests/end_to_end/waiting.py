@@ -3,13 +3,12 @@
 import os
 import time
 
-# The longest that a step of the installer may take, in seconds. A build with sanitizers may
-# take longer.
+# How many seconds a step of the installer may take; a build with sanitizers needs more.
 PATIENCE = float(os.environ.get("PATIENCE", "10"))
 
 
 class TimedOut(AssertionError):
-    """What was waited for did not happen in time."""
+    """What a test waited for did not happen in time."""
 
 
 def wait_until(happened, what, seconds=PATIENCE, interval=0.01):

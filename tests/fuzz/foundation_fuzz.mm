@@ -22,7 +22,7 @@ namespace {
 
 using namespace morvella;
 
-/// Ends the run if the two differ; the fuzzer then keeps the input.
+/// Aborts if the two differ; the fuzzer then saves the input.
 template <class Value>
 void requireEqual(const Value& actual, const Value& expected, std::string_view what) {
     if (actual != expected) {
@@ -31,14 +31,14 @@ void requireEqual(const Value& actual, const Value& expected, std::string_view w
     }
 }
 
-/// GNUstep takes a character and the marks on it for one.
+/// GNUstep treats a character and its combining marks as one character.
 bool hasMarks(const std::string& text) {
     NSCharacterSet* marks = [NSCharacterSet nonBaseCharacterSet];
     return [stringOf(text) rangeOfCharacterFromSet:marks].location != NSNotFound;
 }
 
-/// GNUstep has rules of its own for home folders, drives, slashes in a row, and dots that stand for
-/// folders.
+/// GNUstep has its own rules for home folders, drive letters, repeated slashes, and the components
+/// "." and "..".
 bool isPlain(const std::string& path) {
     if (hasMarks(path)) {
         return false;
@@ -51,8 +51,8 @@ bool isPlain(const std::string& path) {
 
 void comparePaths(const std::string& path, const std::string& component) {
     const std::string extension = textOf([stringOf(path) pathExtension]);
-    const bool holdsBlank = extension.find(' ') != std::string::npos;
-    requireEqual(std::string(pathExtension(path)), holdsBlank ? "" : extension,
+    const bool hasSpace = extension.find(' ') != std::string::npos;
+    requireEqual(std::string(pathExtension(path)), hasSpace ? "" : extension,
                  "the extension of " + path);
     requireEqual(deletingLastPathComponent(path),
                  textOf([stringOf(path) stringByDeletingLastPathComponent]),
@@ -81,7 +81,7 @@ void comparePieces(const std::string& text) {
     }
 }
 
-/// GNUstep does not stop at the largest number, and takes other characters for white space.
+/// GNUstep does not clamp large numbers, and treats other characters as white space.
 bool holdsPlainNumbers(const std::string& text) {
     const auto digits = std::count_if(text.begin(), text.end(),
                                       [](unsigned char byte) { return std::isdigit(byte); });

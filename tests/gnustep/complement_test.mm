@@ -1,5 +1,5 @@
-// The complement is tried by every test that runs on it. Here is only what would let another test
-// pass that should fail.
+// Every test that runs on the complement exercises it. This file covers only faults that would let
+// another test pass when it should fail.
 
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ std::string text(NSString* string) {
     return string ? [string UTF8String] : "(nil)";
 }
 
-/// The standard folder of this kind of all users.
+/// The standard folder of this kind that all users share.
 NSURL* localFolder(NSSearchPathDirectory directory) {
     return [[NSFileManager defaultManager] URLForDirectory:directory
                                                   inDomain:NSLocalDomainMask
@@ -28,7 +28,7 @@ NSURL* localFolder(NSSearchPathDirectory directory) {
                                                      error:NULL];
 }
 
-TEST(ComplementTest, StandardFoldersLieOnTheStageOrNowhere) {
+TEST(ComplementTest, StandardFoldersAreOnTheStageOrMissing) {
     setenv("MORVELLA_STAGE", "/a stage", 1);
     EXPECT_EQ(text([localFolder(NSApplicationDirectory) path]), "/a stage/Applications");
     EXPECT_EQ(text([localFolder(NSUserDirectory) path]), "/a stage/Users");
@@ -38,7 +38,7 @@ TEST(ComplementTest, StandardFoldersLieOnTheStageOrNowhere) {
     EXPECT_EQ(localFolder(NSApplicationDirectory), nil);
 }
 
-TEST(ComplementTest, KeepsNothingInAnyHome) {
+TEST(ComplementTest, StoresNothingInAnyHomeFolder) {
     EXPECT_EQ(text(NSHomeDirectory()), std::getenv("HOME"));
     EXPECT_EQ(text(GSDefaultsRootForUser(NSUserName())), "/dev/null");
     NSArray* libraries =
@@ -50,7 +50,7 @@ TEST(ComplementTest, KeepsNothingInAnyHome) {
               text(NSHomeDirectory()));
 }
 
-TEST(ComplementTest, SuiteLiesInAFileOfItsOwnInTheHome) {
+TEST(ComplementTest, DefaultsSuiteHasItsOwnFileInTheHomeFolder) {
     const auto suite = [](NSString* name) {
         return [[[NSUserDefaults alloc] initWithSuiteName:name] autorelease];
     };
@@ -65,7 +65,7 @@ TEST(ComplementTest, SuiteLiesInAFileOfItsOwnInTheHome) {
     std::filesystem::remove(file);
 }
 
-TEST(ComplementTest, ChildEndsByTheSignalsThatTheInstallerSurvives) {
+TEST(ComplementTest, SignalsThatTheInstallerSurvivesKillItsChildren) {
     for (const int number : {SIGPIPE, SIGXFSZ}) {
         NSTask* task = [[[NSTask alloc] init] autorelease];
         [task setLaunchPath:@"/bin/sh"];

@@ -15,8 +15,8 @@ namespace morvella::gnustep_tests {
 
 namespace {
 
-/// Runs the application in a process of its own with these variables set, or unset if null; it is
-/// refused.
+/// Starts the application with these variables set, or unset if null; it must refuse to run. For
+/// EXPECT_EXIT, since it never returns.
 [[noreturn]] void start(const char* stage, const char* home) {
     stage ? setenv("MORVELLA_STAGE", stage, 1) : unsetenv("MORVELLA_STAGE");
     home ? setenv("HOME", home, 1) : unsetenv("HOME");
@@ -24,13 +24,13 @@ namespace {
     _exit(0);
 }
 
-TEST(StartupTest, EndsWithoutAStage) {
+TEST(StartupTest, ExitsWithoutAStage) {
     for (const char* stage : {static_cast<const char*>(nullptr), "", "relative"}) {
         EXPECT_EXIT(start(stage, "/"), ::testing::ExitedWithCode(2), "^MORVELLA_STAGE must");
     }
 }
 
-TEST(StartupTest, EndsWithoutAHomeInsideItsStage) {
+TEST(StartupTest, ExitsWithoutAHomeInsideItsStage) {
     const cocoa_tests::TemporaryFolder folder;
     folder.addFolder("stage/home");
     folder.addFolder("stage2");
@@ -45,7 +45,7 @@ TEST(StartupTest, EndsWithoutAHomeInsideItsStage) {
     }
 }
 
-TEST(StartupTest, EndsWithoutAWholeInterfaceFile) {
+TEST(StartupTest, ExitsWithoutAnIntactInterfaceFile) {
     const cocoa_tests::TemporaryFolder folder;
     const std::filesystem::path resources =
         std::string([[[NSBundle mainBundle] bundlePath] UTF8String]) + "/Resources";
@@ -60,7 +60,7 @@ TEST(StartupTest, EndsWithoutAWholeInterfaceFile) {
     std::filesystem::remove_all(resources);
 }
 
-TEST(StartupTest, EndsWithArgumentsThatAreNotUtf8) {
+TEST(StartupTest, ExitsIfAnArgumentIsNotUtf8) {
     const auto execute = [] {
         execl("/proc/self/exe", "gnustep_tests", "a\xFF", nullptr);
         _exit(126);
@@ -68,7 +68,7 @@ TEST(StartupTest, EndsWithArgumentsThatAreNotUtf8) {
     EXPECT_EXIT(execute(), ::testing::ExitedWithCode(2), "must be UTF-8");
 }
 
-TEST(StartupTest, TakesAFileSizeLimitForAnError) {
+TEST(StartupTest, TreatsAnExceededFileSizeLimitAsAnError) {
     const auto writeBeyondLimit = [] {
         const rlimit limit = {4000, 4000};
         setrlimit(RLIMIT_FSIZE, &limit);

@@ -4,7 +4,7 @@ namespace morvella::tests {
 
 namespace {
 
-/// Two fonts of the bundle, whatever the product's own are.
+/// Installs two fonts of the tests' own, independent of the product's.
 class FontsTest : public InstallerTest {
   protected:
     FontsTest() {
@@ -40,7 +40,7 @@ TEST_F(FontsTest, AreCopiedOneAfterTheOther) {
     });
 }
 
-TEST_F(FontsTest, AlreadyInstalledAreVerifiedAndLeftAlone) {
+TEST_F(FontsTest, AreVerifiedAndLeftAloneIfAlreadyInstalled) {
     disk.addFile(a, "another version");
     EXPECT_TRUE(install());
     expectEverything({
@@ -69,7 +69,7 @@ TEST_F(FontsTest, AFailureOfTheLastFontFailsTheList) {
 }
 
 /// Only the error object decides whether an error is logged, and only the file decides the result.
-TEST_F(FontsTest, ACopyCountsIfTheFontIsThereAfterwards) {
+TEST_F(FontsTest, ACopySucceedsIfTheFontExistsAfterwards) {
     for (const bool result : {false, true}) {
         disk.remove(a);
         disk.outcomes[copied] = {.result = result, .takesEffect = true};
@@ -82,7 +82,7 @@ TEST_F(FontsTest, ACopyCountsIfTheFontIsThereAfterwards) {
     }
 }
 
-TEST_F(FontsTest, VerificationNoticesACopyThatFailedWithoutError) {
+TEST_F(FontsTest, VerificationDetectsACopyThatFailedWithoutAnError) {
     disk.outcomes[copied] = {};
     EXPECT_FALSE(controller.installFontList({"a.ttf"}));
     expectEffects({copiesA, missesA});
@@ -94,7 +94,7 @@ TEST_F(FontsTest, AFontMissingFromTheBundleFailsAndTheNextIsInstalled) {
     expectEffects({missesA, copiesB});
 }
 
-TEST_F(FontsTest, GoIntoTheHomeFolderAndAreLoggedAsUrls) {
+TEST_F(FontsTest, AreCopiedIntoTheHomeFolderAndLoggedAsUrls) {
     folders.home = "/Users/J\xC3\xBCrg M";
     EXPECT_TRUE(controller.installFontList({"a.ttf"}));
     expectEffects({

@@ -23,7 +23,7 @@ class InstallToOldTest : public InstallerTest {
                                       unpacks("ISF.zip", "/Users/Shared/Morvella");
 };
 
-TEST_F(InstallToOldTest, InstallsLikeTheOtherOnAFreshMachine) {
+TEST_F(InstallToOldTest, InstallsLikeTheCurrentProcedureOnAFreshMachine) {
     install();
     expectEffects({firstStages, unpacksShared});
 }
@@ -37,7 +37,7 @@ TEST_F(InstallToOldTest, ReplacesAnExistingSharedFolder) {
     EXPECT_FALSE(disk.holds("/Users/Shared/Morvella/ISF/old.fs"));
 }
 
-TEST_F(InstallToOldTest, UnpacksIntoAFolderThatCannotBeTrashed) {
+TEST_F(InstallToOldTest, UnpacksOverASharedFolderThatCannotBeTrashed) {
     disk.addFile("/Users/Shared/Morvella/ISF/old.fs");
     refuse("trashed /Users/Shared/Morvella/", "refused");
     install();
@@ -46,7 +46,7 @@ TEST_F(InstallToOldTest, UnpacksIntoAFolderThatCannotBeTrashed) {
                    logs("Couldn't delete /Users/Shared/Morvella"), unpacksShared});
 }
 
-TEST_F(InstallToOldTest, FallsBackToTheDocuments) {
+TEST_F(InstallToOldTest, FallsBackToTheDocumentsFolder) {
     refuse("created /Users/Shared/Morvella/", "read-only");
     install();
     EXPECT_TRUE(journal.effects().ends_with(

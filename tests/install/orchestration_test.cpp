@@ -22,7 +22,7 @@ class OrchestrationTest : public InstallerTest {
         "file: moved " + installed + "/Morvella.app/ to " + installed + "/.Morvella.app";
 };
 
-TEST_F(OrchestrationTest, StartsAtOnceWithoutPreviousInstallation) {
+TEST_F(OrchestrationTest, StartsAtOnceWithoutAPreviousInstallation) {
     controller.doInstallViewAppeared();
     ASSERT_NE(controller.destinationURL(), nullptr);
     EXPECT_EQ(*controller.destinationURL(), FileUrl::directory(installed));
@@ -33,14 +33,14 @@ TEST_F(OrchestrationTest, StartsAtOnceWithoutPreviousInstallation) {
     EXPECT_TRUE(controls.made.empty());
 }
 
-TEST_F(OrchestrationTest, FormsTheDestinationAnewEachTime) {
+TEST_F(OrchestrationTest, RecomputesTheDestinationEachTime) {
     controller.doInstallViewAppeared();
     controller.setUserLibPath(text("/Volumes/Audio/Lib/"));
     controller.doInstallViewAppeared();
     EXPECT_EQ(*controller.destinationURL(), FileUrl::directory("/Volumes/Audio/Lib/Morvella"));
 }
 
-TEST_F(OrchestrationTest, EveryStepWorksOnTheDestination) {
+TEST_F(OrchestrationTest, HidesAndVerifiesInTheDestination) {
     controller.setDestinationURL(folderUrl("/Elsewhere"));
     disk.addFolder("/Elsewhere/Morvella.app");
     disk.addFile("/Elsewhere/Sources/Vellicor.amxd");
@@ -51,7 +51,7 @@ TEST_F(OrchestrationTest, EveryStepWorksOnTheDestination) {
     EXPECT_EQ(viewController.shown, postInstallView);
 }
 
-TEST_F(OrchestrationTest, ReachesTheLastPageBehindASheetOfTheProcedure) {
+TEST_F(OrchestrationTest, ReachesTheLastPageBehindTheSheetOfAFailedStep) {
     failArchiver("/Bundle/Tressimo.zip");
     controller.doInstallViewAppeared();
     EXPECT_EQ(journal.only({Kind::sheet, Kind::page}),

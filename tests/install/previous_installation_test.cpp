@@ -11,7 +11,7 @@ class PreviousInstallationTest : public InstallerTest {
         disk.addFile(installed + "/Presets/mine.adv");
     }
 
-    /// Up to the sheet.
+    /// Shows the sheet.
     void ask() {
         controller.doInstallViewAppeared();
         journal.clear();
@@ -22,7 +22,7 @@ class PreviousInstallationTest : public InstallerTest {
         window->answer(alertFirstButtonReturn, makesBackup);
     }
 
-    void expectInstallationOnALaterTurn() {
+    void expectQueuedInstallation() {
         journal.clear();
         runLoop.drainMainQueue();
         EXPECT_TRUE(journal.effects().starts_with(
@@ -48,7 +48,7 @@ class PreviousInstallationTest : public InstallerTest {
     static constexpr const char* queues = "queue: work put on the main queue";
 };
 
-TEST_F(PreviousInstallationTest, IsOfferedForDeletionInASheet) {
+TEST_F(PreviousInstallationTest, PromptsForItsDeletionInASheet) {
     controller.doInstallViewAppeared();
     expectEverything({
         "asked: reachable /Users/ann/Music/User Library/Morvella/",
@@ -68,7 +68,7 @@ TEST_F(PreviousInstallationTest, MayBeAFile) {
     EXPECT_FALSE(disk.holds(installed));
 }
 
-TEST_F(PreviousInstallationTest, AnythingButContinueQuitsAndTouchesNothing) {
+TEST_F(PreviousInstallationTest, EveryAnswerButContinueQuitsAndChangesNothing) {
     for (const int response : {1001, 1002, 999, 0, -1000, -1001}) {
         ask();
         window->answer(response, ControlState::on);
@@ -79,7 +79,7 @@ TEST_F(PreviousInstallationTest, AnythingButContinueQuitsAndTouchesNothing) {
     EXPECT_TRUE(disk.holds(installed + "/Presets/mine.adv"));
 }
 
-TEST_F(PreviousInstallationTest, IsBackedUpThenTrashedThenInstalledAnew) {
+TEST_F(PreviousInstallationTest, IsBackedUpThenTrashedThenReplaced) {
     askAndAnswer(ControlState::on);
     expectEverything({
         startsBackup,
@@ -93,10 +93,10 @@ TEST_F(PreviousInstallationTest, IsBackedUpThenTrashedThenInstalledAnew) {
         "asked: reachable /Users/ann/Music/User Library/Morvella/",
         queues,
     });
-    expectInstallationOnALaterTurn();
+    expectQueuedInstallation();
 }
 
-TEST_F(PreviousInstallationTest, IsOnlyTrashedWithTheCheckBoxCleared) {
+TEST_F(PreviousInstallationTest, IsTrashedWithoutABackupUnlessTheCheckBoxIsOn) {
     for (const ControlState state : {ControlState::off, ControlState::mixed}) {
         disk.addFolder(installed);
         askAndAnswer(state);
@@ -104,41 +104,41 @@ TEST_F(PreviousInstallationTest, IsOnlyTrashedWithTheCheckBoxCleared) {
     }
 }
 
-TEST_F(PreviousInstallationTest, IsTrashedAlsoWhenTheBackupFails) {
+TEST_F(PreviousInstallationTest, IsTrashedEvenIfTheBackupFails) {
     failArchiver(zipFile);
     askAndAnswer(ControlState::on);
     expectEffects({startsBackup, packsBackup,
                    "log: Couldn't make a backup of current installation.",
                    showsCriticalSheet(backupFailed), endsBackup, trashesFolder, queues});
     EXPECT_FALSE(disk.holds(installed));
-    expectInstallationOnALaterTurn();
+    expectQueuedInstallation();
 }
 
-TEST_F(PreviousInstallationTest, ThatStaysAfterAFailedMoveShowsTwoSheetsAndIsInstalledOver) {
+TEST_F(PreviousInstallationTest, ShowsTwoSheetsAndIsOverwrittenIfItCannotBeTrashed) {
     refuse("trashed /Users/ann/Music/User Library/Morvella/", "refused");
     askAndAnswer(ControlState::off);
     expectEffects({trashesFolder, failsToTrashFolder(installed), "log: couldn't move to trash.",
                    showsCriticalSheet("Couldn't move Morvella folder to trash."),
                    showsCriticalSheet("Old Morvella folder still presists, aborting."), queues});
     EXPECT_EQ(window->sheetsWaiting(), 2U);
-    expectInstallationOnALaterTurn();
+    expectQueuedInstallation();
 }
 
-TEST_F(PreviousInstallationTest, ThatIsGoneDespiteAFailedMoveShowsOneSheet) {
+TEST_F(PreviousInstallationTest, ShowsOneSheetIfItIsGoneDespiteAFailedMove) {
     disk.outcomes["trashed /Users/ann/Music/User Library/Morvella/"] = {.takesEffect = true};
     askAndAnswer(ControlState::off);
     EXPECT_EQ(journal.only({Kind::sheet}),
               lines({criticalSheet("Couldn't move Morvella folder to trash.")}));
 }
 
-TEST_F(PreviousInstallationTest, ThatStaysDespiteASuccessfulMoveShowsOneSheet) {
+TEST_F(PreviousInstallationTest, ShowsOneSheetIfItRemainsDespiteASuccessfulMove) {
     disk.outcomes["trashed /Users/ann/Music/User Library/Morvella/"] = {.result = true};
     askAndAnswer(ControlState::off);
     expectEffects({trashesFolder,
                    showsCriticalSheet("Old Morvella folder still presists, aborting."), queues});
 }
 
-TEST_F(PreviousInstallationTest, EveryFailureTogetherStillInstalls) {
+TEST_F(PreviousInstallationTest, IsOverwrittenEvenIfEveryStepFails) {
     disk.items[installed].readable = false;
     refuse("trashed /Users/ann/Music/User Library/Morvella/", "refused");
     askAndAnswer(ControlState::on);
@@ -146,10 +146,10 @@ TEST_F(PreviousInstallationTest, EveryFailureTogetherStillInstalls) {
               lines({criticalSheet(backupFailed),
                      criticalSheet("Couldn't move Morvella folder to trash."),
                      criticalSheet("Old Morvella folder still presists, aborting."), queues}));
-    expectInstallationOnALaterTurn();
+    expectQueuedInstallation();
 }
 
-TEST_F(PreviousInstallationTest, SheetHoldsControllerAndIndicatorUntilAnswered) {
+TEST_F(PreviousInstallationTest, SheetRetainsControllerAndIndicatorUntilAnswered) {
     const long before = viewController.object.use_count();
     controller.doInstallViewAppeared();
     ASSERT_EQ(controls.made.size(), 1U);

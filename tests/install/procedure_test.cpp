@@ -34,7 +34,7 @@ TEST_F(ProcedureTest, DependsOnTheUserLibraryAndNotOnTheDestination) {
                      unpacks("Tressimo.zip", "/Applications/Morvella")}));
 }
 
-TEST_F(ProcedureTest, AFailureOfTheFontsIsOnlyLogged) {
+TEST_F(ProcedureTest, AFailureToInstallTheFontsIsOnlyLogged) {
     disk.remove("/Users/ann/Library/Fonts");
     bundles.main->resources = {{"morvella.zip", "/Bundle/morvella.zip"},
                                {"Tressimo.zip", "/Bundle/Tressimo.zip"}};
@@ -44,7 +44,7 @@ TEST_F(ProcedureTest, AFailureOfTheFontsIsOnlyLogged) {
                installsUtilities()})));
 }
 
-TEST_F(ProcedureTest, AFailureOfTheSuiteIsIgnored) {
+TEST_F(ProcedureTest, AFailureToUnpackTheSuiteIsIgnored) {
     failArchiver("/Bundle/morvella.zip");
     install();
     expectEffects({fontsAndSuite, installsUtilities()});
@@ -74,7 +74,7 @@ TEST_F(ProcedureTest, AFailureToTrashTheOldUtilityFolderIsOnlyLogged) {
                    "log: Couldn't delete /Applications/Morvella", installsUtilities()});
 }
 
-TEST_F(ProcedureTest, UnpacksTheUtilitiesAlthoughTheirFolderCannotBeMade) {
+TEST_F(ProcedureTest, UnpacksTheUtilitiesEvenIfTheirFolderCannotBeCreated) {
     refuse(created, "not permitted");
     install();
     expectEffects({
@@ -87,14 +87,14 @@ TEST_F(ProcedureTest, UnpacksTheUtilitiesAlthoughTheirFolderCannotBeMade) {
     });
 }
 
-/// The result decides whether it failed, not the error object.
-TEST_F(ProcedureTest, AUtilityFolderMadeWithAnErrorIsMade) {
+/// The result, not the error object, decides whether creating the folder failed.
+TEST_F(ProcedureTest, AnErrorIsIgnoredIfTheUtilityFolderIsCreated) {
     disk.outcomes[created] = {.result = true, .error = Error{"odd"}, .takesEffect = true};
     install();
     expectEffects({fontsAndSuite, installsUtilities()});
 }
 
-TEST_F(ProcedureTest, AUtilityFolderThatFailsWithoutErrorLogsNull) {
+TEST_F(ProcedureTest, AUtilityFolderThatFailsWithoutAnErrorLogsNull) {
     disk.outcomes[created] = {};
     install();
     EXPECT_NE(journal.only({Kind::log}).find("failed with error: (null)\n"), std::string::npos);
@@ -110,7 +110,7 @@ TEST_F(ProcedureTest, UtilitiesThatCannotBeUnpackedShowASheet) {
                    showsCriticalSheet("Could not install utilities, aborting.")});
 }
 
-TEST_F(ProcedureTest, GoesOnToTheSharedDataAfterEveryFailure) {
+TEST_F(ProcedureTest, ContinuesWithTheSharedDataAfterEveryFailure) {
     disk.remove("/Users/Shared/Morvella");
     refuse(created, "not permitted");
     bundles.main->resources.erase("Tressimo.zip");

@@ -9,7 +9,7 @@ class RemovalTest : public InstallerTest {
     const FileUrl folder = FileUrl::directory("/Library/Morvella");
 };
 
-TEST_F(RemovalTest, TrashesWhatIsThereInOrderAndSkipsWhatIsMissing) {
+TEST_F(RemovalTest, TrashesItemsInOrderAndSkipsMissingOnes) {
     disk.addFile("/Library/Morvella/a");
     disk.addFile("/Library/Morvella/Sources/c d");
     EXPECT_TRUE(controller.removeFilesFromFolder({"Sources/c d", "b", "a"}, folder));
@@ -51,14 +51,14 @@ TEST_F(RemovalTest, TakesAnAbsolutePathAsIs) {
     expectEffects({"file: trashed /elsewhere/a"});
 }
 
-/// As Foundation resolves a path against a URL that names no directory.
-TEST_F(RemovalTest, ResolvesAPathBesideAFolderUrlWithoutFinalSlash) {
+/// Foundation resolves a path against a URL that names no directory in the same way.
+TEST_F(RemovalTest, ResolvesAPathBesideAFolderUrlWithoutATrailingSlash) {
     disk.addFile("/Library/a");
     EXPECT_TRUE(controller.removeFilesFromFolder({"a"}, FileUrl::file("/Library/Morvella")));
     expectEffects({"file: trashed /Library/a"});
 }
 
-TEST_F(RemovalTest, LogsAFolderAsAFolder) {
+TEST_F(RemovalTest, LogsTheUrlOfAFolderWithATrailingSlash) {
     disk.addFolder("/Library/Morvella/sub/50%20");
     refuse("trashed /Library/Morvella/sub/50%20/", "refused");
     EXPECT_FALSE(controller.removeFilesFromFolder({"sub/50%20"}, folder));

@@ -4,7 +4,7 @@ namespace morvella::tests {
 
 namespace {
 
-/// The last stage: the shader files. The journal begins with it.
+/// The last stage: the shader files. The journal is cleared when it begins.
 class SharedDataTest : public InstallerTest {
   protected:
     SharedDataTest() {
@@ -59,7 +59,7 @@ TEST_F(SharedDataTest, IsUnpackedIntoTheSharedProductFolder) {
     });
 }
 
-TEST_F(SharedDataTest, IsLeftAloneWhereAFolderOrFileOfThatNameExists) {
+TEST_F(SharedDataTest, IsNotUnpackedIfAFolderOrFileOfThatNameExists) {
     disk.addFile("/Users/Shared/Morvella/ISF/Standard/mine.fs");
     install();
     expectEverything({"asked: exists /Users/Shared/Morvella"});
@@ -69,7 +69,7 @@ TEST_F(SharedDataTest, IsLeftAloneWhereAFolderOrFileOfThatNameExists) {
     expectEverything({"asked: exists /Users/Shared/Morvella"});
 }
 
-TEST_F(SharedDataTest, GoesToTheDocumentsWhenTheSharedFolderCannotBeMade) {
+TEST_F(SharedDataTest, GoesToTheDocumentsWhenTheSharedFolderCannotBeCreated) {
     refuse(createdShared, "read-only");
     install();
     expectEverything({
@@ -96,7 +96,7 @@ TEST_F(SharedDataTest, GoesToTheDocumentsWhenTheSharedFolderIsNotWritable) {
     expectEffects({createsFolder(shared), fallsBack, installsToDocuments});
 }
 
-TEST_F(SharedDataTest, StaysSharedWhenTheFolderReportsAnErrorButIsWritable) {
+TEST_F(SharedDataTest, StaysSharedWhenCreationFailsButTheFolderIsWritable) {
     disk.outcomes[createdShared] = {.error = Error{"odd"}, .takesEffect = true};
     install();
     expectEffects({cannotCreate(shared, "odd"), installsTo(shared)});
@@ -126,14 +126,14 @@ TEST_F(SharedDataTest, AFailureToTrashOldShadersIsOnlyLogged) {
                    logs("Couldn't delete " + old), installsToDocuments});
 }
 
-TEST_F(SharedDataTest, ADocumentsFolderThatCannotBeMadeIsOnlyLogged) {
+TEST_F(SharedDataTest, AFailureToCreateTheDocumentsFolderIsOnlyLogged) {
     refuse(createdShared, "read-only");
     refuse(createdDocuments, "full");
     install();
     expectEffects({fallsBackAfterError, cannotCreate(documents, "full"), installsTo(documents)});
 }
 
-/// A step that fails without an error of its own shows the previous one.
+/// A step that fails without an error of its own logs the previous one.
 TEST_F(SharedDataTest, AnErrorStaysUntilALaterOneReplacesIt) {
     refuse(createdShared, "read-only");
     disk.outcomes[createdDocuments] = {};
@@ -142,13 +142,13 @@ TEST_F(SharedDataTest, AnErrorStaysUntilALaterOneReplacesIt) {
         {fallsBackAfterError, cannotCreate(documents, "read-only"), installsTo(documents)});
 }
 
-TEST_F(SharedDataTest, AFolderThatCannotBeMadeWithoutErrorLogsNull) {
+TEST_F(SharedDataTest, AFailureWithoutAnyErrorLogsNull) {
     disk.outcomes[createdShared] = {};
     install();
     expectEffects({cannotCreate(shared, "(null)"), fallsBack, installsToDocuments});
 }
 
-TEST_F(SharedDataTest, AnErrorOfTheUsersFolderIsAWarningAndComesUpAgain) {
+TEST_F(SharedDataTest, AUsersFolderErrorIsAWarningAndIsLoggedAgainLater) {
     folders.users.error = Error{"no users"};
     disk.outcomes[createdShared] = {};
     install();
@@ -174,7 +174,7 @@ TEST_F(SharedDataTest, GoesToTheDocumentsWithoutAUsersFolder) {
     EXPECT_TRUE(effects.ends_with(lines({installsToDocuments}))) << effects;
 }
 
-TEST_F(SharedDataTest, AnErrorOfTheDocumentsFolderIsLogged) {
+TEST_F(SharedDataTest, ADocumentsFolderErrorIsLogged) {
     refuse(createdShared, "read-only");
     folders.documents.error = Error{"no documents"};
     install();
@@ -183,7 +183,7 @@ TEST_F(SharedDataTest, AnErrorOfTheDocumentsFolderIsLogged) {
                    installsToDocuments});
 }
 
-TEST_F(SharedDataTest, WithoutAnyFolderASheetIsShownAndUnpackingIsStillTried) {
+TEST_F(SharedDataTest, WithoutAnyFolderASheetIsShownAndUnpackingIsStillAttempted) {
     refuse(createdShared, "read-only");
     refuse(createdDocuments, "gone");
     disk.remove("/Users/ann/Documents");

@@ -25,7 +25,7 @@ TEST_F(VerificationTest, HidesTheApplication) {
     EXPECT_FALSE(disk.holds("/UL/Morvella/Morvella.app"));
 }
 
-TEST_F(VerificationTest, HidingWithoutApplicationFailsSilently) {
+TEST_F(VerificationTest, HidingFailsSilentlyWithoutTheApplication) {
     disk.addFolder("/UL/Morvella/.Morvella.app");
     EXPECT_FALSE(controller.hideApp(destination));
     expectEverything({hidingLine, "asked: reachable /UL/Morvella/Morvella.app"});
@@ -62,7 +62,7 @@ TEST_F(VerificationTest, HidingFailsWhenTheOlderCopyCannotBeTrashed) {
     EXPECT_TRUE(disk.holds("/UL/Morvella/.Morvella.app/old"));
 }
 
-TEST_F(VerificationTest, HidingFailsWithTheErrorOfTheRename) {
+TEST_F(VerificationTest, HidingFailsAndLogsTheErrorOfTheRename) {
     disk.addFolder("/UL/Morvella/Morvella.app");
     refuse(move, "read-only");
     EXPECT_FALSE(controller.hideApp(destination));
@@ -82,13 +82,13 @@ TEST_F(VerificationTest, OnlyTheErrorDecidesWhetherTheRenameFailed) {
               lines({hidingLine, "log: Couldn't hide the app file, error:odd"}));
 }
 
-TEST_F(VerificationTest, ARenameWithoutErrorCountsIfItTookEffect) {
+TEST_F(VerificationTest, ARenameWithoutAnErrorSucceedsIfItTookEffect) {
     disk.addFolder("/UL/Morvella/Morvella.app");
     disk.outcomes[move] = {.takesEffect = true};
     EXPECT_TRUE(controller.hideApp(destination));
 }
 
-TEST_F(VerificationTest, HidingFailsWhenTheHiddenApplicationIsNotThereAfterwards) {
+TEST_F(VerificationTest, HidingFailsWhenTheHiddenApplicationIsMissingAfterwards) {
     disk.addFolder("/UL/Morvella/Morvella.app");
     disk.outcomes[move] = {.result = true};
     EXPECT_FALSE(controller.hideApp(destination));
@@ -112,7 +112,7 @@ TEST_F(VerificationTest, PassesWithTheHiddenApplicationAndTheDevice) {
     });
 }
 
-TEST_F(VerificationTest, FailsWithAVisibleApplicationWithoutCheckingTheDevice) {
+TEST_F(VerificationTest, FailsIfTheApplicationIsVisibleAndSkipsTheDevice) {
     disk.addFolder("/UL/Morvella/Morvella.app");
     disk.addFile("/UL/Morvella/Sources/Vellicor.amxd");
     EXPECT_FALSE(controller.checkInstall(destination));

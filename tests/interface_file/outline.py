@@ -1,4 +1,4 @@
-"""Prints the interface file as a table of its meaning, without layout and appearance.
+"""Prints the interface file as an outline, without layout and appearance.
 
 Run `python3 -B tests/interface_file/outline.py >tests/interface_file/interface.txt` after a change.
 """
@@ -11,7 +11,7 @@ from pathlib import Path
 
 FILE = Path(__file__).resolve().parents[2] / "resources/MainMenu.xib"
 KEYS = {"\r": "Return", "\x1b": "Escape"}
-# The attributes of a view or a cell that are shown, with the value that the file leaves out.
+# The attributes of a view or a cell to print, unless they have this default value.
 DEFAULTS = {
     "hidden": "NO",
     "enabled": "YES",
@@ -34,7 +34,7 @@ def quoted(text):
 
 
 class Outline:
-    """The lines of the table."""
+    """The lines of the outline."""
 
     def __init__(self, text):
         self._root = ElementTree.fromstring(text)
@@ -105,7 +105,7 @@ class Outline:
         return ", ".join(parts)
 
     def _key(self, element, cell):
-        """The key equivalent, which the file may have encoded."""
+        """The key equivalent, which may be base64-encoded in the file."""
         encoded = cell.find("string[@key='keyEquivalent']")
         key = cell.get("keyEquivalent")
         if encoded is not None:
@@ -127,7 +127,7 @@ class Outline:
         return self._class_of(element)
 
     def _name(self, element):
-        """The name of its outlet, else its class if that is the installer's, else its title."""
+        """The name of its outlet; without one, its title if it has a cell, else its class."""
         cell = element.find("*[@key='cell']")
         for each in (element, cell):
             if each is not None and each.get("id") in self._outlets:

@@ -1,4 +1,4 @@
-"""Compares the interface file with one table, interface.txt, and with the outlets of the code."""
+"""Compares the interface file with interface.txt and with the outlets and actions in the code."""
 
 import difflib
 import re
@@ -8,7 +8,7 @@ from pathlib import Path
 import pytest
 from outline import FILE, Outline
 
-TABLE = Path(__file__).with_name("interface.txt")
+EXPECTED = Path(__file__).with_name("interface.txt")
 DOORS = FILE.parents[1] / "platform/cocoa"
 CLASSES = {
     "button": "NSButton",
@@ -30,15 +30,15 @@ def class_of(identifier):
     return element.get("customClass", CLASSES.get(element.tag))
 
 
-def test_matches_the_table():
-    expected = TABLE.read_text("utf-8").splitlines()
+def test_matches_the_expected_outline():
+    expected = EXPECTED.read_text("utf-8").splitlines()
     found = list(Outline(FILE.read_text("utf-8")).lines())
-    difference = "\n".join(difflib.unified_diff(expected, found, "table", "file", lineterm=""))
-    assert not difference, f"\n{difference}\nThe table is the output of outline.py."
+    difference = "\n".join(difflib.unified_diff(expected, found, "expected", "found", lineterm=""))
+    assert not difference, f"\n{difference}\noutline.py prints the new {EXPECTED.name}."
 
 
 @pytest.mark.parametrize("name", ["MorvellaInstallerViewController", "MorvellaInstallerLicenseVC"])
-def test_every_outlet_connects_an_object_of_its_class(name):
+def test_every_outlet_is_connected_to_an_object_of_its_class(name):
     declared = (DOORS / f"{name}.h").read_text("utf-8")
     properties = re.findall(r"IBOutlet (\w+)\s*\*\s*(\w+);", declared)
     found = [

@@ -28,7 +28,7 @@ TEST_F(LaunchArgumentsTest, MissingLiveApplicationChangesNothing) {
     expectEverything({"asked: NSArgumentDomain, object for key liveapp"});
 }
 
-/// The folder ends in a slash; nothing is put in its place if it does not.
+/// The argument should end in a slash; none is added if it does not.
 TEST_F(LaunchArgumentsTest, DemoSetPathBeginsWithTheGivenFolder) {
     launchWith("app", "/Kit/");
     EXPECT_TRUE(controller.setDemoSetURLFromArgs());

@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::string_literals;
 
-/// What the scan takes from `text`, as "parent + name".
+/// The result of scanning `text`, as "parent + name".
 std::string scanned(std::string_view text) {
     const UserLibraryEntry entry = scanLibraryCfg(text);
     return std::string(entry.parent.value_or("(none)")) + " + " +
@@ -93,8 +93,8 @@ INSTANTIATE_TEST_SUITE_P(
              "<UserLibrary>\n<ProjectName Value=\"n1\">\n<ProjectPath Value=\"/p1\">\n"
              "</UserLibrary>\n<UserLibrary>\n<ProjectPath Value=\"/p2\">\n",
              "/p2 + n1"},
-        Case{"OtherCaseOfTheTag", "<userlibrary>\n<ProjectName Value=\"n\">\n", nothing},
-        Case{"BlankInTheTag", "<UserLibrary >\n<ProjectName Value=\"n\">\n", nothing}),
+        Case{"TagInTheWrongCase", "<userlibrary>\n<ProjectName Value=\"n\">\n", nothing},
+        Case{"SpaceInTheTag", "<UserLibrary >\n<ProjectName Value=\"n\">\n", nothing}),
     [](const auto& test) { return test.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(
@@ -115,15 +115,15 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"EmptyValue", inSection("<ProjectName Value=\"\""), "(none) + "},
         Case{"BothMarkers", inSection("<ProjectName Value=<ProjectPath Value=\"/both\""),
              "/both + /both"},
-        Case{"OtherCase", inSection("<projectname Value=\"n\">"), nothing},
-        Case{"TwoBlanks", inSection("<ProjectName  Value=\"n\">"), nothing},
-        Case{"BlankBeforeTheSign", inSection("<ProjectName Value =\"n\">"), nothing},
-        Case{"NoSign", inSection("<ProjectPath Value\"n\">"), nothing},
+        Case{"MarkerInTheWrongCase", inSection("<projectname Value=\"n\">"), nothing},
+        Case{"TwoSpaces", inSection("<ProjectName  Value=\"n\">"), nothing},
+        Case{"SpaceBeforeTheEqualsSign", inSection("<ProjectName Value =\"n\">"), nothing},
+        Case{"NoEqualsSign", inSection("<ProjectPath Value\"n\">"), nothing},
         Case{"Escapes", inSection("<ProjectName Value=\"A &amp; B 'x' %@ \\n\">"),
              "(none) + A &amp; B 'x' %@ \\n"},
-        Case{"OtherScripts", inSection("<ProjectName Value=\"u\xCC\x88 \xF0\x9F\x8E\xB9\">"),
+        Case{"NonAsciiText", inSection("<ProjectName Value=\"u\xCC\x88 \xF0\x9F\x8E\xB9\">"),
              "(none) + u\xCC\x88 \xF0\x9F\x8E\xB9"},
-        Case{"ZeroBytes", inSection("\0<ProjectName Value=\"a\0b\">"s), "(none) + a\0b"s},
+        Case{"NulBytes", inSection("\0<ProjectName Value=\"a\0b\">"s), "(none) + a\0b"s},
         Case{"LongLine", inSection(std::string(1 << 16, 'x') + "<ProjectName Value=\"n\">"),
              "(none) + n"}),
     [](const auto& test) { return test.param.name; });

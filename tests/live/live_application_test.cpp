@@ -22,7 +22,7 @@ class LiveApplicationTest : public InstallerTest {
     }
 };
 
-TEST_F(LiveApplicationTest, GivesItsUserLibrary) {
+TEST_F(LiveApplicationTest, DeterminesTheUserLibrary) {
     installLive("/Applications/Live 10 Suite.app", "10.1.30 (2020-12-01)", "10.1.30");
     disk.addFolder("/Users/ann/Music/User Library");
     EXPECT_TRUE(controller.setUserLibUsingLiveApp(
@@ -38,7 +38,7 @@ TEST_F(LiveApplicationTest, GivesItsUserLibrary) {
     });
 }
 
-TEST_F(LiveApplicationTest, VersionEndsAtTheFirstBlank) {
+TEST_F(LiveApplicationTest, VersionEndsAtTheFirstSpace) {
     installLive("/Live.app", "11.0 b 12", "11.0");
     expectFound("/Live.app");
     installLive("/Live.app", "12.1", "12.1");
@@ -49,7 +49,7 @@ TEST_F(LiveApplicationTest, VersionEndsAtTheFirstBlank) {
     expectFound("/Live.app");
 }
 
-TEST_F(LiveApplicationTest, BundleIsTheFirstPieceWithTheExtension) {
+TEST_F(LiveApplicationTest, BundleIsTheFirstPartOfThePathWithTheExtension) {
     installLive("/b.app", "11.0", "11.0");
     expectFound("/b.app/Contents/MacOS/Live");
     expectFound("/a/Contents/MacOS/Live/b.app/Contents/MacOS/Live/c.app");
@@ -58,7 +58,7 @@ TEST_F(LiveApplicationTest, BundleIsTheFirstPieceWithTheExtension) {
     expectNotFound("/c.app/Contents/MacOS/Live/b.app");
 }
 
-TEST_F(LiveApplicationTest, ExtensionIsExactlyApp) {
+TEST_F(LiveApplicationTest, ExtensionMustBeExactlyApp) {
     installLive("/unused.app", "11.0", "11.0");
     for (const char* path :
          {"/Live.APP", "/Live.apps", "/Live.ap", "/Live", "/.app", "/Live.app/x"}) {
@@ -67,7 +67,7 @@ TEST_F(LiveApplicationTest, ExtensionIsExactlyApp) {
     }
 }
 
-TEST_F(LiveApplicationTest, WithoutABundleInItsPathIsNotOpened) {
+TEST_F(LiveApplicationTest, IsNotOpenedWithoutABundleInItsPath) {
     EXPECT_FALSE(controller.setUserLibUsingLiveApp(text("/usr/bin/Live")));
     expectEverything({
         "asked: reachable /Users/ann/Library/Preferences/Ableton/Live (null)/Library.cfg",
@@ -76,13 +76,13 @@ TEST_F(LiveApplicationTest, WithoutABundleInItsPathIsNotOpened) {
     });
 }
 
-TEST_F(LiveApplicationTest, WithoutABundleOrVersionGivesNoUserLibrary) {
+TEST_F(LiveApplicationTest, HasNoUserLibraryWithoutABundleOrVersion) {
     expectNotFound("/No.app");
     bundles.add("/Live.app");
     expectNotFound("/Live.app");
 }
 
-TEST_F(LiveApplicationTest, WithoutUserLibraryEntryGivesStatus4) {
+TEST_F(LiveApplicationTest, LogsStatus4WithoutAUserLibraryEntry) {
     installLive("/Live.app", "11.0", "11.0");
     disk.addFile("/Users/ann/Library/Preferences/Ableton/Live 11.0/Library.cfg", "nothing here");
     controller.setUserLibPath(text("/before"));
@@ -92,7 +92,7 @@ TEST_F(LiveApplicationTest, WithoutUserLibraryEntryGivesStatus4) {
                    "log: couldn't get usrlib info, status:4"});
 }
 
-TEST_F(LiveApplicationTest, PathOfOneCharacterOrNoneChangesNothing) {
+TEST_F(LiveApplicationTest, PathOfFewerThanTwoCharactersChangesNothing) {
     controller.setUserLibPath(text("/before"));
     for (const auto& path : {text(""), text("/"), text("\xC3\xBC"), text("\xE2\x82\xAC"),
                              std::shared_ptr<const std::string>()}) {
@@ -102,9 +102,9 @@ TEST_F(LiveApplicationTest, PathOfOneCharacterOrNoneChangesNothing) {
     }
 }
 
-TEST_F(LiveApplicationTest, PathOfTwoCharactersIsLookedAt) {
+TEST_F(LiveApplicationTest, PathOfTwoCharactersIsUsed) {
     expectNotFound("//");
-    // The platform counts a character beyond the basic plane as two.
+    // Lengths are in UTF-16 units, and a character outside the BMP has two.
     expectNotFound("\xF0\x9F\x8E\xB9");
 }
 
@@ -119,7 +119,7 @@ TEST_F(LiveApplicationTest, UserLibraryIsShownBeforeItIsStored) {
     EXPECT_EQ(stored, "/before");
 }
 
-TEST_F(LiveApplicationTest, MissingUserLibraryIsShownThenForgottenThenLogged) {
+TEST_F(LiveApplicationTest, MissingUserLibraryIsShownThenClearedThenLogged) {
     controller.setUserLibPath(text("/before"));
     std::string states;
     journal.watcher = [&](const std::string& line) {
@@ -132,14 +132,14 @@ TEST_F(LiveApplicationTest, MissingUserLibraryIsShownThenForgottenThenLogged) {
     EXPECT_EQ(states, lines({"control:/before", "log:(nothing)"}));
 }
 
-TEST_F(LiveApplicationTest, IsTheOneGivenNotTheOneStored) {
+TEST_F(LiveApplicationTest, IsTheOnePassedNotTheOneStored) {
     installLive("/Live.app", "11.0", "11.0");
     controller.setLiveAppPath(text("/Other.app"));
     expectFound("/Live.app");
     EXPECT_EQ(textOf(controller.liveAppPath()), "/Other.app");
 }
 
-TEST_F(LiveApplicationTest, OfferToOpenTheDemoSetIsShownTickedOrWithheld) {
+TEST_F(LiveApplicationTest, DemoSetCheckBoxIsShownTickedOrHidden) {
     controller.enableOpenDemoSetUI(true);
     EXPECT_EQ(openDemoSetCheck->currentState, ControlState::on);
     expectEverything(

@@ -18,7 +18,7 @@ TEST(LiveVersionTest, ReadsThreeNumbersAndIgnoresAFourth) {
     expectVersion("Live 10.1.30.7", 10, 1, 30);
 }
 
-TEST(LiveVersionTest, TakesMissingNumbersAsZero) {
+TEST(LiveVersionTest, TreatsMissingNumbersAsZero) {
     expectVersion("Live 11.0", 11, 0, 0);
     expectVersion("Live 10.1", 10, 1, 0);
     expectVersion("Live 12", 12, 0, 0);
@@ -27,7 +27,7 @@ TEST(LiveVersionTest, TakesMissingNumbersAsZero) {
     expectVersion("Live 10..4", 10, 0, 4);
 }
 
-TEST(LiveVersionTest, EndsANumberAtALetter) {
+TEST(LiveVersionTest, IgnoresTextAfterANumber) {
     expectVersion("Live 11.0b12", 11, 0, 0);
     expectVersion("Live 12 beta", 12, 0, 0);
     expectVersion("Live Beta", 0, 0, 0);

@@ -7,7 +7,7 @@ namespace {
 
 class PreferenceFolderTest : public ::testing::Test, protected FakePlatform {
   protected:
-    /// The latest of these entries in "/home/x", without the folder that holds them.
+    /// The latest of `entries`, if they are in the preferences folder of "/home/x".
     std::string latestOf(const std::vector<std::string>& entries) {
         const std::string root = "/home/x/Library/Preferences/Ableton/";
         disk.listings[root] = entries;
@@ -19,7 +19,7 @@ class PreferenceFolderTest : public ::testing::Test, protected FakePlatform {
     getLiveUserLib lookup{platform};
 };
 
-TEST_F(PreferenceFolderTest, IsOfTheLatestVersion) {
+TEST_F(PreferenceFolderTest, BelongsToTheLatestVersion) {
     EXPECT_EQ(latestOf({"Live 9.7.7", "Live 10.1.30", "Live 10.1.9", "Live 11.0"}), "Live 11.0");
     EXPECT_EQ(latestOf({"Live 11.0", "Live 10.1.9", "Live 10.1.30", "Live 9.7.7"}), "Live 11.0");
     EXPECT_EQ(latestOf({"Live 12 beta", "Live 11.3.4"}), "Live 12 beta");
@@ -43,7 +43,7 @@ TEST_F(PreferenceFolderTest, KeepsTheNameAsListed) {
     EXPECT_EQ(latestOf({"Live "}), "Live ");
 }
 
-TEST_F(PreferenceFolderTest, TakesANegativeVersionIfNothingElseIsListed) {
+TEST_F(PreferenceFolderTest, MayHaveANegativeVersionDownToAFixedLimit) {
     EXPECT_EQ(latestOf({"Live -1"}), "Live -1");
     EXPECT_EQ(latestOf({"Live -1", "Live 0"}), "Live 0");
     EXPECT_EQ(latestOf({"Live -2"}), "(nothing)");
@@ -51,7 +51,7 @@ TEST_F(PreferenceFolderTest, TakesANegativeVersionIfNothingElseIsListed) {
     EXPECT_EQ(latestOf({"Live -1.-1.-1"}), "(nothing)");
 }
 
-TEST_F(PreferenceFolderTest, SkipsEveryNameThatDoesNotBeginWithThePrefix) {
+TEST_F(PreferenceFolderTest, MustBeginWithThePrefix) {
     EXPECT_EQ(latestOf({"Live", "LiveSet", "Preferences.cfg"}), "(nothing)");
     EXPECT_EQ(latestOf({"live 10.0", "LIVE 10.0", " Live 10.0", "My Live 10.0", "Live\t10"}),
               "(nothing)");
@@ -65,13 +65,13 @@ TEST_F(PreferenceFolderTest, IsNotOpened) {
               lines({"asked: entries of /home/x/Library/Preferences/Ableton/"}));
 }
 
-TEST_F(PreferenceFolderTest, IsNothingWithoutEntriesOrWithoutTheFolder) {
+TEST_F(PreferenceFolderTest, IsNotFoundWithoutEntriesOrWithoutTheirFolder) {
     EXPECT_EQ(latestOf({}), "(nothing)");
     EXPECT_EQ(lookup.getLatestPreferenceFolderUsingHomeDirectory("/home/y"), std::nullopt);
     EXPECT_EQ(journal.effects(), "");
 }
 
-TEST_F(PreferenceFolderTest, IsLookedForInTheCurrentUsersHome) {
+TEST_F(PreferenceFolderTest, IsLookedUpInTheCurrentUsersHome) {
     disk.listings["/Users/ann/Library/Preferences/Ableton/"] = {"Live 10.1", "Live 11.0"};
     EXPECT_EQ(lookup.getLatestPreferenceFolder(),
               "/Users/ann/Library/Preferences/Ableton/Live 11.0");
@@ -79,7 +79,7 @@ TEST_F(PreferenceFolderTest, IsLookedForInTheCurrentUsersHome) {
     EXPECT_EQ(lookup.getLatestPreferenceFolder(), std::nullopt);
 }
 
-TEST_F(PreferenceFolderTest, OfAGivenVersionIsFormedAndNotTested) {
+TEST_F(PreferenceFolderTest, ForAGivenVersionIsNotCheckedForExistence) {
     EXPECT_EQ(lookup.getPreferenceFolderUsingVersionIdentifier("10.1.30"),
               "/Users/ann/Library/Preferences/Ableton/Live 10.1.30");
     EXPECT_EQ(lookup.getPreferenceFolderUsingVersionIdentifier(""),

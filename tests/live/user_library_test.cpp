@@ -42,13 +42,13 @@ TEST_F(UserLibraryTest, IsReturnedWithStatus2WhenItsVolumeIsMissing) {
     EXPECT_EQ(journal.effects(), "");
 }
 
-TEST_F(UserLibraryTest, IsNothingWithStatus1WithoutLibraryCfg) {
+TEST_F(UserLibraryTest, IsMissingWithStatus1WithoutLibraryCfg) {
     EXPECT_EQ(lookUp(), "(nothing)");
     EXPECT_EQ(status, 1);
     EXPECT_EQ(journal.everything(), lines({"asked: reachable /Prefs/Library.cfg"}));
 }
 
-TEST_F(UserLibraryTest, IsNothingWithStatus4WithoutBothValues) {
+TEST_F(UserLibraryTest, IsMissingWithStatus4UnlessBothValuesArePresent) {
     for (const char* contents : {"", "<UserLibrary>\n<ProjectPath Value=\"/Volumes\">\n",
                                  "<UserLibrary>\n<ProjectName Value=\"Lib\">\n"}) {
         disk.addFile("/Prefs/Library.cfg", contents);
@@ -58,21 +58,21 @@ TEST_F(UserLibraryTest, IsNothingWithStatus4WithoutBothValues) {
     }
 }
 
-TEST_F(UserLibraryTest, IsNothingWithStatus4ForAFileThatCannotBeRead) {
+TEST_F(UserLibraryTest, IsMissingWithStatus4IfTheFileIsUnreadable) {
     writeCfg("/Volumes", "Lib");
     disk.items["/Prefs/Library.cfg"].readable = false;
     EXPECT_EQ(lookUp(), "(nothing)");
     EXPECT_EQ(status, 4);
 }
 
-TEST_F(UserLibraryTest, IsNothingWithStatus4ForAFileThatIsNotUtf8) {
+TEST_F(UserLibraryTest, IsMissingWithStatus4IfTheFileIsNotUtf8) {
     writeCfg("/Volumes", "Lib");
     disk.items["/Prefs/Library.cfg"].contents += "\xFF";
     EXPECT_EQ(lookUp(), "(nothing)");
     EXPECT_EQ(status, 4);
 }
 
-TEST_F(UserLibraryTest, GetsNoSecondSlashBetweenParentAndName) {
+TEST_F(UserLibraryTest, HasNoSecondSlashAddedBetweenParentAndName) {
     writeCfg("/Volumes/Audio/Music/", "My Library");
     EXPECT_EQ(lookUp(), "/Volumes/Audio/Music/My Library");
     writeCfg("/", "Lib");
@@ -81,7 +81,7 @@ TEST_F(UserLibraryTest, GetsNoSecondSlashBetweenParentAndName) {
     EXPECT_EQ(lookUp(), "/Volumes///Lib/");
 }
 
-TEST_F(UserLibraryTest, TakesEmptyValuesAsValues) {
+TEST_F(UserLibraryTest, MayHaveAnEmptyParentOrName) {
     writeCfg("/Volumes/Audio", "");
     EXPECT_EQ(lookUp(), "/Volumes/Audio/");
     EXPECT_EQ(status, 2);
@@ -92,7 +92,7 @@ TEST_F(UserLibraryTest, TakesEmptyValuesAsValues) {
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(UserLibraryTest, WritesStatus3BeforeAnythingElse) {
+TEST_F(UserLibraryTest, StartsWithStatus3) {
     int32_t first = 0;
     journal.watcher = [&](const std::string&) { first = first == 0 ? status : first; };
     lookUp();

@@ -8,7 +8,7 @@ class WaitingTest : public InstallerTest {
   protected:
     WaitingTest() { controller.setUserLibPath(text(userLibrary)); }
 
-    /// Up to where the timer is made.
+    /// Waits and dismisses the sheet, which starts the timer.
     void waitAndDismissSheet() {
         controller.waitForUserLibraryAndProceedToInstall();
         window->answer(1000);
@@ -51,7 +51,7 @@ TEST_F(WaitingTest, PollsEvery5SecondsAfterTheSheetWhateverTheAnswer) {
     }
 }
 
-TEST_F(WaitingTest, PollsSilentlyWithoutEnd) {
+TEST_F(WaitingTest, PollsSilentlyAndIndefinitely) {
     waitAndDismissSheet();
     for (int i = 0; i < 1000; ++i) {
         ASSERT_EQ(runLoop.tick(), 1U);
@@ -79,7 +79,7 @@ TEST_F(WaitingTest, LetsTheUserProceedOnceReachable) {
     expectEverything({});
 }
 
-TEST_F(WaitingTest, LooksForNothingUntilTheFirstTickAfterTheSheet) {
+TEST_F(WaitingTest, ChecksNothingUntilTheTimerFiresAfterTheSheet) {
     controller.waitForUserLibraryAndProceedToInstall();
     disk.addFolder(userLibrary);
     journal.clear();
@@ -101,7 +101,7 @@ TEST_F(WaitingTest, PollsForTheUserLibrarySetWhenTheSheetWasDismissed) {
     expectEverything({"asked: reachable /Volumes/Changed"});
 }
 
-TEST_F(WaitingTest, HoldsTheControllerUntilReachable) {
+TEST_F(WaitingTest, RetainsTheControllerUntilReachable) {
     const long before = viewController.object.use_count();
     controller.waitForUserLibraryAndProceedToInstall();
     EXPECT_GT(viewController.object.use_count(), before);

@@ -16,7 +16,7 @@ static BOOL hasWindow(pid_t process) {
     return NO;
 }
 
-/// Asks the application to quit, as the Dock does. NO as long as it is not known to the system.
+/// Asks the application to quit, as the Dock does. Returns NO until the system knows the process.
 static BOOL askToQuit(pid_t process) {
     return [[NSRunningApplication runningApplicationWithProcessIdentifier:process] terminate];
 }

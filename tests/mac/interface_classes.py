@@ -1,8 +1,8 @@
 """Prints the class names in a compiled interface file.
 
-For macOS 10.13 and later ibtool writes the format that iOS uses, whose header is followed by the
-place of each of its tables; for older systems it writes a folder of keyed archives. A class for
-which the archive names a class to fall back on is left out: a system without it loads that one.
+For macOS 10.13 and later ibtool writes the format that iOS uses, whose header gives the size and
+offset of each table; for older systems it writes a folder of keyed archives. A class with a
+fallback in the archive is left out: a system that lacks the class loads the fallback.
 """
 
 import plistlib
@@ -14,7 +14,7 @@ MAGIC = b"NIBArchive"
 
 
 def number(data, at):
-    """Seven bits in each byte, the lowest first; the last byte has the eighth bit set."""
+    """Reads a number: seven bits per byte, lowest first; the last byte has the eighth bit set."""
     value = shift = 0
     while True:
         value |= (data[at] & 0x7F) << shift

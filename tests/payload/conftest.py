@@ -30,7 +30,7 @@ def information(executable):
 
 
 class SamplePayload:
-    """Three archives as lists of (name, content, mode), to be changed before `write`."""
+    """Three archives as lists of (name, content, mode), to change before calling `write`."""
 
     def __init__(self):
         self.archives = {
@@ -53,7 +53,7 @@ class SamplePayload:
         self.archives[archive].append((name, content, mode))
 
     def drop(self, archive, start):
-        """Drops the entries whose names begin so."""
+        """Drops the entries whose names begin with `start`."""
         entries = self.archives[archive]
         self.archives[archive] = [each for each in entries if not each[0].startswith(start)]
         assert self.archives[archive] != entries, start
@@ -90,7 +90,7 @@ def check(*arguments):
 
 
 def findings(folder, payload=None, kind="error"):
-    """What the check says about the payload, once written; any error must make it fail."""
+    """Writes the payload, if any; returns one kind of finding. Any error must fail the check."""
     if payload:
         payload.write(folder)
     run = check(folder)
@@ -101,7 +101,7 @@ def findings(folder, payload=None, kind="error"):
 
 
 class Mac:
-    """A copy of the scripts in `root`, run with stand-ins for the tools in the PATH."""
+    """A copy of the scripts in `root`, run with stand-ins for Apple's tools in the PATH."""
 
     def __init__(self, root):
         self.root = root
@@ -124,7 +124,7 @@ class Mac:
             cwd="/",
             check=False,
         )
-        assert list(self.root.glob("tmp*")) == [], "temporary folders are left behind"
+        assert list(self.root.glob("tmp*")) == [], "the script left temporary folders behind"
         return run
 
 

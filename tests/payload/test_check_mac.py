@@ -12,7 +12,7 @@ CARRIED += ROOT.glob("resources/icon/InstallerIcon*.png")
 
 
 def interface_file(*classes):
-    """What ibtool writes for 10.13: each class is (name, number of classes to fall back on)."""
+    """What ibtool writes for 10.13: each class is (name, number of fallback classes)."""
     table = b""
     for name, fallbacks in classes:
         text = name.encode() + b"\0"
@@ -42,13 +42,13 @@ def mac(folder, payload):
     return mac
 
 
-def test_accepts_an_application_that_is_complete_and_starts(mac):
+def test_accepts_a_complete_application_that_starts(mac):
     run = mac.run("check-mac")
     assert (run.returncode, run.stderr) == (0, "")
     assert run.stdout.splitlines()[-1] == "The application is complete and starts."
 
 
-def test_checks_the_application_that_is_named(mac):
+def test_checks_the_named_application(mac):
     shutil.move(mac.contents.parent, mac.root / "Named.app")
     assert mac.run("check-mac").returncode == 1
     assert mac.run("check-mac", mac.root / "Named.app").returncode == 0
@@ -57,22 +57,22 @@ def test_checks_the_application_that_is_named(mac):
 @pytest.mark.parametrize(
     "fault, error",
     [
-        ({"BUILT": "10.14"}, "built for macOS 10.14, but Info.plist names 10.13"),
+        ({"BUILT": "10.14"}, "built for macOS 10.14, but Info.plist says 10.13"),
         ({"FAILING": "-verify_arch arm64"}, "arm64 is missing"),
         ({"FAILING": "-verify_arch x86_64"}, "x86_64 is missing"),
         ({"FAILING": "codesign --verify"}, ""),
-        ({"SIGNATURE": "flags=0x2(adhoc)"}, "the hardened runtime is not on"),
-        ({"LINKED": "/opt/lib/libc++.dylib"}, "not the system's: /opt/lib/libc++.dylib"),
-        ({"LINKED": "@rpath/libc++.dylib"}, "not the system's: @rpath/libc++.dylib"),
-        ({"LINKED": "/usr/libexec/x.dylib"}, "not the system's: /usr/libexec/x.dylib"),
-        ({"NEWER": "NSView"}, "macOS 10.13 does not know every class in MainMenu.nib"),
+        ({"SIGNATURE": "flags=0x2(adhoc)"}, "the hardened runtime is not enabled"),
+        ({"LINKED": "/opt/lib/libc++.dylib"}, "not part of macOS: /opt/lib/libc++.dylib"),
+        ({"LINKED": "@rpath/libc++.dylib"}, "not part of macOS: @rpath/libc++.dylib"),
+        ({"LINKED": "/usr/libexec/x.dylib"}, "not part of macOS: /usr/libexec/x.dylib"),
+        ({"NEWER": "NSView"}, "MainMenu.nib uses classes that macOS 10.13 lacks"),
         ({"REFUSAL": "something else"}, "it did not refuse to run without the Live Set"),
-        ({"LIVE": "/elsewhere"}, "it did not take its launch arguments"),
-        ({"STAYS": "yes", "PATIENCE": "1"}, "the application does not quit"),
-        ({"STATUS": "3"}, "the application ended with status 3"),
+        ({"LIVE": "/elsewhere"}, "it ignored its launch arguments"),
+        ({"STAYS": "yes", "PATIENCE": "1"}, "the application did not quit"),
+        ({"STATUS": "3"}, "the application exited with status 3"),
     ],
 )
-def test_refuses(mac, fault, error):
+def test_refuses_a_faulty_application(mac, fault, error):
     run = mac.run("check-mac", **fault)
     assert run.returncode == 1
     assert error in run.stderr
@@ -85,14 +85,14 @@ def test_refuses_a_missing_resource(mac, file):
     assert (run.returncode, run.stderr) == (1, f"script/check-mac: resources are missing: {file}\n")
 
 
-def test_refuses_a_resource_of_an_earlier_build(mac):
+def test_refuses_a_resource_left_over_from_an_earlier_build(mac):
     (mac.resources / "Dropped.ttf").touch()
     run = mac.run("check-mac")
     assert run.returncode == 1
-    assert "resources do not belong here: Dropped.ttf" in run.stderr
+    assert "unexpected resources: Dropped.ttf" in run.stderr
 
 
-def test_refuses_a_payload_that_is_not_sound(mac, payload):
+def test_refuses_an_incomplete_payload(mac, payload):
     payload.drop("ISF.zip", "ISF/Standard")
     payload.write(mac.resources)
     run = mac.run("check-mac")
@@ -101,7 +101,7 @@ def test_refuses_a_payload_that_is_not_sound(mac, payload):
 
 
 @pytest.mark.parametrize("name", ["NSSwitch", "NSCustomObject"])
-def test_accepts_a_class_with_another_to_fall_back_on_and_one_of_the_archive_itself(mac, name):
+def test_accepts_a_newer_class_with_a_fallback_and_the_archives_own(mac, name):
     assert mac.run("check-mac", NEWER=name).returncode == 0
 
 
@@ -117,7 +117,7 @@ def test_reads_an_interface_file_for_older_systems(mac, newer, status):
     assert mac.run("check-mac", NEWER=newer).returncode == status
 
 
-def test_accepts_another_oldest_system_that_both_name(mac):
+def test_accepts_another_oldest_system_if_info_plist_agrees(mac):
     information = plistlib.dumps({"LSMinimumSystemVersion": "12"})
     (mac.contents / "Info.plist").write_bytes(information)
     assert mac.run("check-mac", BUILT="12.0", OLDEST="12").returncode == 0

@@ -14,7 +14,7 @@ def patch(path, old, new):
     path.write_bytes(content.replace(old, new))
 
 
-def test_a_sound_payload_passes_with_its_sizes(folder, payload):
+def test_accepts_a_sound_payload_and_prints_its_sizes(folder, payload):
     payload.write(folder)
     *sizes, verdict = check(folder).stdout.splitlines()
     assert verdict == "The payload is complete and sound."
@@ -33,26 +33,26 @@ def test_needs_a_folder(folder):
 
 
 OUTSIDE = "is a symbolic link leading outside"
-# Entries that are added to the shaders, and the error.
+# Entries to add to the shaders, and the resulting error.
 REFUSED = [
-    ([("/etc/hosts",)], '"/etc/hosts" is an absolute name'),
-    ([("/ISF\nlate",)], '"/ISF\\nlate" is an absolute name'),
-    ([("ISF/../../late",)], '"ISF/../../late" is a name with ".."'),
-    ([("ISF\\Standard\\x",)], '"ISF\\Standard\\x" is a name with a backslash or NUL'),
-    ([("ISF//late",)], '"ISF//late" is a name with an empty part or "."'),
-    ([("ISF/./late",)], '"ISF/./late" is a name with an empty part or "."'),
-    ([("Read me.txt",)], '"Read me.txt" lies beside the top folder "ISF"'),
-    ([("ISF/pipe", b"", FIFO)], '"ISF/pipe" is neither file, folder nor symbolic link'),
-    ([("ISF/x",), ("ISF/x",)], '"ISF/x" is there 2 times'),
-    ([("ISF/x",), ("ISF/X",)], '"ISF/X" and "x" differ only by case'),
-    ([("ISF/STANDARD/x",)], '"ISF/STANDARD" and "Standard" differ only by case'),
+    ([("/etc/hosts",)], '"/etc/hosts" is an absolute path'),
+    ([("/ISF\nlate",)], '"/ISF\\nlate" is an absolute path'),
+    ([("ISF/../../late",)], '"ISF/../../late" contains ".."'),
+    ([("ISF\\Standard\\x",)], '"ISF\\Standard\\x" contains a backslash or NUL'),
+    ([("ISF//late",)], '"ISF//late" contains an empty part or "."'),
+    ([("ISF/./late",)], '"ISF/./late" contains an empty part or "."'),
+    ([("Read me.txt",)], '"Read me.txt" is outside the top folder "ISF"'),
+    ([("ISF/pipe", b"", FIFO)], '"ISF/pipe" is not a file, folder or symbolic link'),
+    ([("ISF/x",), ("ISF/x",)], '"ISF/x" occurs 2 times'),
+    ([("ISF/x",), ("ISF/X",)], '"ISF/X" and "x" differ only in case'),
+    ([("ISF/STANDARD/x",)], '"ISF/STANDARD" and "Standard" differ only in case'),
     (
         [("ISF/Gru\u0308n",), ("ISF/Gr\u00fcn",)],
-        '"ISF/Gru\u0308n" and "Gr\u00fcn" differ only by Unicode normal form',
+        '"ISF/Gru\u0308n" and "Gr\u00fcn" differ only in Unicode normalization',
     ),
     (
         [("ISF/GRU\u0308N",), ("ISF/gr\u00fcn",)],
-        '"ISF/GRU\u0308N" and "gr\u00fcn" differ only by case',
+        '"ISF/GRU\u0308N" and "gr\u00fcn" differ only in case',
     ),
     ([("ISF/x",), ("ISF/x/late",)], '"ISF/x" has entries below it but is not a folder'),
     (
@@ -61,7 +61,7 @@ REFUSED = [
     ),
     ([("ISF/x", b"/etc", LINK)], f'"ISF/x" {OUTSIDE} ("/etc")'),
     ([("ISF/x", b"../../late", LINK)], f'"ISF/x" {OUTSIDE} ("../../late")'),
-    (  # Only the other link makes it lead outside.
+    (  # It leads outside only through the other link.
         [("ISF/a/b/top", b"../..", LINK), ("ISF/x", b"a/b/top/../../late", LINK)],
         f'"ISF/x" {OUTSIDE} ("a/b/top/../../late")',
     ),
@@ -70,23 +70,23 @@ REFUSED = [
 
 @pytest.mark.filterwarnings("ignore:Duplicate name")
 @pytest.mark.parametrize("entries, error", REFUSED, ids=[error for _, error in REFUSED])
-def test_refuses_entries(folder, payload, entries, error):
+def test_refuses_bad_entries(folder, payload, entries, error):
     for entry in entries:
         payload.add(SHADERS, *entry)
     assert findings(folder, payload) == [f"ISF.zip: {error}"]
 
 
 @pytest.mark.parametrize(
-    "spoilt, error",
+    "malformed, error",
     [
-        (b"ISF/l\0te.fs", '"ISF/l\\x00te.fs" is a name with a backslash or NUL'),
-        (b"ISF/l\xffte.fs", "is a name that is not UTF-8"),
+        (b"ISF/l\0te.fs", '"ISF/l\\x00te.fs" contains a backslash or NUL'),
+        (b"ISF/l\xffte.fs", "is not valid UTF-8"),
     ],
 )
-def test_refuses_a_name_that_no_writer_makes(folder, payload, spoilt, error):
+def test_refuses_a_malformed_name(folder, payload, malformed, error):
     payload.add(SHADERS, "ISF/late.fs")
     payload.write(folder)
-    patch(folder / SHADERS, b"ISF/late.fs", spoilt)
+    patch(folder / SHADERS, b"ISF/late.fs", malformed)
     (found,) = findings(folder)
     assert found.endswith(error)
 
@@ -98,14 +98,14 @@ ACCEPTED = {
         ("ISF/A/1/code", b"x", FILE),
         ("ISF/Latest", b"A/Current/../1", LINK),
     ],
-    "links in a circle": [("ISF/one", b"two", LINK), ("ISF/two", b"one", LINK)],
+    "links that form a cycle": [("ISF/one", b"two", LINK), ("ISF/two", b"one", LINK)],
     "dots inside a name": [("ISF/Standard/..late...fs", b"x", FILE)],
-    "one name in two folders": [("ISF/Dariwent/invert.fs", b"x", FILE)],
+    "the same name in two folders": [("ISF/Dariwent/invert.fs", b"x", FILE)],
 }
 
 
 @pytest.mark.parametrize("entries", ACCEPTED.values(), ids=ACCEPTED)
-def test_accepts(folder, payload, entries):
+def test_accepts_entries(folder, payload, entries):
     for entry in entries:
         payload.add(SHADERS, *entry)
     assert findings(folder, payload) == []
@@ -133,7 +133,7 @@ def test_notes_leftovers(folder, payload):
 
 
 @pytest.mark.parametrize("entries, noted", [(500, False), (501, True)])
-def test_notes_more_entries_than_the_pipe_has_room_for(folder, payload, entries, noted):
+def test_notes_more_entries_than_the_pipe_holds_messages_for(folder, payload, entries, noted):
     for number in range(entries - len(payload.archives[SHADERS])):
         payload.add(SHADERS, f"ISF/Standard/{number}.fs")
     assert findings(folder, payload) == []
@@ -149,8 +149,8 @@ def test_refuses_a_missing_archive(folder, payload):
     assert findings(folder) == ["morvella.zip: is missing", "Tressimo.zip: is missing"]
 
 
-@pytest.mark.parametrize("damage", [lambda _: b"no archive", lambda content: content[:-30]])
-def test_refuses_a_file_that_is_no_whole_archive(folder, payload, damage):
+@pytest.mark.parametrize("damage", [lambda _: b"not an archive", lambda content: content[:-30]])
+def test_refuses_an_invalid_or_truncated_archive(folder, payload, damage):
     payload.write(folder)
     (folder / SHADERS).write_bytes(damage((folder / SHADERS).read_bytes()))
     assert findings(folder) == ["ISF.zip: cannot be read (File is not a zip file)"]
@@ -166,15 +166,15 @@ def test_refuses_a_wrong_checksum(folder, payload):
     assert error.startswith('ISF.zip: "ISF/Standard/Invert.fs" is damaged')
 
 
-def test_refuses_another_method(folder, payload):
+def test_refuses_another_compression_method(folder, payload):
     payload.write(folder)
     with zipfile.ZipFile(folder / SHADERS, "a", zipfile.ZIP_LZMA) as file:
         file.writestr("ISF/late.fs", "x")
-    method = "is packed by method 14, neither stored nor deflated"
+    method = "uses compression method 14, not stored or deflated"
     assert findings(folder) == [f'ISF.zip: "ISF/late.fs" {method}']
 
 
-def test_refuses_encryption(folder, payload):
+def test_refuses_an_encrypted_entry(folder, payload):
     payload.write(folder)
     content = bytearray((folder / SHADERS).read_bytes())
     content[content.index(b"PK\x01\x02") + 8] |= 1
@@ -186,10 +186,10 @@ APPLICATION = "Morvella/Morvella.app/"
 DEVICE = "Morvella/Sources/Vellicor.amxd"
 INFORMATION = "Tressimo.app/Contents/Info.plist"
 PROGRAM = "Tressimo.app/Contents/MacOS/Tressimo"
-BUNDLES = "application bundles at its top, not one"
+BUNDLES = "application bundles at the top level, not one"
 
-# How a sound payload is spoilt, and the error.
-SPOILT = [
+# How to break a sound payload, and the resulting error.
+BROKEN = [
     (lambda p: p.drop(SUITE, APPLICATION), f'morvella.zip: "{APPLICATION}" is missing'),
     # The name in another case.
     (
@@ -199,7 +199,7 @@ SPOILT = [
     (lambda p: p.drop(SUITE, DEVICE), f'morvella.zip: "{DEVICE}" is missing'),
     (lambda p: p.rename(SUITE, DEVICE, f"{DEVICE}/x"), f'morvella.zip: "{DEVICE}" is missing'),
     (lambda p: p.replace(SUITE, DEVICE, b""), f'morvella.zip: "{DEVICE}" is empty'),
-    (lambda p: p.add(SUITE, "x"), 'morvella.zip: "x" lies beside the top folder "Morvella"'),
+    (lambda p: p.add(SUITE, "x"), 'morvella.zip: "x" is outside the top folder "Morvella"'),
     (lambda p: p.rename(UTILITY, "Tressimo.app", "x"), f"Tressimo.zip: holds 0 {BUNDLES}"),
     (lambda p: p.add(UTILITY, "x.app/y"), f"Tressimo.zip: holds 2 {BUNDLES}"),
     # A file instead of the bundle.
@@ -210,26 +210,26 @@ SPOILT = [
     (lambda p: p.drop(UTILITY, INFORMATION), f'Tressimo.zip: "{INFORMATION}" is missing'),
     (
         lambda p: p.replace(UTILITY, INFORMATION, information("")),
-        f'Tressimo.zip: "{INFORMATION}" names no CFBundleExecutable',
+        f'Tressimo.zip: "{INFORMATION}" has no CFBundleExecutable',
     ),
     (lambda p: p.drop(UTILITY, PROGRAM), f'Tressimo.zip: "{PROGRAM}" is missing'),
     (
         lambda p: p.replace(UTILITY, PROGRAM, b"x"),
         f'Tressimo.zip: "{PROGRAM}" is not executable',
     ),
-    (lambda p: p.add(UTILITY, "x"), 'Tressimo.zip: "x" lies beside the top folder "Tressimo.app"'),
+    (lambda p: p.add(UTILITY, "x"), 'Tressimo.zip: "x" is outside the top folder "Tressimo.app"'),
     (lambda p: p.drop(SHADERS, "ISF/Dariwent"), 'ISF.zip: "ISF/Dariwent/" is missing'),
     (lambda p: p.drop(SHADERS, "ISF/Standard"), 'ISF.zip: "ISF/Standard/" is missing'),
 ]
 
 
-@pytest.mark.parametrize("spoil, error", SPOILT)
-def test_refuses_contents(folder, payload, spoil, error):
-    spoil(payload)
+@pytest.mark.parametrize("break_it, error", BROKEN)
+def test_refuses_wrong_contents(folder, payload, break_it, error):
+    break_it(payload)
     assert findings(folder, payload) == [error]
 
 
-def test_refuses_damaged_information(folder, payload):
+def test_refuses_a_damaged_information_dictionary(folder, payload):
     payload.replace(UTILITY, INFORMATION, b"<plist>")
     (error,) = findings(folder, payload)
     assert error.startswith(f'Tressimo.zip: "{INFORMATION}" cannot be read')

@@ -1,4 +1,4 @@
-"""The order of script/package-mac and where it stops, with stand-ins for Apple's tools."""
+"""The order of script/package-mac's steps and where it stops, with stand-ins for Apple's tools."""
 
 import re
 import shutil
@@ -47,10 +47,10 @@ class Packaging(Mac):
         self.steps = re.findall(r"^==> (.*)$", run.stdout, re.MULTILINE)
         return run
 
-    def place(self, text):
-        """The place of the only call that contains the text."""
-        (place,) = [place for place, call in enumerate(self.calls) if text in call]
-        return place
+    def index(self, text):
+        """The index of the only call that contains the text."""
+        (index,) = [index for index, call in enumerate(self.calls) if text in call]
+        return index
 
     def files(self, text):
         """The last part of the last argument of each call that contains the text."""
@@ -62,7 +62,7 @@ def package(folder, payload):
     return Packaging(folder, payload)
 
 
-def test_names_every_step_and_the_package(package):
+def test_prints_every_step_and_the_package(package):
     run = package()
     assert (run.returncode, run.stderr, package.steps) == (0, "", STEPS)
     made = package.root / "build/package/Morvella Installer 7.5.zip"
@@ -83,8 +83,8 @@ def test_builds_signs_notarizes_staples_packs_and_checks_in_this_order(package):
         "spctl --assess --type execute",
         "check-mac ",
     ]
-    places = [package.place(call) for call in order]
-    assert places == sorted(places)
+    indexes = [package.index(call) for call in order]
+    assert indexes == sorted(indexes)
 
 
 def test_checks_what_was_unpacked_from_the_package(package):
@@ -94,7 +94,7 @@ def test_checks_what_was_unpacked_from_the_package(package):
     assert package.calls[-1] == f"check-mac {folder}/Morvella Installer.app"
 
 
-def test_builds_from_nothing(package):
+def test_builds_from_scratch(package):
     left = package.root / APP / "Contents/left"
     left.parent.mkdir(parents=True)
     left.touch()
@@ -104,7 +104,7 @@ def test_builds_from_nothing(package):
 
 def test_signs_with_the_hardened_runtime_a_time_stamp_and_the_entitlements(package):
     package()
-    call = package.calls[package.place("--sign ")]
+    call = package.calls[package.index("--sign ")]
     assert " --options runtime --timestamp" in call
     assert " --entitlements resources/MorvellaInstaller.entitlements" in call
     assert call.endswith(APP)
@@ -123,7 +123,7 @@ def test_verifies_the_code_inside_the_payload(package):
 
 
 @pytest.mark.parametrize("team, noted", [("TEAM", False), ("OTHERS", True)])
-def test_notes_code_that_another_team_has_signed(package, team, noted):
+def test_notes_code_signed_by_another_team(package, team, noted):
     run = package(PAYLOAD_TEAM=team)
     assert run.returncode == 0
     signed = "is signed by OTHERS, the installer by TEAM"
@@ -174,12 +174,12 @@ def test_stops_at_a_fault(package, step, fault, error):
     assert f"script/package-mac: {error}" in run.stderr
 
 
-def test_shows_why_the_notary_service_refuses(package):
+def test_shows_why_the_notary_service_rejects_the_application(package):
     package(ANSWER="Invalid")
     assert package.calls[-1] == "xcrun notarytool log 1234 --keychain-profile somebody"
 
 
-def test_stops_at_a_payload_that_is_not_complete(package):
+def test_stops_at_an_incomplete_payload(package):
     package.payload.drop("morvella.zip", "Morvella/Sources/Vellicor.amxd")
     run = package()
     assert (run.returncode, package.steps[-1]) == (1, PAYLOAD)
@@ -206,13 +206,13 @@ def test_refuses_before_it_does_anything(package, arguments, environment, error)
     assert error in run.stderr
 
 
-def test_takes_a_newer_xcode_for_a_newer_oldest_system(package):
+def test_accepts_a_newer_xcode_if_the_oldest_system_is_newer(package):
     presets = package.root / "CMakePresets.json"
     presets.write_text(presets.read_text().replace('"10.13"', '"11.0"'))
     assert package(XCODE="26.1").returncode == 0
 
 
-def test_help_needs_nothing(package):
+def test_help_works_on_any_system(package):
     run = package("--help", SYSTEM="Linux", MORVELLA_SIGN_IDENTITY="")
     assert (run.returncode, run.stderr) == (0, "")
     assert "MORVELLA_SIGN_IDENTITY" in run.stdout

@@ -17,7 +17,7 @@ TEST(FileUrlTest, OfAFileNamesNoDirectory) {
     EXPECT_EQ(url.absoluteString(), "file:///a/b");
 }
 
-TEST(FileUrlTest, OfADirectoryHasNoSlashInItsPath) {
+TEST(FileUrlTest, OfADirectoryHasNoFinalSlashInItsPath) {
     for (const FileUrl& url : {FileUrl::directory("/a/b"), FileUrl::directory("/a/b/"),
                                FileUrl::directory("/a/b///"), FileUrl::file("/a/b/")}) {
         EXPECT_EQ(url.path(), "/a/b");
@@ -34,7 +34,7 @@ TEST(FileUrlTest, OfTheRootHasOneSlash) {
     }
 }
 
-TEST(FileUrlTest, RelativePathGoesBelowADirectory) {
+TEST(FileUrlTest, RelativePathResolvesInsideADirectory) {
     const FileUrl base = FileUrl::directory("/a/b");
     EXPECT_EQ(FileUrl::fileRelativeTo("c", base), FileUrl::file("/a/b/c"));
     EXPECT_EQ(FileUrl::fileRelativeTo("c/d", base), FileUrl::file("/a/b/c/d"));
@@ -42,7 +42,7 @@ TEST(FileUrlTest, RelativePathGoesBelowADirectory) {
     EXPECT_EQ(FileUrl::fileRelativeTo("c", FileUrl::directory("/")), FileUrl::file("/c"));
 }
 
-TEST(FileUrlTest, RelativePathGoesBesideWhatNamesNoDirectory) {
+TEST(FileUrlTest, RelativePathResolvesBesideAFile) {
     const FileUrl base = FileUrl::file("/a/b");
     EXPECT_EQ(FileUrl::fileRelativeTo("c", base), FileUrl::file("/a/c"));
     EXPECT_EQ(FileUrl::directoryRelativeTo("c", base), FileUrl::directory("/a/c"));
@@ -60,7 +60,7 @@ TEST(FileUrlTest, RelativePathWithAFinalSlashNamesADirectory) {
     EXPECT_EQ(FileUrl::fileRelativeTo("c/", FileUrl::directory("/a")), FileUrl::directory("/a/c"));
 }
 
-TEST(FileUrlTest, EqualityWantsPathAndKind) {
+TEST(FileUrlTest, EqualityComparesPathAndKind) {
     EXPECT_EQ(FileUrl::file("/a"), FileUrl::file("/a"));
     EXPECT_NE(FileUrl::file("/a"), FileUrl::directory("/a"));
     EXPECT_NE(FileUrl::file("/a"), FileUrl::file("/b"));
@@ -72,8 +72,8 @@ TEST(FileUrlTest, PathIsKeptByteForByte) {
     EXPECT_EQ(FileUrl::directory(path).path(), path);
 }
 
-/// The text of the URL of a file whose name is `byte`.
-std::string textOfUrl(int byte) {
+/// The name `byte` as encoded in a file's URL.
+std::string encodedName(int byte) {
     const std::string text =
         FileUrl::file(std::string("/") + static_cast<char>(byte)).absoluteString();
     EXPECT_TRUE(text.starts_with("file:///")) << text;
@@ -85,14 +85,14 @@ TEST(FileUrlTest, TextEncodesEveryByteThatIsNotAllowed) {
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789"
         "!$&'()*+,-.:=@_~";
     for (const char character : allowed) {
-        EXPECT_EQ(textOfUrl(character), std::string(1, character));
+        EXPECT_EQ(encodedName(character), std::string(1, character));
     }
     for (int byte = 1; byte < 256; ++byte) {
         if (byte != '/' && allowed.find(static_cast<char>(byte)) == std::string::npos) {
             std::ostringstream encoded;
             encoded << '%' << std::uppercase << std::hex << std::setw(2) << std::setfill('0')
                     << byte;
-            EXPECT_EQ(textOfUrl(byte), encoded.str());
+            EXPECT_EQ(encodedName(byte), encoded.str());
         }
     }
 }

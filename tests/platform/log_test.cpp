@@ -11,7 +11,7 @@ namespace morvella {
 
 namespace {
 
-TEST(LogTest, PutsTheArgumentsWhereTheirPlaceholdersStand) {
+TEST(LogTest, ReplacesPlaceholdersWithTheArguments) {
     EXPECT_EQ(formatLogLine("Installing %@ to %@...", {"a", "b"}), "Installing a to b...");
     EXPECT_EQ(formatLogLine("%@", {"a"}), "a");
     EXPECT_EQ(formatLogLine("status:%u", {"4"}), "status:4");
@@ -33,7 +33,7 @@ TEST(LogTest, NeverInterpretsAnArgument) {
     EXPECT_EQ(formatLogLine("%@", {"100% of %@"}), "100% of %@");
 }
 
-TEST(LogTest, WritesEachKindOfArgumentInItsWay) {
+TEST(LogTest, FormatsEachTypeOfArgument) {
     EXPECT_EQ(logText(std::string_view("a b")), "a b");
     EXPECT_EQ(logText(uint32_t{0}), "0");
     EXPECT_EQ(logText(std::numeric_limits<uint32_t>::max()), "4294967295");

@@ -27,7 +27,7 @@ TEST(PathsTest, AppendingRemovesExtraAndFinalSlashes) {
     EXPECT_EQ(appendingPathComponent("/a/", "/"), "/a");
 }
 
-TEST(PathsTest, AppendingToTheRootOrToNothing) {
+TEST(PathsTest, AppendingWorksOnTheRootAndOnAnEmptyPath) {
     EXPECT_EQ(appendingPathComponent("/", "b"), "/b");
     EXPECT_EQ(appendingPathComponent("/", "/b"), "/b");
     EXPECT_EQ(appendingPathComponent("/", ""), "/");
@@ -52,7 +52,7 @@ TEST(PathsTest, DeletingRemovesTheLastComponent) {
     EXPECT_EQ(deletingLastPathComponent("/a/b.c"), "/a");
 }
 
-TEST(PathsTest, DeletingStopsAtTheRootAndAtNothing) {
+TEST(PathsTest, DeletingStopsAtTheRootOrAnEmptyPath) {
     EXPECT_EQ(deletingLastPathComponent("/a"), "/");
     EXPECT_EQ(deletingLastPathComponent("/"), "/");
     EXPECT_EQ(deletingLastPathComponent("//"), "/");
@@ -71,7 +71,7 @@ TEST(PathsTest, ExtensionIsWhatFollowsTheLastDotOfTheLastComponent) {
     EXPECT_EQ(pathExtension("/x.app/y.txt"), "txt");
 }
 
-TEST(PathsTest, ExtensionNeedsADotAndANameBeforeItAndNoBlank) {
+TEST(PathsTest, ExtensionNeedsANameBeforeItsDotAndContainsNoSpace) {
     EXPECT_EQ(pathExtension(""), "");
     EXPECT_EQ(pathExtension("/"), "");
     EXPECT_EQ(pathExtension("app"), "");

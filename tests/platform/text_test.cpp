@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::string_literals;
 
-/// The text alone and within another text.
+/// Checks the text alone and inside another text.
 void expectWellFormed(const std::string& text, size_t utf16Units) {
     EXPECT_TRUE(isUtf8(text)) << ::testing::PrintToString(text);
     EXPECT_TRUE(isUtf8("a" + text + text + "b")) << ::testing::PrintToString(text);
@@ -24,7 +24,7 @@ void expectMalformed(const std::string& text) {
     EXPECT_FALSE(isUtf8("a" + text + "b")) << ::testing::PrintToString(text);
 }
 
-TEST(Utf8Test, ExtendsToTheEndsOfEachRange) {
+TEST(Utf8Test, AcceptsTheEndsOfEachRange) {
     expectWellFormed("", 0);
     expectWellFormed("\0"s, 1);
     for (const char* text :
@@ -38,7 +38,7 @@ TEST(Utf8Test, ExtendsToTheEndsOfEachRange) {
     }
 }
 
-TEST(Utf8Test, HasNoStrayOrMissingContinuationBytes) {
+TEST(Utf8Test, RejectsStrayAndMissingContinuationBytes) {
     for (const char* text : {"\x80", "\xBF", "\xC2", "\xC2\x7F", "\xC2\xC0", "\xDF\xC0", "\xE1\x80",
                              "\xE1\x7F\x80", "\xE1\x80\x7F", "\xE1\x80\xC0", "\xEC\xC0\x80"}) {
         expectMalformed(text);
@@ -50,7 +50,7 @@ TEST(Utf8Test, HasNoStrayOrMissingContinuationBytes) {
     }
 }
 
-TEST(Utf8Test, HasNoOverlongFormsNoSurrogatesAndNothingBeyondU10FFFF) {
+TEST(Utf8Test, RejectsOverlongFormsSurrogatesAndAnythingBeyondU10FFFF) {
     for (const char* text :
          {"\xC0\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xE0\xC0\x80", "\xF0\x8F\xBF\xBF",
           "\xED\xA0\x80", "\xED\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF"}) {
@@ -78,7 +78,7 @@ TEST(IntValueTest, ReadsAtMostOneSignRightBeforeTheDigits) {
     }
 }
 
-TEST(IntValueTest, GivesTheNearestNumberBeyond32Bits) {
+TEST(IntValueTest, ClampsNumbersBeyond32Bits) {
     constexpr int32_t largest = 2147483647;
     EXPECT_EQ(intValue("2147483646"), largest - 1);
     EXPECT_EQ(intValue("-2147483647"), -largest);
@@ -91,7 +91,7 @@ TEST(IntValueTest, GivesTheNearestNumberBeyond32Bits) {
     }
 }
 
-TEST(IntValueTest, SkipsTheWhiteSpaceOfFoundation) {
+TEST(IntValueTest, SkipsWhatFoundationCountsAsWhiteSpace) {
     for (int character = 0; character <= '~'; ++character) {
         const bool isDigitOrSign =
             std::string("0123456789+-").find(char(character)) != std::string::npos;

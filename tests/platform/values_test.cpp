@@ -11,8 +11,8 @@ namespace morvella {
 
 namespace {
 
-/// The adapters hand these numbers to the platform as they are.
-TEST(PlatformValuesTest, AreThePlatformsOwn) {
+/// The adapters pass these values to the platform unchanged.
+TEST(PlatformValuesTest, MatchThePlatformsConstants) {
     EXPECT_EQ(static_cast<int>(AlertStyle::warning), 0);
     EXPECT_EQ(static_cast<int>(AlertStyle::informational), 1);
     EXPECT_EQ(static_cast<int>(AlertStyle::critical), 2);
@@ -29,7 +29,7 @@ TEST(PlatformValuesTest, AreThePlatformsOwn) {
     EXPECT_EQ(std::string_view(argumentDomain), "NSArgumentDomain");
 }
 
-TEST(PlatformValuesTest, ArePlainWhereNothingElseIsSaid) {
+TEST(PlatformValuesTest, HavePlainDefaults) {
     EXPECT_EQ(Alert{}.style, AlertStyle::warning);
     EXPECT_EQ(Alert{}.suppressionButton, std::nullopt);
     EXPECT_FALSE(Alert{}.showsHelp);

@@ -1,4 +1,4 @@
-"""Documents and resources that must follow a change of the version, the fonts or a sheet."""
+"""The documents and resources must match the version, the fonts and the sheets."""
 
 import re
 
@@ -37,23 +37,23 @@ def test_change_log_begins_with_the_version_of_the_build():
     assert re.search("^## (.+)$", text("CHANGELOG.md"), re.MULTILINE)[1] == VERSION
 
 
-def test_licence_is_for_the_version_of_the_build():
+def test_licence_names_the_version_of_the_build():
     assert re.findall(r"\bVersion (\S+?)\\par", text("resources/license.rtf")) == [VERSION]
 
 
-def test_bundle_carries_the_fonts_of_the_product():
-    carried = {file.name for file in (ROOT / "resources/fonts").glob("*.[ot]tf")}
-    assert carried == set(FONTS)
+def test_resources_contain_the_fonts_of_the_product():
+    found = {file.name for file in (ROOT / "resources/fonts").glob("*.[ot]tf")}
+    assert found == set(FONTS)
 
 
 @pytest.mark.parametrize("font", FONTS)
-def test_font_has_its_licence_and_is_named_to_the_user(font):
+def test_font_has_a_licence_and_is_documented(font):
     family = font.partition("-")[0]
     licence = f"resources/fonts/{family}-OFL.txt"
     named_in = {
         licence: (ROOT / licence).is_file(),
-        "docs/help.md, as a file": f"`{font}`" in text("docs/help.md"),
-        "docs/help.md, as a font": family in text("docs/help.md").replace(" ", ""),
+        "docs/help.md, by its file name": f"`{font}`" in text("docs/help.md"),
+        "docs/help.md, by its font name": family in text("docs/help.md").replace(" ", ""),
         "resources/MainMenu.xib": family in text("resources/MainMenu.xib").replace(" ", ""),
     }
     missing = [place for place, is_there in named_in.items() if not is_there]

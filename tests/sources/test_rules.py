@@ -30,7 +30,7 @@ RULES = (
         ("exit(1);", "std::terminate();", "kill(getpid(), SIGKILL);"),
     ),
     Rule(
-        "only the interface file makes the licence controller",
+        "only the interface file creates the licence controller",
         COCOA,
         r"\[\s*MorvellaInstallerLicenseVC\b|\bNSClassFromString\b",
         0,
@@ -51,14 +51,14 @@ RULES = (
         ("dispatch_async(queue, block);", "[[NSRunLoop mainRunLoop] performBlock:block];"),
     ),
     Rule(
-        "only one timer is made",
+        "only one timer is created",
         CORE + COCOA,
         r"\b(?:scheduledT|t)imerWithTimeInterval\b|\binitWithFireDate\b|\bdispatch_source_create\b",
         1,
         ("[NSTimer scheduledTimerWithTimeInterval:1 repeats:NO block:block];",),
     ),
     Rule(
-        "an installation first removes what earlier versions left over",
+        "an installation first removes the obsolete files of earlier versions",
         ("install/orchestration.cpp",),
         r"removeFilesFromFolder\(\{product::obsoleteItems\.begin\(\), "
         r"product::obsoleteItems\.end\(\)\},\s*destination\);\s*installTo\(destination\);",
@@ -69,7 +69,7 @@ RULES = (
         ),
     ),
     Rule(
-        "nothing runs beside the main thread",
+        "everything runs on the main thread",
         CORE + COCOA,
         r"\bstd::(?:jthread|thread|async|mutex)\b|\bNS(?:Thread|OperationQueue|Lock)\b"
         r"|@synchronized|\bpthread_\w+|\bperformSelectorInBackground\b|\bdispatch_get_global\w+",
@@ -82,7 +82,7 @@ IGNORED = re.compile(r'//[^\n]*|/\*.*?\*/|"(?:\\.|[^"\\\n])*"', re.DOTALL)
 
 
 def sources():
-    """{path: text} of all that the installer is made of."""
+    """{path: text} of every source of the installer."""
     paths = {path for pattern in CORE + COCOA for path in ROOT.glob(pattern)}
     return {path.relative_to(ROOT): path.read_text(encoding="utf-8") for path in sorted(paths)}
 
@@ -115,7 +115,7 @@ def test_rule_holds(rule):
 
 
 @each_rule
-def test_rule_can_be_broken(rule):
+def test_examples_break_the_rule(rule):
     for example in rule.examples:
         assert len(places(rule, with_addition(rule, example))) > rule.times, example
 

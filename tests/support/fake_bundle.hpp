@@ -21,7 +21,7 @@ class FakeBundle : public Bundle {
         const std::string& key) const override;
 
     std::map<std::string, std::string> resources;
-    /// Which of the resources are rich text.
+    /// The resources that are rich text.
     std::map<std::string, std::shared_ptr<AttributedString>> documents;
     std::map<std::string, std::string> information;
 
@@ -36,7 +36,7 @@ class FakeBundles : public Bundles {
     [[nodiscard]] std::shared_ptr<const Bundle> mainBundle() const override { return main; }
     [[nodiscard]] std::shared_ptr<const Bundle> bundleWithUrl(const FileUrl& url) const override;
 
-    /// Adds a bundle at `path` whose information dictionary is empty.
+    /// Adds a bundle at `path` with an empty information dictionary.
     FakeBundle& add(const std::string& path);
 
     std::shared_ptr<FakeBundle> main;

@@ -33,7 +33,7 @@ class FakeDisk : public Files, public FileChanges {
   public:
     explicit FakeDisk(Journal& journal) : journal_(journal) {}
 
-    /// Both also add missing parents.
+    /// Both also create missing parent folders.
     void addFolder(const std::string& path);
     void addFile(const std::string& path, const std::string& contents = "");
     /// Removes an item and everything below it.
@@ -57,7 +57,7 @@ class FakeDisk : public Files, public FileChanges {
     std::map<std::string, DiskItem> items = {{"/", {.isFolder = true}}};
     /// The result of listing each folder; other folders cannot be listed.
     std::map<std::string, std::vector<std::string>> listings;
-    /// By the journal's text for the change, such as "trashed /x/".
+    /// Keyed by the journal's text for the change, such as "trashed /x/".
     std::map<std::string, Outcome> outcomes;
 
   private:

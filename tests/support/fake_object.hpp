@@ -18,7 +18,7 @@ class Named {
     std::string name_;
 };
 
-/// An `Interface` derived from `Object`, with a name.
+/// The base class of a fake with a name. `Interface` must derive from `Object`.
 template <class Interface>
 class NamedObject : public Interface, public Named {
   public:

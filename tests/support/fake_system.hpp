@@ -71,7 +71,7 @@ class FakeRunLoop : public RunLoop {
 
     /// Runs the work that is on the main queue now.
     void drainMainQueue();
-    /// Ticks every valid timer once. Returns how many ticked.
+    /// Fires every scheduled timer once. Returns how many fired.
     size_t tick();
 
   private:
@@ -82,7 +82,7 @@ class FakeRunLoop : public RunLoop {
     std::vector<std::shared_ptr<FakeTimer>> timers_;
 };
 
-/// Runs nothing. An unpacking command adds its archive's files to the disk.
+/// Starts no process. An unpacking command adds its archive's files to the disk.
 class FakeTaskRunner : public TaskRunner {
   public:
     FakeTaskRunner(Journal& journal, FakeDisk& disk) : journal_(journal), disk_(disk) {}
@@ -91,8 +91,8 @@ class FakeTaskRunner : public TaskRunner {
 
     /// The files in each archive, by its path. Unpacking adds them below the last argument.
     std::map<std::string, std::vector<std::string>> archives;
-    /// By the archive's or zip file's path; any other command prints nothing and succeeds. nullopt
-    /// means that the command cannot be started. A failed command unpacks nothing.
+    /// Keyed by the path of the archive or zip file; any other command prints nothing and succeeds.
+    /// nullopt means that the command cannot be started. A failed command unpacks nothing.
     std::map<std::string, std::optional<TaskResult>> results;
 
   private:

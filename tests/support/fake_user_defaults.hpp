@@ -23,9 +23,9 @@ class FakeUserDefaultsSuites : public UserDefaultsSuites {
     std::shared_ptr<UserDefaults> open(const std::string& suiteName) override;
 
     using Values = std::map<std::string, std::shared_ptr<DefaultsValue>>;
-    /// By the suite's name and the key.
+    /// The stored values, keyed by suite and then by key.
     std::map<std::string, Values> suites;
-    /// The names of the suites in the order in which they were opened.
+    /// The names of the suites, in the order they were opened.
     std::vector<std::string> opened;
 
   private:

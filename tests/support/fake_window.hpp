@@ -15,10 +15,10 @@ class FakeWindow : public NamedObject<Window> {
   public:
     explicit FakeWindow(Journal& journal) : NamedObject("window"), journal_(journal) {}
     void makeKeyAndOrderFront(const Object* sender) override;
-    /// Records the alert in one line, without what has its default value.
+    /// Records the alert in one line, leaving out the parts that it lacks.
     void beginSheet(const Alert& alert, AlertAnswered answered) override;
 
-    /// Answers the sheet that was begun first.
+    /// Answers the oldest unanswered sheet.
     void answer(int response, ControlState suppressionState = ControlState::off);
     [[nodiscard]] size_t sheetsWaiting() const { return waiting_.size(); }
 
@@ -49,7 +49,7 @@ class OtherHandle : public FakeView {
     const void* identity_;
 };
 
-/// Shows views without a screen. Calls `appeared`, if set, for each, as the platform does.
+/// Only remembers the view. Calls `appeared`, if set, each time one is set, as the platform does.
 class FakeViewController : public ViewController {
   public:
     explicit FakeViewController(Journal& journal) : journal_(journal) {}

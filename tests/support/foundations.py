@@ -27,11 +27,11 @@ def sanitizer(folder):
     report = subprocess.run([program], capture_output=True, text=True).stderr
     program.unlink()
     if " in main " not in report:
-        fail("the address sanitizer cannot name functions: it finds no llvm-symbolizer (llvm)")
+        fail("the address sanitizer cannot name functions: it cannot find llvm-symbolizer (llvm)")
 
 
 def ordinary_user(folder):
-    """Permissions do not stop root, so it runs some tests as another user."""
+    """Root bypasses file permissions, so it runs some tests as another user."""
     if os.geteuid() != 0:
         return
     try:
@@ -43,7 +43,7 @@ def ordinary_user(folder):
 
 
 def require(folder):
-    """Exits with one sentence that names what is missing."""
+    """If something is missing, exits with one sentence that names it."""
     display()
     sanitizer(folder)
     ordinary_user(folder)

@@ -65,7 +65,7 @@ void InstallerTest::addFonts() {
     }
 }
 
-std::string InstallerTest::hidingLineOfProduct() {
+std::string InstallerTest::firstLineOfHideApp() {
     FakePlatform fake;
     FakeViewController door(fake.journal);
     Controller(door, fake.platform).hideApp(FileUrl::directory("/nowhere"));
@@ -74,12 +74,12 @@ std::string InstallerTest::hidingLineOfProduct() {
 }
 
 void InstallerTest::expectEffects(std::initializer_list<std::string_view> expected, int line) {
-    EXPECT_EQ(journal.effects(), lines(expected)) << "compared in line " << line;
+    EXPECT_EQ(journal.effects(), lines(expected)) << "compared at line " << line;
     journal.clear();
 }
 
 void InstallerTest::expectEverything(std::initializer_list<std::string_view> expected, int line) {
-    EXPECT_EQ(journal.everything(), lines(expected)) << "compared in line " << line;
+    EXPECT_EQ(journal.everything(), lines(expected)) << "compared at line " << line;
     journal.clear();
 }
 

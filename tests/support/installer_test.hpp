@@ -69,13 +69,13 @@ class InstallerTest : public ::testing::Test, protected FakePlatform {
     void installLive(const std::string& bundle, const std::string& bundleVersion,
                      const std::string& version);
 
-    /// Sets the User Library to `userLibrary`, which exists.
+    /// Creates `userLibrary` and makes it the User Library.
     void useUserLibrary();
 
-    /// Adds the product's fonts to the user's.
+    /// Adds the product's fonts to the user's font folder.
     void addFonts();
 
-    /// Makes the disk refuse `change`, named as in the journal: "trashed /x/".
+    /// Makes `change` fail. It is named as in the journal: "trashed /x/".
     void refuse(const std::string& change, const std::string& reason) {
         disk.outcomes[change] = {.error = Error{reason}};
     }
@@ -85,11 +85,11 @@ class InstallerTest : public ::testing::Test, protected FakePlatform {
         tasks.results[path] = TaskResult{.terminationStatus = 1};
     }
 
-    /// The first line that `hideApp` logs. A separate test checks its text.
-    static std::string hidingLineOfProduct();
-    const std::string hidingLine = hidingLineOfProduct();
+    /// The first line that `hideApp` logs. A test of its own checks the text.
+    static std::string firstLineOfHideApp();
+    const std::string hidingLine = firstLineOfHideApp();
 
-    /// Compares the journal since the last comparison, leaving out questions.
+    /// Compares the journal since the last comparison, except questions.
     void expectEffects(std::initializer_list<std::string_view> expected,
                        int line = __builtin_LINE());
     /// The same, including questions.
@@ -98,7 +98,7 @@ class InstallerTest : public ::testing::Test, protected FakePlatform {
 
     const std::string userLibrary = "/Users/ann/Music/User Library";
     const std::string installed = userLibrary + "/Morvella";
-    /// For the launch argument "/Kit/".
+    /// The demo Live Set if the launch argument is "/Kit/".
     const std::string demoSet = "/Kit/Morvella Basic Demo Project/Morvella Basic Demo.als";
 
     std::shared_ptr<FakeWindow> window = std::make_shared<FakeWindow>(journal);

@@ -6,8 +6,8 @@ from pathlib import Path
 
 
 def roomy_folder(gigabytes):
-    """In memory if there is enough room and programs may run there: a disk is slower, above
-    all at creating files right after others were deleted, and its speed varies."""
+    """A folder in memory if it has enough room and programs may run there. A disk is slower,
+    especially at creating files right after others were deleted, and its speed varies."""
     memory = Path("/dev/shm")
     if memory.is_dir():
         system = os.statvfs(memory)

@@ -7,7 +7,7 @@ namespace morvella::tests {
 
 namespace {
 
-/// `line` for each font of the product.
+/// `line(font)` for each of the product's fonts.
 template <class Line>
 std::string forEachFont(Line line) {
     std::string text;

@@ -12,7 +12,7 @@ std::string unpacks(const std::string& archive, const std::string& folder);
 std::string packs(const std::string& folder, const std::string& zipFile,
                   const std::string& directory);
 
-/// The product's fonts, all of them missing or all of them present.
+/// For all of the product's fonts: copies them if missing, keeps them if present.
 std::string copiesFonts();
 std::string keepsFonts();
 /// Copies the font at `source` to `target`.
@@ -24,7 +24,7 @@ std::string trashes(const std::string& path);
 std::string deletesFolder(const std::string& path);
 std::string failsToTrashFolder(const std::string& path);
 
-/// Unpacks the utility application into a folder that can be created.
+/// Creates the utility application's folder and unpacks the application into it.
 std::string installsUtilities();
 
 /// Only the sheet.
