@@ -13,7 +13,7 @@
 
 namespace morvella::cocoa_tests {
 
-NSViewController* disturbed = nil;
+NSViewController* reentered = nil;
 bool pageChangeRaises = false;
 void (^answer)(NSModalResponse) = nil;
 
@@ -40,18 +40,18 @@ using namespace morvella::cocoa_tests;
 
 @end
 
-/// Where the page lies in the window.
-@interface TestPlace : NSView
+/// The superview of the page.
+@interface TestContainer : NSView
 @end
 
-@implementation TestPlace
+@implementation TestContainer
 
 - (void)replaceSubview:(NSView*)shown with:(NSView*)page {
     if (pageChangeRaises) {
         [NSException raise:@"StubException" format:@"raised on purpose"];
     }
     [super replaceSubview:shown with:page];
-    [disturbed viewDidAppear];
+    [reentered viewDidAppear];
 }
 
 @end
@@ -63,7 +63,7 @@ using namespace morvella::cocoa_tests;
     record(*_name + " begins on " + [[window description] UTF8String]);
     forgetSheet();
     answer = Block_copy(handler);
-    [disturbed viewDidAppear];
+    [reentered viewDidAppear];
 }
 
 - (NSModalResponse)runModal {
@@ -74,7 +74,7 @@ using namespace morvella::cocoa_tests;
 
 @end
 
-/// A bundle without resources, which is searched when a controller is loaded.
+/// A bundle without resources. Controllers search it while they load.
 @interface TestBundle : Recorder
 @end
 
@@ -82,7 +82,7 @@ using namespace morvella::cocoa_tests;
 
 - (NSURL*)URLForResource:(NSString*)name withExtension:(NSString*)extension {
     record("searches " + std::string([name UTF8String]));
-    [disturbed viewDidLoad];
+    [reentered viewDidLoad];
     return nil;
 }
 
@@ -103,26 +103,26 @@ namespace morvella::cocoa_tests {
 
 namespace {
 
-id shownWindow = nil;
+id windowOfPage = nil;
 
 void recordCall(id, SEL method) {
     record(sel_getName(method));
 }
 
 id windowOfView(NSView* view, SEL) {
-    return [view superview] ? shownWindow : nil;
+    return [view superview] ? windowOfPage : nil;
 }
 
 }  // namespace
 
 DoorLifeCycleTest::DoorLifeCycleTest()
-    : sheet([TestSheet named:"sheet" standingFor:[NSAlert class]]),
+    : sheet([TestSheet named:"sheet" replacing:[NSAlert class]]),
       mainBundle_([NSBundle class], @selector(mainBundle),
-                  [TestBundle named:"bundle" standingFor:[NSBundle class]]),
+                  [TestBundle named:"bundle" replacing:[NSBundle class]]),
       sheet_([NSAlert class], @selector(alloc), sheet),
-      place_([[[TestPlace alloc] init] autorelease]) {
-    NSApp = static_cast<id>([Recorder named:"application" standingFor:[NSApplication class]]);
-    shownWindow = window;
+      container_([[[TestContainer alloc] init] autorelease]) {
+    NSApp = static_cast<id>([Recorder named:"application" replacing:[NSApplication class]]);
+    windowOfPage = window;
     replaced_.emplace_back([NSView class], @selector(window), windowOfView);
     for (const auto& [owner, method] : std::initializer_list<std::pair<Class, SEL>>{
              {[NSViewController class], @selector(awakeFromNib)},
@@ -133,14 +133,14 @@ DoorLifeCycleTest::DoorLifeCycleTest()
              {object_getClass([PressMonitor class]), @selector(screenChanged)}}) {
         replaced_.emplace_back(owner, method, recordCall);
     }
-    [place_ addSubview:initial];
+    [container_ addSubview:initial];
     door = makeDoor();
 }
 
 DoorLifeCycleTest::~DoorLifeCycleTest() {
     NSApp = nil;
-    shownWindow = nil;
-    disturbed = nil;
+    windowOfPage = nil;
+    reentered = nil;
     pageChangeRaises = false;
     forgetSheet();
 }
