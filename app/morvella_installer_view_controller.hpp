@@ -119,7 +119,7 @@ class MorvellaInstallerViewController {
     bool installFontList(const std::vector<std::string>& fontNames);
 
     // install/removal.cpp
-    /// Moves the items at `paths`, relative to `folder`, to the Trash; stops at the first failure.
+    /// Moves the items at `paths`, relative to `folder`, to the Trash, up to the first failure.
     bool removeFilesFromFolder(const std::vector<std::string>& paths, const FileUrl& folder);
 
     // archive/archiver.cpp

@@ -22,11 +22,11 @@ class UserDefaults {
     [[nodiscard]] virtual std::shared_ptr<DefaultsValue> objectForKey(
         const std::string& key) const = 0;
 
-    /// The same by key-value access.
+    /// The same by key-value coding.
     [[nodiscard]] virtual std::shared_ptr<DefaultsValue> valueForKey(
         const std::string& key) const = 0;
 
-    /// Stores `value` by key-value access; null removes what is stored.
+    /// Stores `value` by key-value coding; null removes what is stored.
     virtual void setValueForKey(const std::shared_ptr<DefaultsValue>& value,
                                 const std::string& key) = 0;
 };

@@ -21,8 +21,9 @@ from roomy_folder import roomy_folder
 RESULTS = Path("build/results")
 FAILED = Path("build/failed-tests")
 RESOURCES = "build/linux/Morvella Installer.app/Resources"
-# Debian's pytest belongs to Debian's Python, which runs this script.
-PYTEST = [sys.executable, "-B", "-m", "pytest", "-q", "-n", str(os.cpu_count() + 1)]
+# Debian's pytest belongs to Debian's Python, which runs this script. The tests spend half of their
+# time waiting.
+PYTEST = [sys.executable, "-B", "-m", "pytest", "-q", "-n", str(2 * os.cpu_count() + 1)]
 SCRIPT_TESTS = [f"tests/{name}" for name in ("archiver", "interface_file", "payload", "sources")]
 END_TO_END = "end-to-end tests"
 
@@ -157,7 +158,7 @@ def selected(run, googletest, ctest, scripts, end_to_end):
         return
     unit_tests(run, "unit tests", "-L", "unit", may_be_empty=True)
     other = ["-R", ctest, "-LE", "unit", "--no-tests=ignore"]
-    unit_tests(run, "fuzz targets and leaks", *other, may_be_empty=True)
+    unit_tests(run, "fuzz target and leaks", *other, may_be_empty=True)
     for name, tests in (("tests of the scripts", scripts), (END_TO_END, end_to_end)):
         if tests:
             python_tests(run, name, tests, may_be_empty=True)

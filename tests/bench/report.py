@@ -29,7 +29,7 @@ def compared(figure, against, pairs, *, limit, unit=seconds):
     ratios = [a / b for a, b in pairs]
     first, median, third = statistics.quantiles(ratios, n=4, method="inclusive")
     verdict = "met by less than its spread" if median + third - first > limit else "met"
-    if median > limit:
+    if float(_ratio(median)) > limit:
         verdict = "**missed**"
     return (
         figure,

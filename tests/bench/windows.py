@@ -80,7 +80,7 @@ class Installation:
 
     def measure(self):
         """The seconds from the release of the settings page's button until the last page is drawn,
-        without the archiver's runs and with them, and the installer's peak memory."""
+        without the archiver's runs, and the installer's peak memory."""
         shutil.rmtree(self._work / "stage", ignore_errors=True)
         stage = stages.make(self._work / "stage")
         self._times.unlink(missing_ok=True)
@@ -101,4 +101,4 @@ class Installation:
         archiver = [int(line) / 1e9 for line in self._times.read_text().splitlines()]
         if len(archiver) != len(payload.ARCHIVES):
             raise RuntimeError(f"the archiver ran {len(archiver)} times")
-        return seconds - sum(archiver), seconds, memory
+        return seconds - sum(archiver), memory

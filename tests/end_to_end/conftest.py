@@ -16,7 +16,7 @@ sys.dont_write_bytecode = True
 ROOT = Path(__file__).resolve().parent.parent.parent
 EVIDENCE = ROOT / "build/end-to-end"
 # A default run includes the first and the last point of each sweep, and this many in between.
-IN_BETWEEN = 2
+IN_BETWEEN = 1
 
 
 def pytest_addoption(parser):
