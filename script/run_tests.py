@@ -166,6 +166,17 @@ def selected(run, googletest, ctest, scripts, end_to_end):
         sys.exit("script/test: no test matches")
 
 
+def existing(nodes, *options):
+    """The nodes that exist: pytest runs nothing at all if one of its arguments does not."""
+    found = []
+    for file in {node.partition("::")[0] for node in nodes}:
+        command = [sys.executable, "-B", "-m", "pytest", "-q", "--collect-only", *options, file]
+        found += subprocess.run(command, capture_output=True, text=True).stdout.splitlines()
+    for node in set(nodes) - set(found):
+        print(f"{node} does not exist any more")
+    return [node for node in nodes if node in found]
+
+
 def failed_before(run, names):
     """Checks and builds are not tests: if only they failed, everything runs again."""
     nodes = [name for name in names if "::" in name]
@@ -175,11 +186,13 @@ def failed_before(run, names):
         return
     whole_program = any(re.search(r"_tests\.\d+$", name) for name in others)
     end_to_end = [node for node in nodes if node.startswith("tests/end_to_end/")]
+    scripts = existing([node for node in nodes if node not in end_to_end])
+    end_to_end = existing(end_to_end, "--deep")
     selected(
         run,
         "*" if whole_program else ":".join(others) or "-*",
         "|".join(f"^{re.escape(name)}$" for name in others) or "^$",
-        [node for node in nodes if node not in end_to_end],
+        scripts,
         [*end_to_end, "--deep"] if end_to_end else [],
     )
 
