@@ -33,7 +33,7 @@ def failed_line(archive):
 
 
 def installation_lines(bundle, stage):
-    """All lines that an installation logs."""
+    """The lines that an installation logs before it hides the suite's application."""
     lines = []
     for font in fonts(bundle):
         source, target = file_url(bundle / "Resources" / font), file_url(stage.fonts / font)
@@ -47,7 +47,7 @@ def installation_lines(bundle, stage):
     lines.append(unpacking_line(bundle, "Tressimo.zip"))
     if not stage.previous:
         lines += ["Installing ISF.zip...", unpacking_line(bundle, "ISF.zip")]
-    return [*lines, "Hiding the morvella.app to declutter the user library browser..."]
+    return lines
 
 
 def not_trashed_line(path):

@@ -28,7 +28,7 @@ class TestUnusualNames(Scenario):
     )
     def test_complete_run(self, folder, names):
         stage = self.make_stage(folder, names=names)
-        log = self.run(stage, adds=installed(self.bundle, stage))
+        *log, _ = self.run(stage, adds=installed(self.bundle, stage))
         assert log == [*start_lines(stage), *installation_lines(self.bundle, stage)]
 
     def test_live_application_named_by_its_bundle(self):
