@@ -6,12 +6,9 @@ from datetime import datetime
 from pathlib import Path
 
 import snapshot
+from product import FONTS
 
 BACKUP_NAME = re.compile(r"MorvellaBackup-(\d{4}-\d\d-\d\d\(\d{6}\))\.zip")
-
-
-def fonts(bundle):
-    return sorted(font.name for font in (bundle / "Resources").glob("*.ttf"))
 
 
 def suite(bundle):
@@ -33,7 +30,7 @@ def installed(bundle, stage, *, with_fonts=True, suite_to=True, utilities_to=Tru
         if place:
             folder = usual if place is True else place
             added.update(snapshot.placed(items, folder.relative_to(stage.root)))
-    for font in fonts(bundle) if with_fonts else ():
+    for font in FONTS if with_fonts else ():
         items = snapshot.of_folder(resources)
         added[(stage.fonts / font).relative_to(stage.root)] = items[Path(font)]
     return added

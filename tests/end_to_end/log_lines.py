@@ -3,7 +3,7 @@
 import re
 import urllib.parse
 
-from expectations import fonts
+from product import FONTS
 
 CRITICAL = "critical error:"
 OLD_SUITE_HANDLED = "starting install after taking care of the old installation."
@@ -35,7 +35,7 @@ def failed_line(archive):
 def installation_lines(bundle, stage):
     """The lines that an installation logs before it hides the suite's application."""
     lines = []
-    for font in fonts(bundle):
+    for font in FONTS:
         source, target = file_url(bundle / "Resources" / font), file_url(stage.fonts / font)
         is_present = stage.previous and font == "OpenSans-Regular.ttf"
         copying = f"Copying: ({source}) To: ({target})"

@@ -20,6 +20,7 @@ from display import Display
 from gate import Gate
 from installer import Installer
 from pages import INSTALLATION, NO_BACKUP, NOT_AVAILABLE, PAGES, PREVIOUS_INSTALLATION, SETTINGS
+from product import FONTS
 
 # The gate holds changes to paths that contain these.
 BACKUP, TRASH, SUITE = "MorvellaBackup", ".local/share/Trash", "Morvella/Sources"
@@ -126,7 +127,7 @@ def main():
         sys.exit(f"The tour failed: {problem}")
     print("Installed:")
     tops = [stage.user_library, stage.utilities, stage.shared_data]
-    for top in [*tops, *(stage.fonts / font for font in expectations.fonts(bundle))]:
+    for top in [*tops, *(stage.fonts / font for font in FONTS)]:
         for path in [top, *sorted(top.rglob("*"))]:
             print(f"    {path.relative_to(stage.root)}{'/' if path.is_dir() else ''}")
     print(f"Stage: {stage.root}")
