@@ -96,6 +96,8 @@ TEST_F(BundlesTest, ReturnNullForAnUnreadableDocument) {
     EXPECT_FALSE(isReadable("folder.txt"));
     const OrdinaryUser user;
     EXPECT_FALSE(isReadable("closed.txt"));
+    const Answering making([NSAttributedString class], @selector(alloc), @"not a document");
+    EXPECT_FALSE(isReadable("good.txt")) << "an exception is raised";
 }
 
 }  // namespace

@@ -15,7 +15,7 @@
 - (void)windowIsOnScreen;
 @end
 
-/// Stores its completion handler in `answer`. `runModal` raises an exception.
+/// Stores its completion handler in `answer`.
 @interface TestSheet : Recorder
 @end
 

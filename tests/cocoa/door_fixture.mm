@@ -66,12 +66,6 @@ using namespace morvella::cocoa_tests;
     [reentered viewDidAppear];
 }
 
-- (NSModalResponse)runModal {
-    record("alert runs");
-    [NSException raise:@"StubException" format:@"no alert can be shown"];
-    return 0;
-}
-
 @end
 
 /// A bundle without resources. Controllers search it while they load.
@@ -95,6 +89,9 @@ using namespace morvella::cocoa_tests;
 
 - (void)setSteps:(const std::vector<morvella::Step>&)steps {
     record("sidebar shows steps");
+    if (pageChangeRaises) {
+        [NSException raise:@"StubException" format:@"raised on purpose"];
+    }
 }
 
 @end

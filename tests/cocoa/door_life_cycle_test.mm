@@ -109,16 +109,32 @@ TEST_F(DoorLifeCycleTest, WithoutAWindowStartsNoPageAndReportsAFailureInAnAlertO
     [door setView:settings];
     EXPECT_EQ([door view], settings);
     EXPECT_EQ(steps(), Lines{});
-    // An object that does not understand a check box's messages.
-    [door setPostInstallOpenDemoSetCheck:static_cast<id>([[[NSObject alloc] init] autorelease])];
-    [door installDoneButton:nil];
-    EXPECT_EQ(steps(), (Lines{"application requestUserAttention: 0"}));
-    Lines lines;
-    EXPECT_TRUE(turnUntil([&] {
-        std::ranges::move(steps(), std::back_inserter(lines));
-        return lines.size() > 1;
-    }));
-    EXPECT_EQ(lines, (Lines{"alert runs", "application terminate: nil"}));
+    // An object that understands neither a check box's messages nor a number's.
+    const id stranger = [[[NSObject alloc] init] autorelease];
+    [door setPostInstallOpenDemoSetCheck:stranger];
+    for (const id response : std::initializer_list<id> { @(NSAlertFirstButtonReturn), stranger }) {
+        [sheet answer:response to:@selector(runModal)];
+        [door installDoneButton:nil];
+        EXPECT_EQ(steps(), (Lines{"application requestUserAttention: 0"}));
+        Lines lines;
+        EXPECT_TRUE(turnUntil([&] {
+            std::ranges::move(steps(), std::back_inserter(lines));
+            return lines.size() > 1;
+        }));
+        EXPECT_EQ(lines.back(), response == stranger ? "application terminate: nil"
+                                                     : "application terminate: door");
+    }
+}
+
+TEST_F(DoorLifeCycleTest, ReportsExceptionsAtStartUp) {
+    MorvellaInstallerLicenseVC* licence =
+        [[[MorvellaInstallerLicenseVC alloc] initWithNibName:nil bundle:nil] autorelease];
+    [licence setLicenseView:static_cast<id>([[[NSObject alloc] init] autorelease])];
+    [licence awakeFromNib];
+    pageChangeRaises = true;
+    [door awakeFromNib];
+    [door windowIsOnScreen];
+    EXPECT_EQ(times("sheet begins on window"), 3);
 }
 
 TEST_F(DoorLifeCycleTest, ReportsPagesThatCannotBeShownAndStartsLaterOnes) {

@@ -37,7 +37,9 @@ void expectProperties(Class door, NSArray* outlets, NSDictionary* texts) {
     [pool release];
     EXPECT_EQ([Recorder livingNamed:"retained"], 1);
     pool = [[NSAutoreleasePool alloc] init];
+    [made valueForKey:@"licenseView"];
     [made release];
+    EXPECT_EQ([Recorder livingNamed:"retained"], 1) << "what a getter returned lives on";
     [pool release];
     EXPECT_EQ([Recorder livingNamed:"retained"], 0);
 }

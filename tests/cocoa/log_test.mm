@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,18 +16,13 @@ namespace morvella::cocoa_tests {
 
 namespace {
 
-constexpr int lines = 20;
-constexpr size_t length = 70000;  // More than a pipe holds.
+constexpr int lines = 50;
+constexpr size_t length = 28000;  // A pipe holds no more than two such lines.
 
 /// Logs in a child process.
 class LogTest : public ::testing::Test {
   protected:
-    LogTest() {
-        int ends[2];
-        EXPECT_EQ(pipe(ends), 0);
-        reader_ = ends[0];
-        writer_ = ends[1];
-    }
+    LogTest() { EXPECT_EQ(pipe(ends_), 0); }
 
     ~LogTest() override { closeReader(); }
 
@@ -39,6 +35,10 @@ class LogTest : public ::testing::Test {
             if (const auto handler = std::signal(SIGPIPE, SIG_DFL); handler != SIG_IGN) {
                 std::signal(SIGPIPE, handler);
             }
+            // A time zone in which it is half past three in the afternoon.
+            const NSInteger offset =
+                55800 - NSInteger([[NSDate date] timeIntervalSince1970]) % 86400;
+            [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneForSecondsFromGMT:offset]];
             dup2(output, STDERR_FILENO);
             close(reader_);
             close(writer_);
@@ -82,16 +82,18 @@ class LogTest : public ::testing::Test {
         ADD_FAILURE() << "the child has not exited";
     }
 
-    int reader_ = -1;
-    int writer_ = -1;
+    int ends_[2];
+    int& reader_ = ends_[0];
+    int& writer_ = ends_[1];
 
   private:
     pid_t child_ = 0;
 };
 
 /// Expects every line, in order and in NSLog's format: time, program and process come first.
-void expectEveryLine(const std::string& text) {
-    const std::regex head(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} \w+\[\d+:\d+\] line (\d+) )");
+void expectEveryLine(const std::string& text, const std::string& hour = R"(\d\d)") {
+    const std::regex head(R"(\d{4}-\d\d-\d\d )" + hour +
+                          R"(:\d\d:\d\d\.\d{3} \w+\[\d+:\d+\] line (\d+) )");
     size_t at = 0;
     for (int line = 0; line < lines; ++line) {
         const std::string begin = text.substr(at, 80);
@@ -114,6 +116,13 @@ TEST_F(LogTest, AFileGetsEveryLine) {
 
 TEST_F(LogTest, ASlowReaderGetsEveryLine) {
     startLogging(writer_);
+    expectEveryLine(readAll(), "15");
+    expectExit();
+}
+
+TEST_F(LogTest, AReaderThatPausesGetsTheRestAtTheEnd) {
+    startLogging(writer_);
+    usleep(300000);  // Longer than the log waits for it before then.
     expectEveryLine(readAll());
     expectExit();
 }
@@ -125,6 +134,10 @@ TEST_F(LogTest, ContinuesIfItsReaderHasExited) {
 }
 
 TEST_F(LogTest, ContinuesIfItsReaderNeverReads) {
+    startLogging(writer_);
+    expectExit();
+    closeReader();
+    ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends_), 0);
     startLogging(writer_);
     expectExit();
 }
