@@ -16,6 +16,15 @@ class UnknownStateTest : public InstallerTest {
         expectEffects({reachesUnknownState()}, line);
     }
 
+    void expectUnknownStateWhenInstalling() {
+        controller.startInstall();
+        expectUnknownState();
+        controller.installTo(destination);
+        expectUnknownState();
+        controller.installToOld(destination);
+        expectUnknownState();
+    }
+
     const FileUrl destination = FileUrl::directory("/d");
 };
 
@@ -23,12 +32,7 @@ TEST_F(UnknownStateTest, IsReachedWithoutAUserLibrary) {
     controller.setUserLibPath(nullptr);
     controller.doInstallViewAppeared();
     expectUnknownState();
-    controller.startInstall();
-    expectUnknownState();
-    controller.installTo(destination);
-    expectUnknownState();
-    controller.installToOld(destination);
-    expectUnknownState();
+    expectUnknownStateWhenInstalling();
     controller.waitForUserLibraryAndProceedToInstall();
     expectUnknownState();
     EXPECT_FALSE(controller.makeZipBackup());
@@ -45,12 +49,7 @@ TEST_F(UnknownStateTest, IsReachedWithoutADestination) {
 
 TEST_F(UnknownStateTest, IsReachedWithoutAnApplicationsFolder) {
     folders.applications.clear();
-    controller.startInstall();
-    expectUnknownState();
-    controller.installTo(destination);
-    expectUnknownState();
-    controller.installToOld(destination);
-    expectUnknownState();
+    expectUnknownStateWhenInstalling();
 }
 
 TEST_F(UnknownStateTest, IsReachedWithoutADemoSetOrALiveApplication) {

@@ -122,7 +122,7 @@ TEST_F(LogTest, ASlowReaderGetsEveryLine) {
 
 TEST_F(LogTest, AReaderThatPausesGetsTheRestAtTheEnd) {
     startLogging(writer_);
-    usleep(300000);  // Longer than the log waits for it before then.
+    usleep(300000);  // Longer than the log waits for a reader that has stalled.
     expectEveryLine(readAll());
     expectExit();
 }
