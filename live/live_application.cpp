@@ -20,7 +20,7 @@ std::optional<FileUrl> bundleUrl(std::string_view liveApplication) {
     return bundle == pieces.end() ? std::nullopt : std::optional(FileUrl::directory(*bundle));
 }
 
-/// The version ends at the first blank; a date or build may follow.
+/// The version ends at the first space; a date or build may follow.
 std::optional<std::string> liveVersion(const Bundles& bundles, std::string_view liveApplication) {
     const std::optional<FileUrl> url = bundleUrl(liveApplication);
     const std::shared_ptr<const Bundle> bundle = url ? bundles.bundleWithUrl(*url) : nullptr;

@@ -14,7 +14,7 @@ std::string appendingPathComponent(std::string_view path, std::string_view compo
 std::string deletingLastPathComponent(std::string_view path);
 
 /// The text after the last "." of the last component; empty if there is none, if nothing precedes
-/// that ".", or if the text contains a blank. Ignores trailing slashes of `path`.
+/// that ".", or if the text contains a space. Ignores trailing slashes of `path`.
 std::string_view pathExtension(std::string_view path);
 
 }  // namespace morvella
